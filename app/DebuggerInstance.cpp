@@ -1,0 +1,55 @@
+#include "app/DebuggerInstance.h"
+
+#include "boundary/Ids.h"
+#include "workbench/ServiceRegistry.h"
+
+DebuggerInstance::DebuggerInstance(const ComponentLibrary& library, ServiceRegistry& registry, uint32_t id)
+    : library_(library), registry_(registry), id_(id)
+{
+}
+
+DebuggerInstance::~DebuggerInstance()
+{
+    Stop();
+}
+
+bool DebuggerInstance::Start(std::string& error)
+{
+    if (Failed(library_.CreateInstance(id_))) {
+        error = "The debugger component could not create an instance";
+        return false;
+    }
+    created_ = true;
+    // The component identity gives the state; the session data type gives the
+    // controller, whose IQComponent is a face of its own.
+    auto* stateRoot = library_.Query<IUnknown>(id_, Ids::Component);
+    auto* sessionRoot = library_.Query<IUnknown>(id_, Ids::SessionDataType);
+    state_ = QueryAs<IQComponent>(stateRoot, Ids::IQComponent);
+    controller_ = QueryAs<IQComponent>(sessionRoot, Ids::IQComponent);
+    if (state_ == nullptr || controller_ == nullptr) {
+        error = "The debugger component does not answer its interfaces";
+        Stop();
+        return false;
+    }
+    state_->Initialise(&registry_, 1);
+    controller_->Initialise(&registry_, 1);
+    registry_.AddComponent(state_);
+    started_ = true;
+    return true;
+}
+
+void DebuggerInstance::Stop()
+{
+    if (started_) {
+        registry_.RemoveComponent(state_);
+        state_->Terminate(1);
+        controller_->Terminate(1);
+        started_ = false;
+    }
+    state_ = nullptr;
+    controller_ = nullptr;
+    if (created_) {
+        library_.DestroyInstance(id_);
+        created_ = false;
+    }
+}

@@ -1,0 +1,119 @@
+#pragma once
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+// A 16-byte identity, written in the usual "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}"
+// text. The bytes are kept in the order of that text and compared byte by byte.
+struct Guid {
+    std::array<uint8_t, 16> bytes{};
+
+    static constexpr Guid FromText(std::string_view text)
+    {
+        Guid g;
+        // A malformed literal is a compile-time error when used in a constexpr context.
+        if (text.size() != 38 || text.front() != '{' || text.back() != '}')
+            throw "malformed GUID text";
+        size_t out = 0;
+        for (size_t i = 1; i + 1 < text.size();) {
+            if (text[i] == '-') {
+                ++i;
+                continue;
+            }
+            g.bytes[out++] = static_cast<uint8_t>(Nibble(text[i]) << 4 | Nibble(text[i + 1]));
+            i += 2;
+        }
+        if (out != 16)
+            throw "malformed GUID text";
+        return g;
+    }
+
+    // For runtime text (stored values): no throw, an empty optional-like result.
+    static bool TryParse(std::string_view text, Guid& out);
+    std::string ToText() const;
+
+    constexpr bool IsNull() const
+    {
+        for (auto b : bytes)
+            if (b != 0)
+                return false;
+        return true;
+    }
+
+    friend constexpr bool operator==(const Guid& a, const Guid& b) { return a.bytes == b.bytes; }
+
+private:
+    static constexpr int Nibble(char c)
+    {
+        if (c >= '0' && c <= '9')
+            return c - '0';
+        if (c >= 'A' && c <= 'F')
+            return c - 'A' + 10;
+        if (c >= 'a' && c <= 'f')
+            return c - 'a' + 10;
+        throw "malformed GUID text";
+    }
+};
+
+consteval Guid operator""_guid(const char* text, size_t n) { return Guid::FromText({text, n}); }
+
+inline bool Guid::TryParse(std::string_view text, Guid& out)
+{
+    auto nib = [](char c) -> int {
+        if (c >= '0' && c <= '9')
+            return c - '0';
+        if (c >= 'A' && c <= 'F')
+            return c - 'A' + 10;
+        if (c >= 'a' && c <= 'f')
+            return c - 'a' + 10;
+        return -1;
+    };
+    static constexpr size_t dashes[] = {9, 14, 19, 24};
+    if (text.size() != 38 || text.front() != '{' || text.back() != '}')
+        return false;
+    for (size_t d : dashes)
+        if (text[d] != '-')
+            return false;
+    Guid g;
+    size_t out_i = 0;
+    for (size_t i = 1; i + 1 < text.size();) {
+        if (text[i] == '-') {
+            ++i;
+            continue;
+        }
+        int hi = nib(text[i]), lo = nib(text[i + 1]);
+        if (hi < 0 || lo < 0)
+            return false;
+        g.bytes[out_i++] = static_cast<uint8_t>(hi << 4 | lo);
+        i += 2;
+    }
+    out = g;
+    return true;
+}
+
+inline std::string Guid::ToText() const
+{
+    static constexpr char hex[] = "0123456789ABCDEF";
+    std::string s = "{";
+    for (size_t i = 0; i < 16; ++i) {
+        if (i == 4 || i == 6 || i == 8 || i == 10)
+            s += '-';
+        s += hex[bytes[i] >> 4];
+        s += hex[bytes[i] & 15];
+    }
+    s += '}';
+    return s;
+}
+
+template <> struct std::hash<Guid> {
+    size_t operator()(const Guid& g) const noexcept
+    {
+        size_t h = 1469598103934665603ull;
+        for (auto b : g.bytes)
+            h = (h ^ b) * 1099511628211ull;
+        return h;
+    }
+};

@@ -1,0 +1,97 @@
+#pragma once
+#include "boundary/Guid.h"
+
+// Every identifier of the system, in one place.
+namespace Ids {
+
+// IUnknown and the generic interfaces every component answers.
+inline constexpr Guid IUnknown = "{A8495740-DE13-11D3-8AF5-00AA0026624A}"_guid;
+inline constexpr Guid IQComponent = "{A8495747-DE13-11D3-8AF5-00AA0026624A}"_guid;
+inline constexpr Guid IQErrorReporter = "{4BCBB0D1-1757-4741-9D84-D12924DC408B}"_guid;
+
+// The debugger component's identities.
+inline constexpr Guid Component = "{6E5BE760-CF7F-11D4-8BBB-D607EBD66972}"_guid;
+inline constexpr Guid SessionDataType = "{D41EFDA0-D1DF-11D4-8BBB-83768F885570}"_guid;
+
+// Busy marks of the workbench.
+inline constexpr Guid BusyRun = SessionDataType;
+inline constexpr Guid BusyLoad = "{AEB29380-195D-11D6-8BC2-0004E2013C71}"_guid;
+
+// Interfaces of the debugger state.
+inline constexpr Guid IQDebuggerState = "{327F61F2-750D-11D5-80D8-00C04F68EAD7}"_guid;
+inline constexpr Guid IQDebuggerState2 = "{AEB29380-195D-11D6-8BC2-0004E2013C71}"_guid;
+inline constexpr Guid IQDebuggerState3 = "{200F096A-7B88-4898-8D5C-4417370AC473}"_guid;
+inline constexpr Guid IQDebuggerState4 = "{20468262-FD07-4CA2-8752-31F966A4179A}"_guid;
+inline constexpr Guid IQDebuggerState5 = "{DA8C74F5-F1AF-4006-A064-BDEAD9B7EC14}"_guid;
+inline constexpr Guid IQDebuggerState6 = "{A46149FF-AC98-4C71-8CB3-8847F536C901}"_guid;
+inline constexpr Guid IQDebuggerState7 = "{DC248728-FC2E-4132-8AC3-666FDB2C18C2}"_guid;
+inline constexpr Guid IQDebuggerState8 = "{294F2D8F-B058-4689-A377-E4E5EE4AAA42}"_guid;
+inline constexpr Guid IQDebuggerState9 = "{74A3B0E8-F244-4BB1-A7AA-941657427171}"_guid;
+inline constexpr Guid IQDebuggerSync = "{C47F3E3C-311D-4553-A0F3-097FB9E100B0}"_guid;
+inline constexpr Guid IQSourceManager = "{DD4B2D8A-6AF5-45DF-8307-B9F67B48755B}"_guid;
+inline constexpr Guid IQDebuggerApplicationServer = "{391D0DC2-05FF-4B04-994B-A5DB1FF3561B}"_guid;
+inline constexpr Guid IQDisassemblyDataManagerServer = "{98AFF699-E594-4941-BD35-A8E71D43DEAA}"_guid;
+inline constexpr Guid IQLabelManager2 = "{2B27EEC9-5BFB-420E-941E-A84E8A6CAA30}"_guid;
+inline constexpr Guid IQLabelManager = "{914F4C74-D760-11D4-940A-00C04F68EB57}"_guid;
+inline constexpr Guid IQPostMessageClient = "{F7EFE0B2-8A94-418A-9C89-E0B9C7BEF55D}"_guid;
+inline constexpr Guid IQFileMonitorClient = "{4AF5E54D-E8F3-469B-9F47-126649220905}"_guid;
+inline constexpr Guid HostExtras = "{D5BB79DE-DAF7-43CF-B4AE-7546179BD048}"_guid;
+
+// The break manager's three service identifiers.
+inline constexpr Guid IQPCBreakManager = "{C6CB7C2E-01BD-11D5-80BD-00C04F68EAD7}"_guid;
+inline constexpr Guid IQPCBreakManager2 = "{3B50335A-3FD2-4590-8795-661A29EA6416}"_guid;
+inline constexpr Guid IQPCBreakManager3 = "{03657416-0C02-4289-AC47-BD2F73D565E7}"_guid;
+
+// The runner's interfaces, first to sixth.
+inline constexpr Guid IQRunner = "{7FB2B220-79FA-11D5-8BBE-0004E2013C71}"_guid;
+inline constexpr Guid IQRunner2 = "{160415CE-14A7-11D6-80FC-00C04F68EAD7}"_guid;
+inline constexpr Guid IQRunner3 = "{6CF44F08-E64F-4A17-BAC2-173D2037D018}"_guid;
+inline constexpr Guid IQRunner4 = "{19572199-366A-4892-A29E-221876F1406A}"_guid;
+inline constexpr Guid IQRunner5 = "{A9D793ED-EF15-4BD5-9FF0-3030EFC4598C}"_guid;
+inline constexpr Guid IQRunner6 = "{013748EE-56F1-4D11-94EF-7CD6A218C02D}"_guid;
+
+// Memory and evaluation.
+inline constexpr Guid IQMemoryManager = "{A849574A-DE13-11D3-8AF5-00AA0026624A}"_guid;
+inline constexpr Guid IQEvaluator = "{A8495743-DE13-11D3-8AF5-00AA0026624A}"_guid;
+inline constexpr Guid IQEvaluator2 = "{AFFBE6B9-BD14-4950-BBD0-1EC28CC48800}"_guid;
+inline constexpr Guid IQEvaluatorHost = "{9C2053D8-5EC0-43A3-BA10-0DA97D31CD6E}"_guid;
+
+// Session data controller.
+inline constexpr Guid IQWorkSpaceClient = "{56836F34-D734-11D4-BE83-00C04F794B59}"_guid;
+inline constexpr Guid IQWorkSpaceClient2 = "{453547D2-008B-44A3-BDF4-48B86CBCFB44}"_guid;
+inline constexpr Guid IQWorkSpaceExtendedClient = "{C53FCCEE-9945-4A25-9635-4D62C8B656A1}"_guid;
+
+// Workbench services.
+inline constexpr Guid ErrorTable = "{90EFE761-0B7C-11D6-8BC2-0004E2013C71}"_guid;
+inline constexpr Guid IQDebugSettingsStore = "{1F1EB07A-17FA-41DE-9974-1D394F0103CA}"_guid;
+inline constexpr Guid IQSessionData = "{4F5DB7F5-2214-4673-A559-91C67ABDFDDE}"_guid;
+inline constexpr Guid IQTargetRegistry = "{2E26763E-6CD2-4E4E-8DFA-D3DD21509CD6}"_guid;
+inline constexpr Guid IQWorkspaceInfo = "{A538CBA2-D5B7-11D4-BE81-00C04F794B59}"_guid;
+inline constexpr Guid UserPromptTable = "{6080BCB2-BBFD-4E9C-BE8D-8AC4F6A6ABA6}"_guid;
+inline constexpr Guid IQCommandRecorder = "{F0FC2120-D4A5-4A2D-AC02-B56864625CEA}"_guid;
+inline constexpr Guid CommandLineService = "{A27DD118-38A0-11D5-80CC-00C04F68EAD7}"_guid;
+inline constexpr Guid CommandHelpService = "{A27DD119-38A1-11D6-81CD-00C15069EBD8}"_guid;
+inline constexpr Guid EditorService = "{9DC52448-9D3E-4DFA-AC07-74AD5E1BFA62}"_guid;
+inline constexpr Guid SourceViewer = "{654BBB46-8848-4D7A-BD93-0B77D291FF3D}"_guid;
+inline constexpr Guid DisassemblyViewer = "{D686DDAD-CA43-456F-8619-14939B95D276}"_guid;
+inline constexpr Guid PositionMarker = "{400AAFBA-2A8A-4E41-9D06-169721DF06AE}"_guid;
+inline constexpr Guid PostMessageService = "{0204D231-F0A5-4C81-BD11-E18149832E0B}"_guid;
+inline constexpr Guid FileMonitor = "{7982942C-A05A-4C99-9656-7CB043302DA7}"_guid;
+inline constexpr Guid RecentListService = "{374027C8-E512-4DB2-8531-38B08B323CF9}"_guid;
+inline constexpr Guid ToolRegistry = "{52928807-D509-11D4-BE80-00C04F794B59}"_guid;
+inline constexpr Guid SessionHost = "{80218733-0B17-4A5D-B971-5F783F93036C}"_guid;
+inline constexpr Guid ForwardTarget = "{8B1C7AA0-2E92-11D5-A5D8-0000E2257DCD}"_guid;
+inline constexpr Guid PlatformSymbolsQuery = "{BCA5283E-5208-4B96-9778-8D9B41D3DB93}"_guid;
+// The workbench's console question and message box: on this system a service
+// of its own, since there is no windowing layer to call directly.
+inline constexpr Guid MessageBoxService = "{5E0F2C3A-7B41-4D6E-9A12-3C8D4F6B7E21}"_guid;
+
+// Platform services.
+inline constexpr Guid PlatformList = "{00427BD2-64AC-4530-82D5-026CA71E666B}"_guid;
+inline constexpr Guid DriverFactory = "{3C4A2BB6-B312-4942-94EA-B5335770F841}"_guid;
+inline constexpr Guid TargetNames = "{8D110C25-EF72-4BF8-9A4D-3E101290A56E}"_guid;
+
+// Events.
+inline constexpr Guid EVENT_RADIX_CHANGED = "{34553FBB-CBBF-4EF1-BBAA-5C29633BF835}"_guid;
+
+} // namespace Ids

@@ -1,0 +1,93 @@
+#pragma once
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "boundary/Event.h"
+#include "boundary/Flags.h"
+#include "boundary/Unknown.h"
+
+// The workbench's services as the component sees them. Slot numbers are given
+// in comments; the component calls them by name.
+
+// The only interface a component is handed; every other is asked of it.
+struct IQServiceRegistry : IUnknown {
+    // All components get OnEvent, the sender too.
+    virtual HRESULT Broadcast(const Event& event) = 0; // 4
+    // The array stays the registry's, valid until the next registration change.
+    virtual HRESULT GetProviders(const Guid& id, int32_t& count, IUnknown**& array) = 0; // 8
+    virtual HRESULT GetService(const Guid& id, IUnknown** out) = 0;                       // 9
+    virtual HRESULT RegisterProvider(const Guid& id, IUnknown* provider) = 0;             // 10
+    virtual HRESULT RegisterService(const Guid& id, IUnknown* service) = 0;               // 11
+    virtual HRESULT UnregisterProvider(const Guid& id, IUnknown* provider) = 0;           // 12
+    virtual HRESULT UnregisterService(const Guid& id, IUnknown* service) = 0;             // 13
+    virtual HRESULT IsBusy(const Guid& id) = 0;                                           // 17, 0 when free
+    virtual HRESULT SetBusy(const Guid& id) = 0;                                          // 18
+    virtual HRESULT ClearBusy(const Guid& id) = 0;                                        // 19
+};
+
+// GetService with the interface's type.
+template <class T> T* GetServiceAs(IQServiceRegistry* registry, const Guid& id)
+{
+    IUnknown* out = nullptr;
+    if (registry == nullptr || Failed(registry->GetService(id, &out)))
+        return nullptr;
+    return static_cast<T*>(out);
+}
+
+// Code to text, shared by all components of the workbench.
+struct IQErrorTable : IUnknown {
+    virtual HRESULT GetText(HRESULT code, std::string& text) = 0;           // 3
+    virtual HRESULT AddText(HRESULT code, const std::string& text) = 0;     // 5
+    virtual HRESULT RemoveText(HRESULT code) = 0;                           // 7
+};
+
+// Questions the user can switch off ("do not ask again").
+struct IQUserPromptTable : IUnknown {
+    virtual HRESULT AddPrompt(const Guid& owner, const std::string& name, VariantBool defaultEnabled,
+                              Guid& key) = 0;                                     // 3
+    virtual HRESULT DeletePrompt(Guid key) = 0;                                   // 4
+    virtual HRESULT IsPromptEnabled(Guid key) = 0;                                // 5, non-zero is enabled
+    virtual HRESULT AskYesNo(Guid key, const std::string& question, VariantBool& answer) = 0; // 6
+    virtual HRESULT SetPromptEnabled(Guid key, int32_t enabled) = 0;             // 7
+    virtual HRESULT AskYesNoReload(Guid key, const std::string& question, VariantBool& answer) = 0; // 8
+};
+
+// The command log: what a user does from a menu, written as the command that does it.
+struct IQCommandRecorder : IUnknown {
+    virtual HRESULT IsLogging() = 0;                           // 3, S_OK when on
+    virtual HRESULT LogCommand(const std::string& text) = 0;   // 4
+};
+
+struct IQPostMessageClient;
+struct IQTimerClient;
+
+// Deferred calls and timers, delivered on the main thread after the current call returns.
+struct IQPostMessageService : IUnknown {
+    virtual HRESULT Post(IQPostMessageClient* client, uint32_t value) = 0;            // 3
+    virtual HRESULT SetTimer(IQTimerClient* client, uint32_t id, uint32_t ms) = 0;    // 4
+    virtual HRESULT KillTimer(IQTimerClient* client, uint32_t id) = 0;                // 5
+};
+
+enum class MessageIcon : int32_t { Information = 0, Warning = 1, Stop = 2, Question = 3 };
+
+// Message boxes: in the console, a line of text; a question is asked on the
+// terminal, and in batch mode answered with its default.
+struct IQMessageBox : IUnknown {
+    virtual HRESULT ShowMessage(const std::string& text, MessageIcon icon) = 0;            // 3
+    virtual HRESULT AskYesNo(const std::string& text, VariantBool defaultAnswer, VariantBool& answer) = 0; // 4
+};
+
+// The radix the command line and the views use.
+struct IQEvaluator : IUnknown {
+    virtual HRESULT GetRadix(int32_t& radix) = 0; // 3
+    virtual HRESULT SetRadix(int32_t radix) = 0;  // 4
+};
+struct IQEvaluator2 : IQEvaluator {};
+
+// Given to LibraryRegister2.
+struct IQRegistrar : IUnknown {
+    virtual HRESULT RegisterComponent(const std::string& name, int32_t count, const Guid* const* ids, int32_t a,
+                                      int32_t b, int32_t c, const Guid& identity) = 0;
+    virtual HRESULT RegisterDataType(const std::string& name, int32_t a, int32_t b, int32_t c, const Guid& id) = 0;
+};

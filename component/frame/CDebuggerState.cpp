@@ -1,0 +1,379 @@
+#include "component/frame/CDebuggerState.h"
+
+#include "boundary/Ids.h"
+#include "component/breaks/CPCBreakManager.h"
+#include "component/frame/CUserPrompts.h"
+#include "component/memory/CMemoryManager.h"
+#include "component/memory/CStatusMemoryPane.h"
+#include "component/run/CRunner.h"
+#include "component/symbols/CLabelManager.h"
+#include "component/symbols/CPDEvaluator.h"
+
+// Operations whose subsystem this build does not have yet answer with the
+// error table's "Not implemented", so a caller shows a clear text.
+static constexpr HRESULT kNotBuilt = QE_NOT_IMPLEMENTED;
+
+CDebuggerState::CDebuggerState()
+{
+    // Nothing here may touch the workbench: it is not known yet.
+    Breaks = std::make_unique<CPCBreakManager>(*this, 1);
+    Runner = std::make_unique<CRunner>(*this, *Breaks);
+}
+
+CDebuggerState::~CDebuggerState()
+{
+    Runner.reset();
+    Breaks.reset();
+}
+
+HRESULT CDebuggerState::QueryInterface(const Guid& iid, void** out)
+{
+    if (out == nullptr)
+        return E_POINTER;
+    *out = nullptr;
+    if (iid == Ids::IUnknown)
+        *out = static_cast<IQRegistryClient*>(this);
+    else if (iid == Ids::IQComponent)
+        *out = static_cast<IQComponent*>(this);
+    else if (iid == Ids::IQDebuggerSync)
+        *out = static_cast<IQDebuggerSync*>(this);
+    else if (iid == Ids::IQDebuggerState9 || iid == Ids::IQDebuggerState8 || iid == Ids::IQDebuggerState7 ||
+             iid == Ids::IQDebuggerState6 || iid == Ids::IQDebuggerState5 || iid == Ids::IQDebuggerState4 ||
+             iid == Ids::IQDebuggerState3 || iid == Ids::IQDebuggerState2)
+        *out = static_cast<IQDebuggerState9*>(this);
+    else if (iid == Ids::IQDebuggerState)
+        *out = static_cast<IQDebuggerState*>(this);
+    else if (iid == Ids::IQSourceManager)
+        *out = static_cast<IQSourceManager*>(this);
+    else if (iid == Ids::IQErrorReporter)
+        *out = static_cast<IQErrorReporter*>(this);
+    else if (iid == Ids::IQDebuggerApplicationServer)
+        *out = static_cast<IQDebuggerApplicationServer*>(this);
+    else if (iid == Ids::IQDisassemblyDataManagerServer)
+        *out = static_cast<IQDisassemblyDataManagerServer*>(this);
+    else if (iid == Ids::Component)
+        *out = static_cast<IQDebuggerState*>(this);
+    else if (iid == Ids::IQLabelManager2)
+        *out = Labels ? static_cast<IQLabelManager2*>(Labels->Primary()) : nullptr;
+    else if (iid == Ids::IQPostMessageClient)
+        *out = static_cast<IQPostMessageClient*>(this);
+    else if (iid == Ids::IQFileMonitorClient)
+        *out = static_cast<IQFileMonitorClient*>(this);
+    return *out != nullptr ? S_OK : E_NOINTERFACE;
+}
+
+HRESULT CDebuggerState::GetCpuText1(std::string& text)
+{
+    text = CpuText1;
+    return S_OK;
+}
+HRESULT CDebuggerState::GetCpuText2(std::string& text)
+{
+    text = CpuText2;
+    return S_OK;
+}
+HRESULT CDebuggerState::GetTargetText1(std::string& text)
+{
+    text = TargetText1;
+    return S_OK;
+}
+HRESULT CDebuggerState::GetTargetText2(std::string& text)
+{
+    text = TargetText2;
+    return S_OK;
+}
+HRESULT CDebuggerState::GetTargetText3(std::string& text)
+{
+    text = TargetText3;
+    return S_OK;
+}
+
+// The session has no programs until loading exists; the lookups answer as for
+// an empty list.
+int32_t CDebuggerState::GetProgramCountA()
+{
+    return 0;
+}
+HRESULT CDebuggerState::GetProgram(int32_t, IUnknown** program)
+{
+    if (program != nullptr)
+        *program = nullptr;
+    return E_FAIL;
+}
+HRESULT CDebuggerState::FindProgramByFile(const std::string&, IUnknown** loader)
+{
+    if (loader != nullptr)
+        *loader = nullptr;
+    return E_FAIL;
+}
+HRESULT CDebuggerState::GetProgramCount(int32_t& count)
+{
+    count = GetProgramCountA();
+    return S_OK;
+}
+HRESULT CDebuggerState::GetProgramByName(const std::string&, IUnknown** program)
+{
+    return GetProgram(-1, program);
+}
+HRESULT CDebuggerState::DownloadProgramByName(const std::string&)
+{
+    return E_FAIL;
+}
+HRESULT CDebuggerState::UnloadProgramByName(const std::string&)
+{
+    return E_FAIL;
+}
+HRESULT CDebuggerState::GetProgramDetails(int32_t, std::string&, uint32_t&, std::string&, VariantBool&,
+                                          VariantBool&, AccessSize&)
+{
+    return E_FAIL;
+}
+
+HRESULT CDebuggerState::IsConnectedA()
+{
+    return IsConnected() ? S_OK : E_FAIL;
+}
+HRESULT CDebuggerState::IsConnectedB()
+{
+    return IsConnected() ? S_OK : E_FAIL;
+}
+HRESULT CDebuggerState::IsDisconnected()
+{
+    return IsConnected() ? S_FALSE : S_OK;
+}
+HRESULT CDebuggerState::IsTargetAbsent()
+{
+    return Target == nullptr ? S_OK : S_FALSE;
+}
+
+HRESULT CDebuggerState::GetTargetNames(std::string& a, std::string& b)
+{
+    auto* names = QueryAs<IQTargetNames>(Target, Ids::TargetNames);
+    if (names == nullptr || names->GetTargetNames(a, b) != S_OK)
+        return S_FALSE;
+    return S_OK;
+}
+
+HRESULT CDebuggerState::GetTargetKind()
+{
+    if (!IsConnected())
+        return E_FAIL;
+    auto* kind = static_cast<IQTargetKind*>(TargetKind);
+    return kind != nullptr && kind->GetKind() == S_OK ? S_OK : S_FALSE;
+}
+
+HRESULT CDebuggerState::GetRunnerKind()
+{
+    return IsConnected() ? S_FALSE : E_FAIL;
+}
+
+HRESULT CDebuggerState::RequestTargetToolbars()
+{
+    TargetToolbarsPending = true;
+    return S_OK;
+}
+HRESULT CDebuggerState::CancelTargetToolbars()
+{
+    TargetToolbarsPending = false;
+    return S_OK;
+}
+
+HRESULT CDebuggerState::ForwardToService(int32_t a, int32_t b)
+{
+    auto* target = GetServiceAs<IQForwardTarget>(Registry, Ids::ForwardTarget);
+    return target ? target->Forward(a, b) : E_FAIL;
+}
+
+HRESULT CDebuggerState::SetStopAddress(uint32_t value)
+{
+    std::lock_guard<std::mutex> lock(PendingLock);
+    PendingStopAddress = value;
+    PendingStopValid = true;
+    return S_OK;
+}
+
+bool CDebuggerState::TakePendingStopAddress(uint32_t& address)
+{
+    std::lock_guard<std::mutex> lock(PendingLock);
+    if (!PendingStopValid)
+        return false;
+    address = PendingStopAddress;
+    PendingStopValid = false;
+    return true;
+}
+
+HRESULT CDebuggerState::SetSyncPeers(IQDebuggerSync** peers, int32_t count)
+{
+    SyncPeers = peers;
+    SyncPeerCount = peers ? count : 0;
+    return S_OK;
+}
+HRESULT CDebuggerState::SetActiveSession(int32_t flag)
+{
+    ActiveSession = flag != 0;
+    return S_OK;
+}
+HRESULT CDebuggerState::SetSessionsInStep(int32_t flag)
+{
+    SessionsInStep = flag != 0;
+    return S_OK;
+}
+
+// The debug output tab does not exist in this build: the operations that
+// act "when it exists" do nothing.
+HRESULT CDebuggerState::ClearDebugOutput()
+{
+    return S_OK;
+}
+HRESULT CDebuggerState::WriteDebugLine(const std::string&)
+{
+    return S_OK;
+}
+HRESULT CDebuggerState::ShowDebugOutput()
+{
+    return S_OK;
+}
+
+HRESULT CDebuggerState::GetSessionName(std::string& name)
+{
+    name = SessionName;
+    return S_OK;
+}
+
+HRESULT CDebuggerState::GetErrorText(HRESULT code, std::string& text)
+{
+    return ErrorTable ? ErrorTable->GetText(code, text) : E_FAIL;
+}
+
+HRESULT CDebuggerState::OnRegistry(IUnknown*)
+{
+    return S_OK;
+}
+
+void CDebuggerState::SetSessionKey(const std::string& workspace, const std::string& project,
+                                   const std::string& configuration, const std::string& session)
+{
+    WorkspaceName = workspace;
+    ProjectName = project;
+    ConfigurationName = configuration;
+    SessionName = session;
+}
+
+IQMemoryManager* CDebuggerState::GetMemoryInterface()
+{
+    return Memory ? Memory->Primary() : nullptr;
+}
+IQPCBreakManager* CDebuggerState::GetBreakInterface()
+{
+    return Breaks->Primary();
+}
+IQLabelManager2* CDebuggerState::GetLabelInterface()
+{
+    return Labels ? Labels->Primary() : nullptr;
+}
+IQRunner* CDebuggerState::GetRunnerInterface()
+{
+    return Runner.get();
+}
+
+// Subsystems this build does not carry yet.
+HRESULT CDebuggerState::SaveMemoryDialog(VariantBool, TargetAddress, TargetAddress)
+{
+    return kNotBuilt;
+}
+HRESULT CDebuggerState::LoadMemoryDialog(VariantBool, TargetAddress)
+{
+    return kNotBuilt;
+}
+HRESULT CDebuggerState::CanVerifyMemory()
+{
+    return E_FAIL;
+}
+HRESULT CDebuggerState::VerifyMemoryDialog(VariantBool, TargetAddress)
+{
+    return kNotBuilt;
+}
+HRESULT CDebuggerState::DownloadProgramAt(int32_t)
+{
+    return E_FAIL;
+}
+HRESULT CDebuggerState::UnloadProgramAt(int32_t)
+{
+    return E_FAIL;
+}
+HRESULT CDebuggerState::ShowSourceAt(TargetAddress)
+{
+    return kNotBuilt;
+}
+HRESULT CDebuggerState::Connect()
+{
+    return kNotBuilt;
+}
+HRESULT CDebuggerState::Disconnect()
+{
+    return kNotBuilt;
+}
+HRESULT CDebuggerState::GetBatchState(int32_t& value)
+{
+    value = 0;
+    return kNotBuilt;
+}
+HRESULT CDebuggerState::ShowCurrentPosition()
+{
+    return kNotBuilt;
+}
+HRESULT CDebuggerState::ReadSymbolValue(const std::string&, uint32_t& low, uint32_t& high)
+{
+    low = high = 0;
+    return kNotBuilt;
+}
+HRESULT CDebuggerState::DownloadProgramEx(int32_t, VariantBool)
+{
+    return E_FAIL;
+}
+HRESULT CDebuggerState::AddAndDownloadProgram(const std::string&, const std::string&, uint32_t, AccessSize,
+                                              VariantBool, VariantBool, std::string& loadedRanges)
+{
+    loadedRanges.clear();
+    return kNotBuilt;
+}
+HRESULT CDebuggerState::AddProgram(const std::string&, const std::string&, uint32_t, AccessSize, int32_t,
+                                   int32_t, int32_t)
+{
+    return S_FALSE;
+}
+HRESULT CDebuggerState::GetFileList(Variant& list)
+{
+    list = Variant();
+    return E_FAIL;
+}
+HRESULT CDebuggerState::AddDownloadFile(const std::string&)
+{
+    return E_FAIL;
+}
+HRESULT CDebuggerState::AddDownloadFiles(const Variant&)
+{
+    return E_FAIL;
+}
+HRESULT CDebuggerState::OnEvent(const Event&)
+{
+    return S_OK;
+}
+HRESULT CDebuggerState::CreateServer(IUnknown*, IUnknown** server)
+{
+    if (server != nullptr)
+        *server = nullptr;
+    return kNotBuilt;
+}
+HRESULT CDebuggerState::ReleaseServer(IUnknown*)
+{
+    return E_FAIL;
+}
+HRESULT CDebuggerState::OnPostedMessage(uint32_t)
+{
+    return S_OK;
+}
+HRESULT CDebuggerState::OnFileChanged(const std::string&)
+{
+    return S_OK;
+}

@@ -1,0 +1,239 @@
+#pragma once
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "boundary/interfaces/Component.h"
+#include "boundary/interfaces/Debugger.h"
+#include "boundary/interfaces/Platform.h"
+#include "boundary/interfaces/Workbench.h"
+
+class CPCBreakManager;
+class CRunner;
+class CLabelManager;
+class CMemoryManager;
+class CPDEvaluator;
+class CStatusMemoryPane;
+class CUserPrompts;
+class CDyxSessionDataCommandSink;
+
+enum PlatformModeValue : int32_t { PLATFORM_MODE_VEL = 0, PLATFORM_MODE_PD = 1 };
+
+// The central object of one debugger session: it holds the connection to the
+// platform and everything that runs, and is what other components see of the
+// debugger.
+class CDebuggerState : public IQDebuggerState,
+                       public IQDebuggerState9,
+                       public IQDebuggerSync,
+                       public IQSourceManager,
+                       public IQRegistryClient,
+                       public IQComponent,
+                       public IQErrorReporter,
+                       public IQDebuggerApplicationServer,
+                       public IQDisassemblyDataManagerServer,
+                       public IQPostMessageClient,
+                       public IQFileMonitorClient
+{
+public:
+    CDebuggerState();
+    virtual ~CDebuggerState();
+    CDebuggerState(const CDebuggerState&) = delete;
+    CDebuggerState& operator=(const CDebuggerState&) = delete;
+
+    // IUnknown, for every face.
+    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    TESSEL_NOT_REFCOUNTED
+
+    // IQDebuggerState and its versions.
+    HRESULT GetCpuText1(std::string& text) override;
+    HRESULT GetCpuText2(std::string& text) override;
+    HRESULT GetTargetText1(std::string& text) override;
+    HRESULT GetTargetText2(std::string& text) override;
+    HRESULT GetTargetText3(std::string& text) override;
+    int32_t GetProgramCountA() override;
+    HRESULT GetProgram(int32_t index, IUnknown** program) override;
+    HRESULT FindProgramByFile(const std::string& name, IUnknown** loader) override;
+    HRESULT IsConnectedA() override;
+    HRESULT SaveMemoryDialog(VariantBool useRange, TargetAddress start, TargetAddress end) override;
+    HRESULT IsConnectedB() override;
+    HRESULT LoadMemoryDialog(VariantBool useAddress, TargetAddress address) override;
+    HRESULT CanVerifyMemory() override;
+    HRESULT VerifyMemoryDialog(VariantBool useAddress, TargetAddress address) override;
+    HRESULT DownloadProgramAt(int32_t index) override;
+    HRESULT UnloadProgramAt(int32_t index) override;
+    HRESULT ShowSourceAt(TargetAddress address) override;
+    HRESULT Connect() override;
+    HRESULT Disconnect() override;
+    HRESULT GetBatchState(int32_t& value) override;
+    HRESULT GetProgramByName(const std::string& name, IUnknown** program) override;
+    HRESULT DownloadProgramByName(const std::string& name) override;
+    HRESULT UnloadProgramByName(const std::string& name) override;
+    HRESULT SetSyncPeers(IQDebuggerSync** peers, int32_t count) override;
+    HRESULT SetActiveSession(int32_t flag) override;
+    HRESULT SetSessionsInStep(int32_t flag) override;
+    HRESULT ClearDebugOutput() override;
+    HRESULT WriteDebugLine(const std::string& text) override;
+    HRESULT ShowDebugOutput() override;
+    HRESULT SetStopAddress(uint32_t value) override;
+    HRESULT ShowCurrentPosition() override;
+    HRESULT ReadSymbolValue(const std::string& name, uint32_t& low, uint32_t& high) override;
+    HRESULT IsDisconnected() override;
+    HRESULT GetProgramCount(int32_t& count) override;
+    HRESULT GetProgramDetails(int32_t index, std::string& file, uint32_t& offset, std::string& format,
+                              VariantBool& debugDataOnly, VariantBool& verify, AccessSize& size) override;
+    HRESULT DownloadProgramEx(int32_t index, VariantBool debugDataOnly) override;
+    HRESULT ForwardToService(int32_t a, int32_t b) override;
+    HRESULT AddAndDownloadProgram(const std::string& file, const std::string& format, uint32_t offset,
+                                  AccessSize size, VariantBool verify, VariantBool keep,
+                                  std::string& loadedRanges) override;
+    HRESULT IsTargetAbsent() override;
+    HRESULT GetTargetNames(std::string& a, std::string& b) override;
+    HRESULT AddProgram(const std::string& file, const std::string& format, uint32_t offset, AccessSize size,
+                       int32_t debugDataOnly, int32_t verify, int32_t autoDownload) override;
+    HRESULT GetTargetKind() override;
+    HRESULT GetRunnerKind() override;
+    HRESULT RequestTargetToolbars() override;
+    HRESULT CancelTargetToolbars() override;
+    HRESULT GetFileList(Variant& list) override;
+    HRESULT AddDownloadFile(const std::string& file) override;
+    HRESULT AddDownloadFiles(const Variant& files) override;
+
+    // IQRegistryClient
+    HRESULT OnRegistry(IUnknown* argument) override;
+    // IQComponent
+    HRESULT OnEvent(const Event& event) override;
+    HRESULT Initialise(IQServiceRegistry* registry, int32_t flag) override;
+    HRESULT Reserved5() override { return S_OK; }
+    HRESULT Reserved6() override { return S_OK; }
+    HRESULT Terminate(int32_t flag) override;
+    // IQErrorReporter
+    HRESULT GetErrorText(HRESULT code, std::string& text) override;
+    // IQDisassemblyDataManagerServer
+    HRESULT CreateServer(IUnknown* client, IUnknown** server) override;
+    HRESULT ReleaseServer(IUnknown* client) override;
+    HRESULT GetSessionName(std::string& name) override;
+    HRESULT IsTargetAbsentQuery() override { return IsTargetAbsent(); }
+    // IQPostMessageClient
+    HRESULT OnPostedMessage(uint32_t value) override;
+    // IQFileMonitorClient
+    HRESULT OnFileChanged(const std::string& path) override;
+
+    // What the rest of the component calls directly.
+    bool IsConnected() const { return TargetCore != nullptr; }
+    int32_t GetPlatformMode() const { return PlatformMode; }
+    bool UsesPlatformSymbols() const { return PlatformMode == PLATFORM_MODE_PD || PlatformSymbolic; }
+    IQMemoryManager* GetMemoryInterface();
+    IQPCBreakManager* GetBreakInterface();
+    IQLabelManager2* GetLabelInterface();
+    IQRunner* GetRunnerInterface();
+    CRunner* GetRunner() { return Runner.get(); }
+    CPCBreakManager* GetBreaks() { return Breaks.get(); }
+    CLabelManager* GetLabels() { return Labels.get(); }
+    CMemoryManager* GetMemory() { return Memory.get(); }
+    CPDEvaluator* GetEvaluator() { return Evaluator.get(); }
+    CUserPrompts* GetPrompts() { return Prompts.get(); }
+    IQServiceRegistry* GetRegistry() const { return Registry; }
+
+    const std::string& GetWorkspaceName() const { return WorkspaceName; }
+    const std::string& GetProjectName() const { return ProjectName; }
+    const std::string& GetConfigurationName() const { return ConfigurationName; }
+    const std::string& GetSessionName() const { return SessionName; }
+    void SetSessionKey(const std::string& workspace, const std::string& project,
+                       const std::string& configuration, const std::string& session);
+
+    // Picks the family of managers for a platform name; rebuilds them when the
+    // family is the one driven by function name, every time.
+    void SelectPlatformMode(const std::string& platform);
+    // Sets the workbench's radix, writing the "radix" command to the log first.
+    void SetRadix(int32_t value);
+    // Writes a command to the workbench's command log when the log is on.
+    void RecordCommand(const std::string& command);
+
+    // Registers the questions and error texts; the session controller calls
+    // these once its texts are in place.
+    void RegisterPrompts();
+    void RegisterErrorTexts();
+    bool AskUser(const std::string& text, const Guid& key);
+
+    void SetCommandSink(CDyxSessionDataCommandSink* sink) { CommandSink = sink; }
+    bool TargetToolbarsArePending() const { return TargetToolbarsPending; }
+
+    // Stop address from another thread, taken by the main thread at the stop.
+    bool TakePendingStopAddress(uint32_t& address);
+
+protected:
+    // Session strings.
+    std::string WorkspaceName, ProjectName, ConfigurationName, SessionName;
+
+    IQServiceRegistry* Registry = nullptr;
+    IUnknown* HostExtras = nullptr;
+    std::unique_ptr<CUserPrompts> Prompts;
+    std::unique_ptr<CLabelManager> Labels;
+    std::unique_ptr<CPDEvaluator> Evaluator;
+    int32_t BatchRunning = 0;
+    int32_t BatchTiming = 0;
+    bool Building = false;
+    bool SyncDriven = false;
+    Guid PromptBuild{}, PromptGoEmpty{}, PromptBatchMissing{};
+    IQErrorTable* ErrorTable = nullptr;
+    IQPlatformList* PlatformList = nullptr;
+    IUnknown* DriverFactory = nullptr;
+    IUnknown* EditorService = nullptr;
+    IUnknown* SourceViewer = nullptr;
+    IUnknown* DisassemblyViewer = nullptr;
+    std::string ReaderName;
+    std::string PlatformName;
+    bool AlwaysConnected = false;
+    std::string CpuText1, CpuText2, TargetText1, TargetText2, TargetText3;
+    IUnknown* CpuDriver = nullptr;
+    IUnknown* CpuDetails = nullptr;
+    IUnknown* CpuOptions = nullptr;
+    IUnknown* Target = nullptr;
+    IUnknown* TargetCore = nullptr;
+    IUnknown* TargetControl = nullptr;
+    IUnknown* TargetKind = nullptr;
+    IUnknown* Reader = nullptr;
+    int32_t LastProgramHit = 0;
+    std::vector<std::string> SkippedSourceFiles;
+    bool SessionsInStep = false;
+    bool ActiveSession = false;
+    IQDebuggerSync** SyncPeers = nullptr;
+    int32_t SyncPeerCount = 0;
+    CDyxSessionDataCommandSink* CommandSink = nullptr;
+    IQServiceRegistry* Host = nullptr;
+    bool PlatformAttached = false;
+    std::unique_ptr<CMemoryManager> Memory;
+    std::unique_ptr<CPCBreakManager> Breaks;
+    std::unique_ptr<CRunner> Runner;
+    std::unique_ptr<CStatusMemoryPane> StatusPane;
+    Guid PromptLoad{}, PromptUnload{}, PromptSave{}, PromptInit{}, PromptDownloadAfterBuild{}, PromptReload{};
+    std::string LastSaveStart, LastSaveEnd, LastDownloadKey;
+    uint32_t PendingStopAddress = 0;
+    std::mutex PendingLock;
+    bool PendingStopValid = false;
+    uint32_t LastShownAddress = 0;
+    bool LastShownValid = false;
+    std::vector<int32_t> ReloadQueue;
+    std::vector<std::string> RecentVerifyFiles;
+    int32_t PlatformMode = PLATFORM_MODE_VEL;
+    bool Stepping = false, SteppingBatch = false;
+    uint32_t StopAddress = 0;
+    bool PlatformSymbolic = false;
+    bool TargetToolbarsPending = false;
+    bool ShowSourceAtStop = true;
+    uint32_t ForcedShowAddress = 0;
+    std::string ForcedShowFile;
+    int32_t ForcedShowLine = 0;
+    bool ErrorTextsRegistered = false;
+
+private:
+    void RegisterOwnServices();
+    void UnregisterOwnServices();
+    void EmptySession();
+    void DeletePrompts();
+    void ClearServicePointers();
+    std::vector<Guid> RegisteredRunnerIds;
+};

@@ -1,0 +1,101 @@
+#include "component/session/CDyxSessionDataCtrl.h"
+
+#include "boundary/Ids.h"
+#include "component/frame/CDebuggerState.h"
+#include "component/frame/CDllResource.h"
+#include "component/util/PathUtil.h"
+
+namespace
+{
+
+std::optional<std::string>& ModulePathOverride()
+{
+    static std::optional<std::string> path;
+    return path;
+}
+
+} // namespace
+
+void CDyxSessionDataCtrl::OverrideModulePath(std::optional<std::string> path)
+{
+    ModulePathOverride() = path;
+}
+
+CDyxSessionDataCtrl::CDyxSessionDataCtrl(CDebuggerState& state, CRunner* runner)
+    : state_(state), runner_(runner)
+{
+}
+
+CDyxSessionDataCtrl::~CDyxSessionDataCtrl() = default;
+
+HRESULT CDyxSessionDataCtrl::QueryInterface(const Guid& iid, void** out)
+{
+    if (out == nullptr)
+        return E_POINTER;
+    *out = nullptr;
+    if (iid == Ids::IUnknown || iid == Ids::SessionDataType)
+        *out = static_cast<IQRegistryClient*>(this);
+    else if (iid == Ids::IQComponent)
+        *out = static_cast<IQComponent*>(this);
+    else if (iid == Ids::IQErrorReporter)
+        *out = static_cast<IQErrorReporter*>(this);
+    return *out ? S_OK : E_NOINTERFACE;
+}
+
+HRESULT CDyxSessionDataCtrl::OnEvent(const Event&)
+{
+    return S_OK;
+}
+
+HRESULT CDyxSessionDataCtrl::GetErrorText(HRESULT code, std::string& text)
+{
+    return errorTable_ ? errorTable_->GetText(code, text) : E_FAIL;
+}
+
+void CDyxSessionDataCtrl::ShowMessage(const std::string& text, MessageIcon icon)
+{
+    if (auto* box = GetServiceAs<IQMessageBox>(registry_, Ids::MessageBoxService))
+        box->ShowMessage(text, icon);
+}
+
+HRESULT CDyxSessionDataCtrl::Initialise(IQServiceRegistry* registry, int32_t flag)
+{
+    if (!flag || registry == nullptr)
+        return S_OK;
+    registry_ = registry;
+    errorTable_ = GetServiceAs<IQErrorTable>(registry, Ids::ErrorTable);
+    InstallResourceModule();
+    // Without a resource module the component's own texts stand in, so the
+    // questions and error texts are registered either way and the session
+    // keeps working.
+    state_.RegisterPrompts();
+    state_.RegisterErrorTexts();
+    return S_OK;
+}
+
+void CDyxSessionDataCtrl::InstallResourceModule()
+{
+    auto own = ModulePathOverride() ? ModulePathOverride() : PathUtil::OwnModulePath();
+    if (!own || own->empty()) {
+        ShowMessage("Cannot obtain module. File name missing.\nPlease read User Guide to create/install a "
+                    "new version.",
+                    MessageIcon::Stop);
+        ShowMessage("Application will now exit", MessageIcon::Information);
+        return;
+    }
+    std::string file = PathUtil::Join(PathUtil::DirectoryOf(*own), "DebuggerExtRes.dll");
+    std::string error;
+    resource_ = CDllResource::Load(file, error);
+    if (!resource_)
+        ShowMessage(error, MessageIcon::Stop);
+}
+
+HRESULT CDyxSessionDataCtrl::Terminate(int32_t flag)
+{
+    if (!flag)
+        return S_OK;
+    resource_.reset();
+    registry_ = nullptr;
+    errorTable_ = nullptr;
+    return S_OK;
+}

@@ -1,0 +1,48 @@
+#pragma once
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "boundary/interfaces/Component.h"
+#include "boundary/interfaces/Workbench.h"
+
+class CDebuggerState;
+class CRunner;
+class CDllResource;
+
+// The second half of a debugger instance: what the workbench sees as the
+// owner of the session's data. It installs the resource module the texts come
+// from.
+class CDyxSessionDataCtrl : public IQRegistryClient, public IQComponent, public IQErrorReporter
+{
+public:
+    CDyxSessionDataCtrl(CDebuggerState& state, CRunner* runner);
+    virtual ~CDyxSessionDataCtrl();
+
+    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    TESSEL_NOT_REFCOUNTED
+
+    HRESULT OnRegistry(IUnknown*) override { return S_OK; }
+    HRESULT OnEvent(const Event& event) override;
+    HRESULT Initialise(IQServiceRegistry* registry, int32_t flag) override;
+    HRESULT Reserved5() override { return S_OK; }
+    HRESULT Reserved6() override { return S_OK; }
+    HRESULT Terminate(int32_t flag) override;
+    HRESULT GetErrorText(HRESULT code, std::string& text) override;
+
+    const CDllResource* Resource() const { return resource_.get(); }
+
+    // Where the component's own file is looked for. Tests and packagers point
+    // it elsewhere; nullopt goes back to the file that holds this code.
+    static void OverrideModulePath(std::optional<std::string> path);
+
+private:
+    void InstallResourceModule();
+    void ShowMessage(const std::string& text, MessageIcon icon);
+
+    CDebuggerState& state_;
+    CRunner* runner_;
+    IQServiceRegistry* registry_ = nullptr;
+    IQErrorTable* errorTable_ = nullptr;
+    std::unique_ptr<CDllResource> resource_;
+};
