@@ -1,0 +1,269 @@
+// The debugger state meeting the workbench, leaving it, and picking its managers.
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "component/frame/CUserPrompts.h"
+#include "component/memory/CMemoryManager.h"
+#include "component/session/CDyxSessionDataCommandSink.h"
+#include "component/symbols/CLabelManager.h"
+#include "component/symbols/CPDEvaluator.h"
+#include "support/StateFixture.h"
+
+namespace
+{
+
+using DebuggerState = StateFixture;
+
+TEST_F(DebuggerState, FalseFlagChangesNothing)
+{
+    EXPECT_EQ(state->Initialise(&registry, 0), S_OK);
+    EXPECT_EQ(state->Terminate(0), S_OK);
+    EXPECT_TRUE(log.empty());
+    EXPECT_EQ(state->GetLabels(), nullptr);
+}
+
+TEST_F(DebuggerState, InitialiseFetchesThenRegistersInOrder)
+{
+    ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
+    EXPECT_EQ(log, (CallLog{
+                       "QueryInterface HostExtras",
+                       "GetService ErrorTable",
+                       "GetService PlatformList",
+                       "GetService DriverFactory",
+                       "GetService EditorService",
+                       "GetService SourceViewer",
+                       "GetService DisassemblyViewer",
+                       "RegisterService IQDebuggerState9",
+                       "RegisterService IQDebuggerState8",
+                       "RegisterService IQDebuggerState7",
+                       "RegisterService IQDebuggerState6",
+                       "RegisterService IQDebuggerState5",
+                       "RegisterService IQDebuggerState4",
+                       "RegisterService IQDebuggerState3",
+                       "RegisterService IQDebuggerState2",
+                       "RegisterService IQDebuggerState",
+                       "GetService UserPromptTable",
+                       "RegisterProvider IQPostMessageClient",
+                       "RegisterProvider IQFileMonitorClient",
+                       "RegisterService IQPCBreakManager",
+                       "RegisterService IQPCBreakManager2",
+                       "RegisterService IQPCBreakManager3",
+                       "RegisterService IQRunner",
+                       "RegisterService IQSourceManager",
+                       "RegisterService IQDebuggerApplicationServer",
+                   }));
+    // The versions point at one face, the first version at the primary one.
+    EXPECT_EQ(registry.Service(Ids::IQDebuggerState2), registry.Service(Ids::IQDebuggerState9));
+    EXPECT_EQ(registry.Service(Ids::IQDebuggerState), static_cast<IQDebuggerState*>(state.get()));
+    EXPECT_EQ(registry.Service(Ids::IQPCBreakManager3), state->GetBreakInterface());
+    ASSERT_NE(state->GetLabels(), nullptr);
+    EXPECT_FALSE(state->GetLabels()->IsPlatformFunctionFamily());
+    EXPECT_FALSE(state->GetMemory()->IsPlatformFunctionFamily());
+    EXPECT_EQ(state->GetEvaluator(), nullptr);
+}
+
+TEST_F(DebuggerState, TerminateGivesEverythingBackInReverse)
+{
+    ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
+    state->RegisterPrompts();
+    state->RegisterErrorTexts();
+    size_t mark = log.size();
+    ASSERT_EQ(state->Terminate(1), S_OK);
+    EXPECT_EQ(Since(mark), (CallLog{
+                               "UnregisterService IQRunner",
+                               "UnregisterService IQPCBreakManager",
+                               "UnregisterService IQPCBreakManager2",
+                               "UnregisterService IQPCBreakManager3",
+                               "UnregisterService IQSourceManager",
+                               "UnregisterService IQDebuggerApplicationServer",
+                               "DeletePrompt 'Save memory'",
+                               "DeletePrompt 'Unload Program'",
+                               "DeletePrompt 'Load Program'",
+                               "DeletePrompt 'Initialize Target'",
+                               "DeletePrompt 'Download modules after build'",
+                               "DeletePrompt 'Reload out-of-date download modules'",
+                               "DeletePrompt 'Build out of date download modules'",
+                               "DeletePrompt 'Go when no programs downloaded'",
+                               "DeletePrompt 'Command batch file does not exist'",
+                               "UnregisterProvider IQPostMessageClient",
+                               "UnregisterProvider IQFileMonitorClient",
+                               "UnregisterService IQDebuggerState",
+                               "UnregisterService IQDebuggerState2",
+                               "UnregisterService IQDebuggerState3",
+                               "UnregisterService IQDebuggerState4",
+                               "UnregisterService IQDebuggerState5",
+                               "UnregisterService IQDebuggerState6",
+                               "UnregisterService IQDebuggerState7",
+                               "UnregisterService IQDebuggerState8",
+                               "UnregisterService IQDebuggerState9",
+                           }));
+    // The recording registry refuses an unregister of a pointer it does not
+    // hold, so an empty registry proves every pointer matched.
+    EXPECT_EQ(registry.ServiceCount(), 6u) << "only the fixture's own services remain";
+    EXPECT_EQ(registry.ProviderCount(), 0u);
+    EXPECT_TRUE(errors.texts.empty());
+    EXPECT_EQ(state->GetLabels(), nullptr);
+    EXPECT_EQ(state->GetMemory(), nullptr);
+    EXPECT_EQ(state->GetRegistry(), nullptr);
+}
+
+TEST_F(DebuggerState, QueryInterfaceFollowsItsTable)
+{
+    ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
+    struct Case {
+        Guid id;
+        void* expected;
+    };
+    CDebuggerState* s = state.get();
+    const Case cases[] = {
+        {Ids::IUnknown, static_cast<IQRegistryClient*>(s)},
+        {Ids::IQComponent, static_cast<IQComponent*>(s)},
+        {Ids::IQDebuggerSync, static_cast<IQDebuggerSync*>(s)},
+        {Ids::IQDebuggerState9, static_cast<IQDebuggerState9*>(s)},
+        {Ids::IQDebuggerState3, static_cast<IQDebuggerState9*>(s)},
+        {Ids::IQDebuggerState2, static_cast<IQDebuggerState9*>(s)},
+        {Ids::IQDebuggerState, static_cast<IQDebuggerState*>(s)},
+        {Ids::IQSourceManager, static_cast<IQSourceManager*>(s)},
+        {Ids::IQErrorReporter, static_cast<IQErrorReporter*>(s)},
+        {Ids::IQDebuggerApplicationServer, static_cast<IQDebuggerApplicationServer*>(s)},
+        {Ids::IQDisassemblyDataManagerServer, static_cast<IQDisassemblyDataManagerServer*>(s)},
+        {Ids::Component, static_cast<IQDebuggerState*>(s)},
+        {Ids::IQLabelManager2, state->GetLabelInterface()},
+        {Ids::IQPostMessageClient, static_cast<IQPostMessageClient*>(s)},
+        {Ids::IQFileMonitorClient, static_cast<IQFileMonitorClient*>(s)},
+        {Ids::PlatformList, nullptr},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(IdName(c.id));
+        void* out = reinterpret_cast<void*>(0x1);
+        EXPECT_EQ(state->QueryInterface(c.id, &out), c.expected ? S_OK : E_NOINTERFACE);
+        EXPECT_EQ(out, c.expected);
+    }
+}
+
+// Notes what the state held when the family change reached the sink.
+struct RecordingSink : CDyxSessionDataCommandSink {
+    explicit RecordingSink(CDebuggerState& s) : state(s) {}
+    void AddPlatformCommands() override { notes.push_back(Describe("add")); }
+    void RemovePlatformCommands() override { notes.push_back(Describe("remove")); }
+    std::string Describe(const char* what)
+    {
+        std::string labels =
+            state.GetLabels() ? (state.GetLabels()->IsPlatformFunctionFamily() ? "PD" : "VEL") : "none";
+        std::string memory =
+            state.GetMemory() ? (state.GetMemory()->IsPlatformFunctionFamily() ? "PD" : "VEL") : "none";
+        return std::string(what) + " labels=" + labels + " memory=" + memory +
+               " evaluator=" + (state.GetEvaluator() ? "yes" : "no");
+    }
+    CDebuggerState& state;
+    std::vector<std::string> notes;
+};
+
+TEST_F(DebuggerState, PlatformFamilyRebuildsManagersEveryTimeOnlyForFunctionPlatforms)
+{
+    ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
+    RecordingSink sink(*state);
+    state->SetCommandSink(&sink);
+    auto serials = [&] { return std::make_pair(state->GetLabels()->Serial(), state->GetMemory()->Serial()); };
+
+    size_t mark = log.size();
+    auto before = serials();
+    state->SelectPlatformMode("");
+    EXPECT_TRUE(Since(mark).empty()) << "an empty name is not asked about";
+    state->SelectPlatformMode("sim");
+    state->SelectPlatformMode("sim");
+    EXPECT_EQ(serials(), before) << "the rich family twice keeps its managers";
+    EXPECT_EQ(state->GetPlatformMode(), PLATFORM_MODE_VEL);
+
+    state->SelectPlatformMode("pdsim");
+    auto first = serials();
+    EXPECT_NE(first.first, before.first);
+    EXPECT_EQ(state->GetPlatformMode(), PLATFORM_MODE_PD);
+    ASSERT_NE(state->GetEvaluator(), nullptr);
+    uint64_t firstEvaluator = state->GetEvaluator()->Serial();
+    state->SelectPlatformMode("pdsim");
+    EXPECT_NE(serials().first, first.first) << "the function family is rebuilt at every call";
+    EXPECT_NE(serials().second, first.second);
+    EXPECT_NE(state->GetEvaluator()->Serial(), firstEvaluator);
+    EXPECT_TRUE(state->UsesPlatformSymbols());
+
+    state->SelectPlatformMode("sim");
+    EXPECT_EQ(state->GetPlatformMode(), PLATFORM_MODE_VEL);
+    EXPECT_EQ(state->GetEvaluator(), nullptr);
+    EXPECT_FALSE(state->GetLabels()->IsPlatformFunctionFamily());
+
+    // The sink hears of a change of family once each way: on the way in after
+    // the new managers stand but before the evaluator, on the way out first.
+    EXPECT_EQ(sink.notes, (std::vector<std::string>{"add labels=PD memory=PD evaluator=no",
+                                                    "remove labels=PD memory=PD evaluator=yes"}));
+    state->SetCommandSink(nullptr);
+    state->Terminate(1);
+}
+
+TEST_F(DebuggerState, RadixIsRecordedAsACommandOnlyWhenItChanges)
+{
+    ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
+    state->SetRadix(16);
+    EXPECT_TRUE(recorder.lines.empty());
+    EXPECT_EQ(evaluator.sets, 0);
+    for (auto [radix, word] : {std::pair{2, "bin"}, {8, "oct"}, {10, "dec"}, {16, "hex"}}) {
+        state->SetRadix(radix);
+        EXPECT_EQ(recorder.lines.back(), std::string("radix ") + word);
+        EXPECT_EQ(evaluator.radix, radix);
+    }
+    state->SetRadix(7);
+    EXPECT_EQ(evaluator.radix, 16) << "no such radix: nothing changes";
+    recorder.logging = false;
+    state->SetRadix(2);
+    EXPECT_EQ(recorder.lines.size(), 4u);
+    EXPECT_EQ(evaluator.radix, 2) << "with the log off the radix still changes";
+
+    // In the function family the session's own evaluator holds the radix.
+    state->SelectPlatformMode("pdsim");
+    recorder.logging = true;
+    state->SetRadix(10);
+    int32_t radix = 0;
+    state->GetEvaluator()->GetRadix(radix);
+    EXPECT_EQ(radix, 10);
+    EXPECT_EQ(recorder.lines.back(), "radix dec");
+    EXPECT_EQ(log.back(), "Broadcast {34553FBB-CBBF-4EF1-BBAA-5C29633BF835}");
+    state->Terminate(1);
+}
+
+TEST_F(DebuggerState, LookupsOutOfRangeFailWithANullPointer)
+{
+    IUnknown* program = reinterpret_cast<IUnknown*>(0x1);
+    EXPECT_EQ(state->GetProgram(state->GetProgramCountA(), &program), E_FAIL);
+    EXPECT_EQ(program, nullptr);
+    EXPECT_EQ(state->GetProgramByName("main.elf", &program), E_FAIL);
+    EXPECT_EQ(state->IsConnectedA(), E_FAIL);
+    EXPECT_EQ(state->IsDisconnected(), S_OK);
+    EXPECT_EQ(state->IsTargetAbsent(), S_OK);
+    EXPECT_EQ(state->GetTargetKind(), E_FAIL);
+    std::string a = "x", b = "y";
+    EXPECT_EQ(state->GetTargetNames(a, b), S_FALSE);
+    EXPECT_EQ(state->ForwardToService(1, 2), E_FAIL);
+}
+
+TEST_F(DebuggerState, StopAddressFromAnotherThreadIsTakenOnce)
+{
+    uint32_t address = 0;
+    EXPECT_FALSE(state->TakePendingStopAddress(address));
+    std::thread platform([&] { state->SetStopAddress(0x08000123); });
+    platform.join();
+    ASSERT_TRUE(state->TakePendingStopAddress(address));
+    EXPECT_EQ(address, 0x08000123u);
+    EXPECT_FALSE(state->TakePendingStopAddress(address));
+}
+
+TEST_F(DebuggerState, ToolbarRequestIsAFlagTheSinkReads)
+{
+    EXPECT_FALSE(state->TargetToolbarsArePending());
+    state->RequestTargetToolbars();
+    EXPECT_TRUE(state->TargetToolbarsArePending());
+    state->CancelTargetToolbars();
+    EXPECT_FALSE(state->TargetToolbarsArePending());
+}
+
+} // namespace

@@ -1,0 +1,157 @@
+// The session controller installing the texts: resource module, questions and
+// error texts.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "component/frame/CDllResource.h"
+#include "component/frame/ErrorTexts.h"
+#include "component/session/CDyxSessionDataCtrl.h"
+#include "support/StateFixture.h"
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+struct SessionCtrl : StateFixture {
+    std::unique_ptr<CDyxSessionDataCtrl> ctrl =
+        std::make_unique<CDyxSessionDataCtrl>(*state, state->GetRunner());
+    fs::path temp;
+
+    void SetUp() override
+    {
+        char pattern[] = "/tmp/tessel-ctrl-XXXXXX";
+        ASSERT_NE(mkdtemp(pattern), nullptr);
+        temp = pattern;
+    }
+    void TearDown() override
+    {
+        CDyxSessionDataCtrl::OverrideModulePath(std::nullopt);
+        fs::remove_all(temp);
+    }
+    void Start()
+    {
+        ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
+        ASSERT_EQ(ctrl->Initialise(&registry, 1), S_OK);
+    }
+    void Stop()
+    {
+        state->Terminate(1);
+        ctrl->Terminate(1);
+    }
+    // Puts a module, under the resource module's file name, in the folder of a
+    // pretended component file.
+    void PretendComponentBeside(const std::string& module)
+    {
+        if (!module.empty())
+            fs::copy_file(BinaryDirectory() + "/resmods/resmod_" + module + ".dll",
+                          temp / "DebuggerExtRes.dll");
+        CDyxSessionDataCtrl::OverrideModulePath((temp / "libtessel-debugger.so").string());
+    }
+};
+
+TEST_F(SessionCtrl, InstallsTheModuleThenRegistersQuestionsInOrder)
+{
+    Start();
+    ASSERT_NE(ctrl->Resource(), nullptr) << (messages.shown.empty() ? "" : messages.shown[0]);
+    EXPECT_TRUE(messages.shown.empty());
+    CallLog added;
+    for (const auto& line : log)
+        if (line.rfind("AddPrompt", 0) == 0)
+            added.push_back(line);
+    EXPECT_EQ(added, (CallLog{
+                         "AddPrompt Component 'Load Program' 0",
+                         "AddPrompt Component 'Unload Program' 0",
+                         "AddPrompt Component 'Save memory' 0",
+                         "AddPrompt Component 'Initialize Target' 1",
+                         "AddPrompt Component 'Download modules after build' 1",
+                         "AddPrompt Component 'Reload out-of-date download modules' 1",
+                         "AddPrompt Component 'Build out of date download modules' 1",
+                         "AddPrompt Component 'Go when no programs downloaded' 1",
+                         "AddPrompt Component 'Command batch file does not exist' 1",
+                     }));
+    Stop();
+    EXPECT_EQ(ctrl->Resource(), nullptr);
+}
+
+TEST_F(SessionCtrl, ErrorTableKeepsATextAnotherComponentEnteredFirst)
+{
+    errors.texts[static_cast<HRESULT>(0x80040901u)] = "Another component's syntax error";
+    Start();
+    EXPECT_EQ(ErrorTexts::RowCount(), 101u);
+    EXPECT_EQ(errors.texts.size(), 101u);
+    EXPECT_EQ(errors.adds, 100);
+    EXPECT_EQ(errors.texts[static_cast<HRESULT>(0x80040901u)], "Another component's syntax error");
+    EXPECT_EQ(errors.texts[0], "No Error");
+    EXPECT_EQ(errors.texts[static_cast<HRESULT>(0x80043083u)],
+              "The start address must be lower than the end address.");
+    EXPECT_EQ(errors.texts[static_cast<HRESULT>(0x80043094u)], "Can not copy memory");
+    std::string text;
+    EXPECT_EQ(state->GetErrorText(static_cast<HRESULT>(0x80041013u), text), S_OK);
+    EXPECT_EQ(text, "Undefined symbol");
+    EXPECT_LT(state->GetErrorText(0x1234, text), 0) << "a code with no row has no text";
+
+    Stop();
+    ASSERT_EQ(errors.texts.size(), 1u) << "only what this component entered is removed";
+    EXPECT_EQ(errors.texts.begin()->second, "Another component's syntax error");
+}
+
+TEST_F(SessionCtrl, TwoSessionsShareTheTextsUntilTheLastLeaves)
+{
+    Start();
+    CDebuggerState second;
+    CDyxSessionDataCtrl secondCtrl(second, second.GetRunner());
+    ASSERT_EQ(second.Initialise(&registry, 1), S_OK);
+    ASSERT_EQ(secondCtrl.Initialise(&registry, 1), S_OK);
+    EXPECT_EQ(errors.adds, 101) << "the second session finds every text in place";
+    Stop();
+    EXPECT_EQ(errors.texts.size(), 101u);
+    second.Terminate(1);
+    secondCtrl.Terminate(1);
+    EXPECT_TRUE(errors.texts.empty());
+}
+
+struct BadModuleCase {
+    const char* module; // "" for none at all
+    const char* message;
+};
+
+TEST_F(SessionCtrl, AMissingOrWrongModuleIsReportedAndTheSessionRunsOnOwnTexts)
+{
+    const BadModuleCase cases[] = {
+        {"", "Error loading resource DLL %s"},
+        {"wrongtype", "Dll %s is not a resources Dll"},
+        {"notype", "Dll %s is not a resources Dll"},
+        {"product100", "Incorrect version of Resources - exiting"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.module);
+        fs::remove(temp / "DebuggerExtRes.dll");
+        PretendComponentBeside(c.module);
+        messages.shown.clear();
+        errors.texts.clear();
+        Start();
+        std::string expected = c.message;
+        if (auto at = expected.find("%s"); at != std::string::npos)
+            expected.replace(at, 2, (temp / "DebuggerExtRes.dll").string());
+        EXPECT_EQ(messages.shown, (std::vector<std::string>{expected}));
+        EXPECT_EQ(ctrl->Resource(), nullptr);
+        EXPECT_EQ(errors.texts[static_cast<HRESULT>(0x80040904u)], "Divide by zero");
+        EXPECT_EQ(prompts.names.rbegin()->second, "Command batch file does not exist");
+        Stop();
+    }
+}
+
+TEST_F(SessionCtrl, NoOwnFileNameGivesTheTwoMessages)
+{
+    CDyxSessionDataCtrl::OverrideModulePath(std::string());
+    Start();
+    EXPECT_EQ(messages.shown, (std::vector<std::string>{"Cannot obtain module. File name missing.\nPlease "
+                                                        "read User Guide to create/install a new version.",
+                                                        "Application will now exit"}));
+    Stop();
+}
+
+} // namespace

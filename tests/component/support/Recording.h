@@ -1,0 +1,154 @@
+#pragma once
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "boundary/Ids.h"
+#include "boundary/interfaces/Component.h"
+#include "boundary/interfaces/Platform.h"
+#include "boundary/interfaces/Workbench.h"
+
+// Readable name of a known identifier, or its text.
+std::string IdName(const Guid& id);
+
+// A call log shared by the fakes, so an order across services is one list.
+using CallLog = std::vector<std::string>;
+
+// A service registry that records every call in order and keeps what was
+// registered, so that services can be found again.
+class RecordingRegistry : public IQServiceRegistry
+{
+public:
+    explicit RecordingRegistry(CallLog& log) : log_(log) {}
+
+    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    TESSEL_NOT_REFCOUNTED
+    HRESULT Broadcast(const Event& event) override;
+    HRESULT GetProviders(const Guid& id, int32_t& count, IUnknown**& array) override;
+    HRESULT GetService(const Guid& id, IUnknown** out) override;
+    HRESULT RegisterProvider(const Guid& id, IUnknown* provider) override;
+    HRESULT RegisterService(const Guid& id, IUnknown* service) override;
+    HRESULT UnregisterProvider(const Guid& id, IUnknown* provider) override;
+    HRESULT UnregisterService(const Guid& id, IUnknown* service) override;
+    HRESULT IsBusy(const Guid& id) override;
+    HRESULT SetBusy(const Guid& id) override;
+    HRESULT ClearBusy(const Guid& id) override;
+
+    // Puts a service in place without logging it.
+    void Provide(const Guid& id, IUnknown* service) { services_[id] = service; }
+    IUnknown* Service(const Guid& id) const;
+    size_t ServiceCount() const { return services_.size(); }
+    size_t ProviderCount() const;
+
+private:
+    CallLog& log_;
+    std::unordered_map<Guid, IUnknown*> services_;
+    std::unordered_map<Guid, std::vector<IUnknown*>> providers_;
+};
+
+class RecordingErrorTable : public IQErrorTable
+{
+public:
+    explicit RecordingErrorTable(CallLog* log = nullptr) : log_(log) {}
+    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    TESSEL_NOT_REFCOUNTED
+    HRESULT GetText(HRESULT code, std::string& text) override;
+    HRESULT AddText(HRESULT code, const std::string& text) override;
+    HRESULT RemoveText(HRESULT code) override;
+    std::map<HRESULT, std::string> texts;
+    int adds = 0, removes = 0;
+
+private:
+    CallLog* log_;
+};
+
+class RecordingPromptTable : public IQUserPromptTable
+{
+public:
+    explicit RecordingPromptTable(CallLog& log) : log_(log) {}
+    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    TESSEL_NOT_REFCOUNTED
+    HRESULT AddPrompt(const Guid& owner, const std::string& name, VariantBool defaultEnabled,
+                      Guid& key) override;
+    HRESULT DeletePrompt(Guid key) override;
+    HRESULT IsPromptEnabled(Guid key) override;
+    HRESULT AskYesNo(Guid key, const std::string& question, VariantBool& answer) override;
+    HRESULT SetPromptEnabled(Guid key, int32_t enabled) override;
+    HRESULT AskYesNoReload(Guid key, const std::string& question, VariantBool& answer) override;
+    // Key number n (1-based) names the n-th prompt added.
+    std::map<int, std::string> names;
+
+private:
+    CallLog& log_;
+    int next_ = 0;
+};
+
+class RecordingMessageBox : public IQMessageBox
+{
+public:
+    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    TESSEL_NOT_REFCOUNTED
+    HRESULT ShowMessage(const std::string& text, MessageIcon icon) override;
+    HRESULT AskYesNo(const std::string& text, VariantBool defaultAnswer, VariantBool& answer) override;
+    std::vector<std::string> shown;
+};
+
+class RecordingRecorder : public IQCommandRecorder
+{
+public:
+    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    TESSEL_NOT_REFCOUNTED
+    HRESULT IsLogging() override { return logging ? S_OK : S_FALSE; }
+    HRESULT LogCommand(const std::string& text) override;
+    bool logging = true;
+    std::vector<std::string> lines;
+};
+
+class FakeEvaluator : public IQEvaluator2
+{
+public:
+    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    TESSEL_NOT_REFCOUNTED
+    HRESULT GetRadix(int32_t& r) override
+    {
+        r = radix;
+        return S_OK;
+    }
+    HRESULT SetRadix(int32_t r) override
+    {
+        radix = r;
+        ++sets;
+        return S_OK;
+    }
+    int32_t radix = 16;
+    int sets = 0;
+};
+
+// Platforms whose names start with "pd" are of the family driven by function name.
+class FakePlatformList : public IQPlatformList
+{
+public:
+    explicit FakePlatformList(CallLog& log) : log_(log) {}
+    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    TESSEL_NOT_REFCOUNTED
+    HRESULT IsFunctionPlatform(const std::string& name) override;
+
+private:
+    CallLog& log_;
+};
+
+class RecordingRegistrar : public IQRegistrar
+{
+public:
+    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    TESSEL_NOT_REFCOUNTED
+    HRESULT RegisterComponent(const std::string& name, int32_t count, const Guid* const* ids, int32_t a,
+                              int32_t b, int32_t c, const Guid& identity) override;
+    HRESULT RegisterDataType(const std::string& name, int32_t a, int32_t b, int32_t c,
+                             const Guid& id) override;
+    CallLog log;
+};
+
+// Folder of the test program, where the build puts every binary.
+std::string BinaryDirectory();
