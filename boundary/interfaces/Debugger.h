@@ -8,9 +8,12 @@
 
 // The debugger's own interfaces, as other components of the workbench see them.
 
-struct IQDebuggerSync : IUnknown {};
-struct IQSourceManager : IUnknown {};
-struct IQDebuggerApplicationServer : IUnknown {};
+struct IQDebuggerSync : IUnknown {
+};
+struct IQSourceManager : IUnknown {
+};
+struct IQDebuggerApplicationServer : IUnknown {
+};
 
 struct IQDisassemblyDataManagerServer : IUnknown {
     virtual HRESULT CreateServer(IUnknown* client, IUnknown** server) = 0; // 3
@@ -20,78 +23,83 @@ struct IQDisassemblyDataManagerServer : IUnknown {
 };
 
 // Primary faces of the managers the state owns.
-struct IQLabelManager2 : IUnknown {};
-struct IQMemoryManager : IUnknown {};
-struct IQPCBreakManager : IUnknown {};
-struct IQRunner : IUnknown {};
+struct IQLabelManager2 : IUnknown {
+};
+struct IQMemoryManager : IUnknown {
+};
+struct IQPCBreakManager : IUnknown {
+};
+struct IQRunner : IUnknown {
+};
 
 struct IQDebuggerState : IUnknown {
-    virtual HRESULT GetCpuText1(std::string& text) = 0;                                    // 3
-    virtual HRESULT GetCpuText2(std::string& text) = 0;                                    // 4
-    virtual HRESULT GetTargetText1(std::string& text) = 0;                                 // 5
-    virtual HRESULT GetTargetText2(std::string& text) = 0;                                 // 6
-    virtual HRESULT GetTargetText3(std::string& text) = 0;                                 // 7
-    virtual int32_t GetProgramCountA() = 0;                                                // 8
-    virtual HRESULT GetProgram(int32_t index, IUnknown** program) = 0;                     // 9
-    virtual HRESULT FindProgramByFile(const std::string& name, IUnknown** loader) = 0;     // 10
-    virtual HRESULT IsConnectedA() = 0;                                                    // 11
+    virtual HRESULT GetCpuText1(std::string& text) = 0;                                                 // 3
+    virtual HRESULT GetCpuText2(std::string& text) = 0;                                                 // 4
+    virtual HRESULT GetTargetText1(std::string& text) = 0;                                              // 5
+    virtual HRESULT GetTargetText2(std::string& text) = 0;                                              // 6
+    virtual HRESULT GetTargetText3(std::string& text) = 0;                                              // 7
+    virtual int32_t GetProgramCountA() = 0;                                                             // 8
+    virtual HRESULT GetProgram(int32_t index, IUnknown** program) = 0;                                  // 9
+    virtual HRESULT FindProgramByFile(const std::string& name, IUnknown** loader) = 0;                  // 10
+    virtual HRESULT IsConnectedA() = 0;                                                                 // 11
     virtual HRESULT SaveMemoryDialog(VariantBool useRange, TargetAddress start, TargetAddress end) = 0; // 12
-    virtual HRESULT IsConnectedB() = 0;                                                    // 13
-    virtual HRESULT LoadMemoryDialog(VariantBool useAddress, TargetAddress address) = 0;   // 14
-    virtual HRESULT CanVerifyMemory() = 0;                                                 // 15
-    virtual HRESULT VerifyMemoryDialog(VariantBool useAddress, TargetAddress address) = 0; // 16
+    virtual HRESULT IsConnectedB() = 0;                                                                 // 13
+    virtual HRESULT LoadMemoryDialog(VariantBool useAddress, TargetAddress address) = 0;                // 14
+    virtual HRESULT CanVerifyMemory() = 0;                                                              // 15
+    virtual HRESULT VerifyMemoryDialog(VariantBool useAddress, TargetAddress address) = 0;              // 16
 };
 
 // The second version puts two operations in front of the last seven of the first,
 // so it repeats the whole table rather than deriving from it.
 struct IQDebuggerState2 : IUnknown {
-    virtual HRESULT GetCpuText1(std::string& text) = 0;                                    // 3
-    virtual HRESULT GetCpuText2(std::string& text) = 0;                                    // 4
-    virtual HRESULT GetTargetText1(std::string& text) = 0;                                 // 5
-    virtual HRESULT GetTargetText2(std::string& text) = 0;                                 // 6
-    virtual HRESULT GetTargetText3(std::string& text) = 0;                                 // 7
-    virtual int32_t GetProgramCountA() = 0;                                                // 8
-    virtual HRESULT GetProgram(int32_t index, IUnknown** program) = 0;                     // 9
-    virtual HRESULT DownloadProgramAt(int32_t index) = 0;                                  // 10
-    virtual HRESULT UnloadProgramAt(int32_t index) = 0;                                    // 11
-    virtual HRESULT FindProgramByFile(const std::string& name, IUnknown** loader) = 0;     // 12
-    virtual HRESULT IsConnectedA() = 0;                                                    // 13
+    virtual HRESULT GetCpuText1(std::string& text) = 0;                                                 // 3
+    virtual HRESULT GetCpuText2(std::string& text) = 0;                                                 // 4
+    virtual HRESULT GetTargetText1(std::string& text) = 0;                                              // 5
+    virtual HRESULT GetTargetText2(std::string& text) = 0;                                              // 6
+    virtual HRESULT GetTargetText3(std::string& text) = 0;                                              // 7
+    virtual int32_t GetProgramCountA() = 0;                                                             // 8
+    virtual HRESULT GetProgram(int32_t index, IUnknown** program) = 0;                                  // 9
+    virtual HRESULT DownloadProgramAt(int32_t index) = 0;                                               // 10
+    virtual HRESULT UnloadProgramAt(int32_t index) = 0;                                                 // 11
+    virtual HRESULT FindProgramByFile(const std::string& name, IUnknown** loader) = 0;                  // 12
+    virtual HRESULT IsConnectedA() = 0;                                                                 // 13
     virtual HRESULT SaveMemoryDialog(VariantBool useRange, TargetAddress start, TargetAddress end) = 0; // 14
-    virtual HRESULT IsConnectedB() = 0;                                                    // 15
-    virtual HRESULT LoadMemoryDialog(VariantBool useAddress, TargetAddress address) = 0;   // 16
-    virtual HRESULT CanVerifyMemory() = 0;                                                 // 17
-    virtual HRESULT VerifyMemoryDialog(VariantBool useAddress, TargetAddress address) = 0; // 18
-    virtual HRESULT ShowSourceAt(TargetAddress address) = 0;                               // 19
+    virtual HRESULT IsConnectedB() = 0;                                                                 // 15
+    virtual HRESULT LoadMemoryDialog(VariantBool useAddress, TargetAddress address) = 0;                // 16
+    virtual HRESULT CanVerifyMemory() = 0;                                                              // 17
+    virtual HRESULT VerifyMemoryDialog(VariantBool useAddress, TargetAddress address) = 0;              // 18
+    virtual HRESULT ShowSourceAt(TargetAddress address) = 0;                                            // 19
 };
 
 struct IQDebuggerState3 : IQDebuggerState2 {
-    virtual HRESULT Connect() = 0;                                                         // 20
-    virtual HRESULT Disconnect() = 0;                                                      // 21
-    virtual HRESULT GetBatchState(int32_t& value) = 0;                                     // 22
-    virtual HRESULT GetProgramByName(const std::string& name, IUnknown** program) = 0;     // 23
-    virtual HRESULT DownloadProgramByName(const std::string& name) = 0;                    // 24
-    virtual HRESULT UnloadProgramByName(const std::string& name) = 0;                      // 25
+    virtual HRESULT Connect() = 0;                                                     // 20
+    virtual HRESULT Disconnect() = 0;                                                  // 21
+    virtual HRESULT GetBatchState(int32_t& value) = 0;                                 // 22
+    virtual HRESULT GetProgramByName(const std::string& name, IUnknown** program) = 0; // 23
+    virtual HRESULT DownloadProgramByName(const std::string& name) = 0;                // 24
+    virtual HRESULT UnloadProgramByName(const std::string& name) = 0;                  // 25
 };
 
 struct IQDebuggerState4 : IQDebuggerState3 {
     virtual HRESULT SetSyncPeers(IQDebuggerSync** peers, int32_t count) = 0; // 26
-    virtual HRESULT SetActiveSession(int32_t flag) = 0;                     // 27
-    virtual HRESULT SetSessionsInStep(int32_t flag) = 0;                    // 28
-    virtual HRESULT ClearDebugOutput() = 0;                                 // 29
-    virtual HRESULT WriteDebugLine(const std::string& text) = 0;            // 30
-    virtual HRESULT ShowDebugOutput() = 0;                                  // 31
+    virtual HRESULT SetActiveSession(int32_t flag) = 0;                      // 27
+    virtual HRESULT SetSessionsInStep(int32_t flag) = 0;                     // 28
+    virtual HRESULT ClearDebugOutput() = 0;                                  // 29
+    virtual HRESULT WriteDebugLine(const std::string& text) = 0;             // 30
+    virtual HRESULT ShowDebugOutput() = 0;                                   // 31
     // The one operation that other threads call.
-    virtual HRESULT SetStopAddress(uint32_t value) = 0;                     // 32
+    virtual HRESULT SetStopAddress(uint32_t value) = 0; // 32
 };
 
 struct IQDebuggerState5 : IQDebuggerState4 {
-    virtual HRESULT ShowCurrentPosition() = 0;                                             // 33
+    virtual HRESULT ShowCurrentPosition() = 0;                                                   // 33
     virtual HRESULT ReadSymbolValue(const std::string& name, uint32_t& low, uint32_t& high) = 0; // 34
-    virtual HRESULT IsDisconnected() = 0;                                                  // 35
-    virtual HRESULT GetProgramCount(int32_t& count) = 0;                                   // 36
+    virtual HRESULT IsDisconnected() = 0;                                                        // 35
+    virtual HRESULT GetProgramCount(int32_t& count) = 0;                                         // 36
     virtual HRESULT GetProgramDetails(int32_t index, std::string& file, uint32_t& offset, std::string& format,
-                                      VariantBool& debugDataOnly, VariantBool& verify, AccessSize& size) = 0; // 37
-    virtual HRESULT DownloadProgramEx(int32_t index, VariantBool debugDataOnly) = 0;       // 38
+                                      VariantBool& debugDataOnly, VariantBool& verify,
+                                      AccessSize& size) = 0;                         // 37
+    virtual HRESULT DownloadProgramEx(int32_t index, VariantBool debugDataOnly) = 0; // 38
 };
 
 struct IQDebuggerState6 : IQDebuggerState5 {
@@ -102,21 +110,22 @@ struct IQDebuggerState6 : IQDebuggerState5 {
 };
 
 struct IQDebuggerState7 : IQDebuggerState6 {
-    virtual HRESULT IsTargetAbsent() = 0;                                 // 41
-    virtual HRESULT GetTargetNames(std::string& a, std::string& b) = 0;   // 42
+    virtual HRESULT IsTargetAbsent() = 0;                               // 41
+    virtual HRESULT GetTargetNames(std::string& a, std::string& b) = 0; // 42
 };
 
 struct IQDebuggerState8 : IQDebuggerState7 {
-    virtual HRESULT AddProgram(const std::string& file, const std::string& format, uint32_t offset, AccessSize size,
-                               int32_t debugDataOnly, int32_t verify, int32_t autoDownload) = 0; // 43
-    virtual HRESULT GetTargetKind() = 0;          // 44
-    virtual HRESULT GetRunnerKind() = 0;          // 45
-    virtual HRESULT RequestTargetToolbars() = 0;  // 46
-    virtual HRESULT CancelTargetToolbars() = 0;   // 47
+    virtual HRESULT AddProgram(const std::string& file, const std::string& format, uint32_t offset,
+                               AccessSize size, int32_t debugDataOnly, int32_t verify,
+                               int32_t autoDownload) = 0; // 43
+    virtual HRESULT GetTargetKind() = 0;                  // 44
+    virtual HRESULT GetRunnerKind() = 0;                  // 45
+    virtual HRESULT RequestTargetToolbars() = 0;          // 46
+    virtual HRESULT CancelTargetToolbars() = 0;           // 47
 };
 
 struct IQDebuggerState9 : IQDebuggerState8 {
-    virtual HRESULT GetFileList(Variant& list) = 0;                  // 48
-    virtual HRESULT AddDownloadFile(const std::string& file) = 0;    // 49
-    virtual HRESULT AddDownloadFiles(const Variant& files) = 0;      // 50
+    virtual HRESULT GetFileList(Variant& list) = 0;               // 48
+    virtual HRESULT AddDownloadFile(const std::string& file) = 0; // 49
+    virtual HRESULT AddDownloadFiles(const Variant& files) = 0;   // 50
 };

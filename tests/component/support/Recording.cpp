@@ -242,11 +242,6 @@ HRESULT RecordingRecorder::LogCommand(const std::string& text)
     return S_OK;
 }
 
-HRESULT FakeEvaluator::QueryInterface(const Guid& iid, void** out)
-{
-    return AnswerUnknown(iid, static_cast<IQEvaluator2*>(this), out);
-}
-
 HRESULT FakePlatformList::QueryInterface(const Guid& iid, void** out)
 {
     return AnswerUnknown(iid, static_cast<IQPlatformList*>(this), out);

@@ -8,6 +8,7 @@
 #include "boundary/interfaces/Component.h"
 #include "boundary/interfaces/Platform.h"
 #include "boundary/interfaces/Workbench.h"
+#include "support/FakeEvaluator.h"
 
 // Readable name of a known identifier, or its text.
 std::string IdName(const Guid& id);
@@ -103,26 +104,6 @@ public:
     HRESULT LogCommand(const std::string& text) override;
     bool logging = true;
     std::vector<std::string> lines;
-};
-
-class FakeEvaluator : public IQEvaluator2
-{
-public:
-    HRESULT QueryInterface(const Guid& iid, void** out) override;
-    TESSEL_NOT_REFCOUNTED
-    HRESULT GetRadix(int32_t& r) override
-    {
-        r = radix;
-        return S_OK;
-    }
-    HRESULT SetRadix(int32_t r) override
-    {
-        radix = r;
-        ++sets;
-        return S_OK;
-    }
-    int32_t radix = 16;
-    int sets = 0;
 };
 
 // Platforms whose names start with "pd" are of the family driven by function name.
