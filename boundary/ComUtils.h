@@ -8,7 +8,8 @@
 // Conversions between the boundary's list variants and plain lists. A variant of
 // another type, an empty variant, or an array holding an element of the wrong
 // type converts to an empty list without a message.
-namespace CComUtils {
+namespace CComUtils
+{
 
 Variant StringListToVariant(const std::vector<std::string>& list);
 std::vector<std::string> VariantToStringList(const Variant& v);

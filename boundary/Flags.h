@@ -7,8 +7,14 @@ using VariantBool = uint16_t;
 constexpr VariantBool VARIANT_FALSE = 0;
 constexpr VariantBool VARIANT_TRUE = 0xFFFF;
 
-constexpr VariantBool ToVariantBool(bool b) { return b ? VARIANT_TRUE : VARIANT_FALSE; }
-constexpr bool FromVariantBool(VariantBool v) { return v != 0; }
+constexpr VariantBool ToVariantBool(bool b)
+{
+    return b ? VARIANT_TRUE : VARIANT_FALSE;
+}
+constexpr bool FromVariantBool(VariantBool v)
+{
+    return v != 0;
+}
 
 // Target addresses are 32 bits; a range is first..last, both inclusive.
 using TargetAddress = uint32_t;

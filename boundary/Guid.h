@@ -58,7 +58,10 @@ private:
     }
 };
 
-consteval Guid operator""_guid(const char* text, size_t n) { return Guid::FromText({text, n}); }
+consteval Guid operator""_guid(const char* text, size_t n)
+{
+    return Guid::FromText({text, n});
+}
 
 inline bool Guid::TryParse(std::string_view text, Guid& out)
 {

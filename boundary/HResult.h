@@ -6,7 +6,10 @@
 // "not negative" (Succeeded) or for exactly S_OK.
 using HRESULT = int32_t;
 
-constexpr HRESULT MakeResult(uint32_t bits) { return static_cast<HRESULT>(bits); }
+constexpr HRESULT MakeResult(uint32_t bits)
+{
+    return static_cast<HRESULT>(bits);
+}
 
 constexpr HRESULT S_OK = 0;
 constexpr HRESULT S_FALSE = 1;
@@ -17,8 +20,14 @@ constexpr HRESULT E_FAIL = MakeResult(0x80004005u);
 constexpr HRESULT E_OUTOFMEMORY = MakeResult(0x8007000Eu);
 constexpr HRESULT E_INVALIDARG = MakeResult(0x80070057u);
 
-constexpr bool Failed(HRESULT hr) { return hr < 0; }
-constexpr bool Succeeded(HRESULT hr) { return hr >= 0; }
+constexpr bool Failed(HRESULT hr)
+{
+    return hr < 0;
+}
+constexpr bool Succeeded(HRESULT hr)
+{
+    return hr >= 0;
+}
 
 // Codes the component answers without a row of its own in the error table.
 constexpr HRESULT QE_DLL_ERROR = MakeResult(0x80040201u);

@@ -2,7 +2,8 @@
 #include "boundary/Guid.h"
 
 // Every identifier of the system, in one place.
-namespace Ids {
+namespace Ids
+{
 
 // IUnknown and the generic interfaces every component answers.
 inline constexpr Guid IUnknown = "{A8495740-DE13-11D3-8AF5-00AA0026624A}"_guid;
@@ -56,6 +57,9 @@ inline constexpr Guid IQEvaluator = "{A8495743-DE13-11D3-8AF5-00AA0026624A}"_gui
 inline constexpr Guid IQEvaluator2 = "{AFFBE6B9-BD14-4950-BBD0-1EC28CC48800}"_guid;
 inline constexpr Guid IQEvaluatorHost = "{9C2053D8-5EC0-43A3-BA10-0DA97D31CD6E}"_guid;
 
+// Disassembly views and their servers.
+inline constexpr Guid IQDisassemblyClient = "{3D87F7C0-1F99-47E8-ABAA-7CF31BA63B2F}"_guid;
+
 // Session data controller.
 inline constexpr Guid IQWorkSpaceClient = "{56836F34-D734-11D4-BE83-00C04F794B59}"_guid;
 inline constexpr Guid IQWorkSpaceClient2 = "{453547D2-008B-44A3-BDF4-48B86CBCFB44}"_guid;
@@ -89,6 +93,8 @@ inline constexpr Guid MessageBoxService = "{5E0F2C3A-7B41-4D6E-9A12-3C8D4F6B7E21
 // Platform services.
 inline constexpr Guid PlatformList = "{00427BD2-64AC-4530-82D5-026CA71E666B}"_guid;
 inline constexpr Guid DriverFactory = "{3C4A2BB6-B312-4942-94EA-B5335770F841}"_guid;
+inline constexpr Guid IQPlatformRegisters = "{BFA8B2C0-E306-11D4-8BBC-444553540000}"_guid;
+inline constexpr Guid ConnectionListener = "{89194D47-DA5E-40D3-8AC0-661B13DA561D}"_guid;
 inline constexpr Guid TargetNames = "{8D110C25-EF72-4BF8-9A4D-3E101290A56E}"_guid;
 
 // Commands.

@@ -18,9 +18,15 @@ protected:
 };
 
 // For objects owned by someone: AddRef and Release in one line.
-#define TESSEL_NOT_REFCOUNTED                                                                      \
-    uint32_t AddRef() override { return 1; }                                                       \
-    uint32_t Release() override { return 0; }
+#define TESSEL_NOT_REFCOUNTED                                                                                \
+    uint32_t AddRef() override                                                                               \
+    {                                                                                                        \
+        return 1;                                                                                            \
+    }                                                                                                        \
+    uint32_t Release() override                                                                              \
+    {                                                                                                        \
+        return 0;                                                                                            \
+    }
 
 // Typed QueryInterface for callers.
 template <class T> T* QueryAs(IUnknown* object, const Guid& iid)

@@ -16,7 +16,8 @@ enum VariantType : uint16_t {
     VT_ARRAY_UINT = VT_ARRAY | VT_UINT, // 0x2017: unsigned 32-bit numbers
 };
 
-class Variant {
+class Variant
+{
 public:
     Variant() = default;
     static Variant String(std::string s)

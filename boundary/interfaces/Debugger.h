@@ -8,7 +8,17 @@
 
 // The debugger's own interfaces, as other components of the workbench see them.
 
+// Sessions that run in step tell each other through this.
 struct IQDebuggerSync : IUnknown {
+    virtual HRESULT SyncGo() = 0;                                                            // 3
+    virtual HRESULT SyncResetGo() = 0;                                                       // 4
+    virtual HRESULT SyncStepIn() = 0;                                                        // 5
+    virtual HRESULT SyncStepOver() = 0;                                                      // 6
+    virtual HRESULT SyncStepOut() = 0;                                                       // 7
+    virtual HRESULT SyncStep(int32_t count, int32_t rate, int32_t over, int32_t source) = 0; // 8
+    virtual HRESULT SyncStopped() = 0;                                                       // 9
+    virtual HRESULT SyncReset() = 0;                                                         // 10
+    virtual HRESULT SyncReserved() = 0;                                                      // 11
 };
 struct IQSourceManager : IUnknown {
 };

@@ -28,3 +28,19 @@ struct IQPlatformSymbols : IUnknown {
 struct IQForwardTarget : IUnknown {
     virtual HRESULT Forward(int32_t a, int32_t b) = 0; // 3
 };
+
+// The target's registers; index 0 is the program counter.
+struct IQPlatformRegisters : IUnknown {
+    virtual HRESULT GetRegister(uint32_t index, uint32_t& value) = 0;
+};
+
+// The workbench's session host: slot 31 gives 0 when the workbench hosts
+// several sessions and only the active one may move the position marker.
+struct IQSessionHost : IUnknown {
+    virtual HRESULT IsMultiSessionHost() = 0; // 31
+};
+
+// Told the target's description at each connection.
+struct IQConnectionListener : IUnknown {
+    virtual HRESULT OnTargetConnected(const std::string& targetText) = 0; // 3
+};

@@ -20,6 +20,12 @@ public:
     void DropRegistry() { registry_ = nullptr; }
     IQServiceRegistry* Registry() const { return registry_; }
 
+    // The platform's symbols changed, or a download ended: breakpoints are
+    // planted again from what the user asked for. Without breakpoints there is
+    // nothing to plant.
+    void OnSymbolsChanged() {}
+    void ReplantAll() {}
+
 private:
     CDebuggerState& state_;
     int32_t mode_;

@@ -2,6 +2,7 @@
 
 #include "boundary/Ids.h"
 #include "component/breaks/CPCBreakManager.h"
+#include "component/disassembly/CDisassemble.h"
 #include "component/frame/CUserPrompts.h"
 #include "component/memory/CMemoryManager.h"
 #include "component/memory/CStatusMemoryPane.h"
@@ -22,6 +23,7 @@ CDebuggerState::CDebuggerState()
 
 CDebuggerState::~CDebuggerState()
 {
+    DisassemblyClients.clear();
     Runner.reset();
     Breaks.reset();
 }
@@ -313,11 +315,6 @@ HRESULT CDebuggerState::Disconnect()
 {
     return kNotBuilt;
 }
-HRESULT CDebuggerState::GetBatchState(int32_t& value)
-{
-    value = 0;
-    return kNotBuilt;
-}
 HRESULT CDebuggerState::ShowCurrentPosition()
 {
     return kNotBuilt;
@@ -354,24 +351,6 @@ HRESULT CDebuggerState::AddDownloadFile(const std::string&)
 HRESULT CDebuggerState::AddDownloadFiles(const Variant&)
 {
     return E_FAIL;
-}
-HRESULT CDebuggerState::OnEvent(const Event&)
-{
-    return S_OK;
-}
-HRESULT CDebuggerState::CreateServer(IUnknown*, IUnknown** server)
-{
-    if (server != nullptr)
-        *server = nullptr;
-    return kNotBuilt;
-}
-HRESULT CDebuggerState::ReleaseServer(IUnknown*)
-{
-    return E_FAIL;
-}
-HRESULT CDebuggerState::OnPostedMessage(uint32_t)
-{
-    return S_OK;
 }
 HRESULT CDebuggerState::OnFileChanged(const std::string&)
 {

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -19,6 +20,8 @@ class CPDEvaluator;
 class CStatusMemoryPane;
 class CUserPrompts;
 class CDyxSessionDataCommandSink;
+class CDisassemble;
+struct IQDisassemblyDataClient;
 
 enum PlatformModeValue : int32_t { PLATFORM_MODE_VEL = 0, PLATFORM_MODE_PD = 1 };
 
@@ -101,6 +104,17 @@ public:
     HRESULT AddDownloadFile(const std::string& file) override;
     HRESULT AddDownloadFiles(const Variant& files) override;
 
+    // IQDebuggerSync: what a peer running in step asks of this session.
+    HRESULT SyncGo() override;
+    HRESULT SyncResetGo() override;
+    HRESULT SyncStepIn() override;
+    HRESULT SyncStepOver() override;
+    HRESULT SyncStepOut() override;
+    HRESULT SyncStep(int32_t count, int32_t rate, int32_t over, int32_t source) override;
+    HRESULT SyncStopped() override;
+    HRESULT SyncReset() override;
+    HRESULT SyncReserved() override { return S_OK; }
+
     // IQRegistryClient
     HRESULT OnRegistry(IUnknown* argument) override;
     // IQComponent
@@ -163,6 +177,45 @@ public:
 
     // Stop address from another thread, taken by the main thread at the stop.
     bool TakePendingStopAddress(uint32_t& address);
+
+    // Events: the views' servers get an event in two passes.
+    void ForwardEvent(const Event& event);
+    void Broadcast(const Event& event);
+    void PostToSelf(uint32_t value);
+
+    // Telling the peers that run in step.
+    void NotifySyncGo();
+    void NotifySyncResetGo();
+    void NotifySyncReset();
+    void NotifySyncStepIn();
+    void NotifySyncStepOver();
+    void NotifySyncStepOut();
+    void NotifySyncStep(int32_t count, int32_t rate, int32_t over, int32_t source);
+    void NotifySyncStopped();
+
+    // What the runner tells the state about the end of runs and steps.
+    void OnRunStarts();
+    void OnRunEnded();
+    void OnStepDone();
+    void OnSteppingBegins(int32_t kind, int32_t rate);
+    void OnSteppingEnded(bool cancelled);
+    bool IsPositionShown();
+
+    // A command that waits for the target: finished at the next stop.
+    void SetWaitingCommand(std::function<void()> finish) { WaitingCommand = std::move(finish); }
+
+    int32_t GetBatchRunning() const { return BatchRunning; }
+    uint32_t GetStopAddress() const { return StopAddress; }
+    bool IsSyncDriven() const { return SyncDriven; }
+    bool IsBuilding() const { return Building; }
+    bool IsPlatformAttached() const { return PlatformAttached; }
+    bool IsStepping() const { return Stepping; }
+    bool IsSteppingBatch() const { return SteppingBatch; }
+    bool LastShown(uint32_t& address) const
+    {
+        address = LastShownAddress;
+        return LastShownValid;
+    }
 
 protected:
     // Session strings.
@@ -228,8 +281,15 @@ protected:
     std::string ForcedShowFile;
     int32_t ForcedShowLine = 0;
     bool ErrorTextsRegistered = false;
+    // One server per view, in the order the views asked for them.
+    std::vector<std::pair<IQDisassemblyDataClient*, std::unique_ptr<CDisassemble>>> DisassemblyClients;
+    std::function<void()> WaitingCommand;
 
 private:
+    void OnTargetStopped(const Event& event);
+    void OnRegisterChanged(const Event& event);
+    void ShowPositionAt(uint32_t address);
+    template <class Call> void NotifyPeers(bool needActive, Call call);
     void RegisterOwnServices();
     void UnregisterOwnServices();
     void EmptySession();

@@ -2,6 +2,7 @@
 #include <cstdint>
 
 #include "boundary/interfaces/Debugger.h"
+#include "boundary/interfaces/Workbench.h"
 
 class CDebuggerState;
 
@@ -22,15 +23,34 @@ public:
 
     // The platform is going away: nothing may be read from it any more.
     void OnPlatformGoing() { platformPresent_ = false; }
-    void OnPlatformAttached() { platformPresent_ = true; }
+    void AttachPlatform(IQServiceRegistry* registry)
+    {
+        registry_ = registry;
+        platformPresent_ = true;
+        RefreshMemory();
+    }
+    void DetachPlatform()
+    {
+        registry_ = nullptr;
+        platformPresent_ = false;
+        RefreshMemory();
+    }
     bool PlatformPresent() const { return platformPresent_; }
+    // The memory map changed on the platform's side.
+    void ReloadAreas() { RefreshMemory(); }
+    // Whatever was read before is stale: the target ran, stepped or reset.
+    void RefreshMemory() { ++generation_; }
+    // Grows by one at every refresh; what was read in an older generation is stale.
+    uint64_t Generation() const { return generation_; }
 
 protected:
     CDebuggerState& state_;
 
 private:
     uint64_t serial_;
+    IQServiceRegistry* registry_ = nullptr;
     bool platformPresent_ = false;
+    uint64_t generation_ = 0;
 };
 
 class CVELMemoryManagerDisableAble : public CMemoryManager

@@ -2,6 +2,7 @@
 #include <cstdint>
 
 #include "boundary/interfaces/Debugger.h"
+#include "boundary/interfaces/Workbench.h"
 
 class CDebuggerState;
 
@@ -21,8 +22,14 @@ public:
     // True for the family driven by function name.
     virtual bool IsPlatformFunctionFamily() const = 0;
 
+    void OnPlatformAttached(IQServiceRegistry* registry) { registry_ = registry; }
+    // Drops the labels without telling anyone: the platform that gave them is gone.
+    void ClearLabelsQuietly() { registry_ = nullptr; }
+    bool PlatformAttached() const { return registry_ != nullptr; }
+
 protected:
     CDebuggerState& state_;
+    IQServiceRegistry* registry_ = nullptr;
 
 private:
     static uint64_t NextSerial();

@@ -57,10 +57,14 @@ public:
                           std::string& text) override;
 
     uint64_t Serial() const { return serial_; }
+    void AttachPlatform() { attached_ = true; }
+    void DetachPlatform() { attached_ = false; }
+    bool Attached() const { return attached_; }
 
 private:
     IQServiceRegistry* registry_;
     CDebuggerState& state_;
     int32_t radix_ = 16;
     uint64_t serial_;
+    bool attached_ = false;
 };
