@@ -1,0 +1,174 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <poll.h>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "support/FakeClock.h"
+#include "workbench/MessageLoop.h"
+
+using namespace std::chrono_literals;
+
+namespace
+{
+
+bool Readable(int fd)
+{
+    pollfd p{fd, POLLIN, 0};
+    return poll(&p, 1, 0) == 1 && (p.revents & POLLIN) != 0;
+}
+
+TEST(MessageLoopTasks, RunInOrderAndNeverInsidePost)
+{
+    MessageLoop loop;
+    std::vector<std::string> log;
+    loop.PostTask([&] {
+        log.push_back("1 begin");
+        loop.PostTask([&] { log.push_back("3"); });
+        log.push_back("1 end");
+    });
+    loop.PostTask([&] { log.push_back("2"); });
+    EXPECT_TRUE(log.empty());
+    EXPECT_EQ(loop.RunUntilIdle(), 3u);
+    EXPECT_EQ(log, (std::vector<std::string>{"1 begin", "1 end", "2", "3"}));
+    EXPECT_EQ(loop.RunUntilIdle(), 0u);
+}
+
+TEST(MessageLoopTasks, WakeDescriptorSignalsWaitingWork)
+{
+    MessageLoop loop;
+    ASSERT_GE(loop.WakeFd(), 0);
+    EXPECT_FALSE(loop.PostTask({}));
+    EXPECT_FALSE(Readable(loop.WakeFd()));
+    loop.PostTask([] {});
+    EXPECT_TRUE(Readable(loop.WakeFd()));
+    loop.RunUntilIdle();
+    EXPECT_FALSE(Readable(loop.WakeFd()));
+}
+
+TEST(MessageLoopTasks, TaskFromAnotherThreadRunsOnTheLoopThread)
+{
+    MessageLoop loop;
+    std::thread::id ranOn;
+    bool ran = false;
+    std::thread poster([&] {
+        loop.PostTask([&] {
+            ranOn = std::this_thread::get_id();
+            ran = true;
+        });
+    });
+    EXPECT_TRUE(loop.RunUntil([&] { return ran; }, 5s));
+    poster.join();
+    EXPECT_EQ(ranOn, std::this_thread::get_id());
+}
+
+TEST(MessageLoopTasks, RunUntilGivesUpAfterTheTimeout)
+{
+    MessageLoop loop;
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_FALSE(loop.RunUntil([] { return false; }, 20ms));
+    EXPECT_GE(std::chrono::steady_clock::now() - start, 20ms);
+}
+
+// Each advance is followed by one RunUntilIdle; the counts are the callbacks run.
+struct TimerCase {
+    const char* name;
+    uint32_t intervalMs;
+    std::vector<int> advancesMs;
+    std::vector<int> firesAfter;
+};
+
+class TimerRuns : public ::testing::TestWithParam<TimerCase>
+{
+};
+
+TEST_P(TimerRuns, FiresOnSchedule)
+{
+    FakeClock clock;
+    MessageLoop loop(clock.AsClock());
+    int fired = 0;
+    ASSERT_TRUE(loop.StartTimer(1, GetParam().intervalMs, [&] { ++fired; }));
+    const auto& c = GetParam();
+    ASSERT_EQ(c.advancesMs.size(), c.firesAfter.size());
+    for (size_t i = 0; i < c.advancesMs.size(); ++i) {
+        clock.Advance(std::chrono::milliseconds(c.advancesMs[i]));
+        loop.RunUntilIdle();
+        EXPECT_EQ(fired, c.firesAfter[i]) << "after advance " << i;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(MessageLoopTimers, TimerRuns,
+                         ::testing::Values(TimerCase{"NotBeforeDue", 100, {0, 99, 1}, {0, 0, 1}},
+                                           TimerCase{"Repeats", 100, {100, 100, 0, 100}, {1, 2, 2, 3}},
+                                           TimerCase{"KeepsCadenceWhenLate", 100, {150, 50, 100}, {1, 2, 3}},
+                                           TimerCase{"StallFoldsIntoOneTick", 10, {1000, 9, 1}, {1, 1, 2}},
+                                           TimerCase{
+                                               "ZeroIntervalIsOneMillisecond", 0, {0, 1, 1}, {0, 1, 2}}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST(MessageLoopTimers, CallbackMayStopItsOwnTimer)
+{
+    FakeClock clock;
+    MessageLoop loop(clock.AsClock());
+    int fired = 0;
+    loop.StartTimer(7, 10, [&] {
+        if (++fired == 2) {
+            EXPECT_TRUE(loop.StopTimer(7));
+        }
+    });
+    for (int i = 0; i < 4; ++i) {
+        clock.Advance(10ms);
+        loop.RunUntilIdle();
+    }
+    EXPECT_EQ(fired, 2);
+    EXPECT_FALSE(loop.HasTimer(7));
+    EXPECT_FALSE(loop.StopTimer(7));
+}
+
+TEST(MessageLoopTimers, StartingAgainRestartsWithTheNewInterval)
+{
+    FakeClock clock;
+    MessageLoop loop(clock.AsClock());
+    std::vector<std::string> log;
+    loop.StartTimer(3, 100, [&] { log.push_back("old"); });
+    clock.Advance(90ms);
+    loop.StartTimer(3, 50, [&] { log.push_back("new"); });
+    clock.Advance(10ms);
+    loop.RunUntilIdle();
+    EXPECT_TRUE(log.empty());
+    clock.Advance(40ms);
+    loop.RunUntilIdle();
+    EXPECT_EQ(log, (std::vector<std::string>{"new"}));
+}
+
+TEST(MessageLoopTimers, NextDelayFollowsTheEarliestTimer)
+{
+    FakeClock clock;
+    MessageLoop loop(clock.AsClock());
+    EXPECT_FALSE(loop.NextTimerDelay().has_value());
+    loop.StartTimer(1, 300, [] {});
+    loop.StartTimer(2, 120, [] {});
+    EXPECT_EQ(loop.NextTimerDelay(), 120ms);
+    clock.Advance(100ms);
+    EXPECT_EQ(loop.NextTimerDelay(), 20ms);
+    clock.Advance(50ms);
+    EXPECT_EQ(loop.NextTimerDelay(), 0ms);
+    EXPECT_FALSE(loop.StartTimer(5, 10, {}));
+    EXPECT_FALSE(loop.HasTimer(5));
+}
+
+TEST(MessageLoopTimers, RunOnceRunsADueTimerWithoutWaiting)
+{
+    FakeClock clock;
+    MessageLoop loop(clock.AsClock());
+    int fired = 0;
+    loop.StartTimer(1, 50, [&] { ++fired; });
+    clock.Advance(50ms);
+    EXPECT_EQ(loop.RunOnce(10s), 1u);
+    EXPECT_EQ(fired, 1);
+}
+
+} // namespace

@@ -1,0 +1,134 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "support/FakeClock.h"
+#include "support/RecordingClient.h"
+#include "workbench/PostMessageService.h"
+
+using namespace std::chrono_literals;
+using Log = std::vector<std::string>;
+
+namespace
+{
+
+class PostMessage : public ::testing::Test
+{
+protected:
+    FakeClock clock;
+    MessageLoop loop{clock.AsClock()};
+    PostMessageService posts{loop};
+    Log log;
+    RecordingClient a{"a", log}, b{"b", log};
+
+    void Tick(std::chrono::milliseconds step)
+    {
+        clock.Advance(step);
+        loop.RunUntilIdle();
+    }
+};
+
+TEST_F(PostMessage, DeliversAfterTheCurrentCallReturns)
+{
+    loop.PostTask([&] {
+        log.push_back("caller begin");
+        EXPECT_EQ(posts.Post(&a, 1), S_OK);
+        log.push_back("caller end");
+    });
+    loop.RunUntilIdle();
+    EXPECT_EQ(log, (Log{"caller begin", "caller end", "a:post:1"}));
+    EXPECT_EQ(posts.PendingMessages(), 0u);
+}
+
+TEST_F(PostMessage, PostFromAHandlerIsNotReentrant)
+{
+    a.onPost = [&](uint32_t v) {
+        if (v < 3)
+            posts.Post(&a, v + 1);
+    };
+    posts.Post(&a, 1);
+    posts.Post(&b, 9);
+    loop.RunUntilIdle();
+    EXPECT_EQ(log, (Log{"a:post:1", "b:post:9", "a:post:2", "a:post:3"}));
+    EXPECT_EQ(a.maxDepth, 1);
+}
+
+TEST_F(PostMessage, NullClientIsRefused)
+{
+    EXPECT_EQ(posts.Post(nullptr, 1), E_POINTER);
+    EXPECT_EQ(posts.SetTimer(nullptr, 1, 10), E_POINTER);
+    EXPECT_EQ(posts.KillTimer(nullptr, 1), E_POINTER);
+    EXPECT_EQ(posts.PendingMessages(), 0u);
+    EXPECT_EQ(loop.RunUntilIdle(), 0u);
+}
+
+TEST_F(PostMessage, TimerRepeatsUntilKilled)
+{
+    ASSERT_EQ(posts.SetTimer(a.Timer(), 5, 100), S_OK);
+    Tick(100ms);
+    Tick(100ms);
+    EXPECT_EQ(posts.KillTimer(a.Timer(), 5), S_OK);
+    Tick(100ms);
+    EXPECT_EQ(log, (Log{"a:timer:5", "a:timer:5"}));
+    EXPECT_EQ(posts.KillTimer(a.Timer(), 5), E_FAIL);
+}
+
+TEST_F(PostMessage, SecondSetTimerRestarts)
+{
+    posts.SetTimer(a.Timer(), 5, 100);
+    Tick(80ms);
+    posts.SetTimer(a.Timer(), 5, 100);
+    Tick(80ms);
+    EXPECT_TRUE(log.empty());
+    Tick(20ms);
+    EXPECT_EQ(log, (Log{"a:timer:5"}));
+}
+
+TEST_F(PostMessage, TimerMayBeKilledFromItsOwnCall)
+{
+    a.onTimer = [&](uint32_t id) { posts.KillTimer(a.Timer(), id); };
+    posts.SetTimer(a.Timer(), 5, 10);
+    Tick(10ms);
+    Tick(10ms);
+    EXPECT_EQ(log, (Log{"a:timer:5"}));
+    EXPECT_FALSE(posts.HasTimer(a.Timer(), 5));
+}
+
+TEST_F(PostMessage, ForgetClientDropsItsMessagesAndTimersOnly)
+{
+    for (IUnknown* asGiven : {a.Identity(), static_cast<IUnknown*>(a.Timer())}) {
+        SCOPED_TRACE(asGiven == a.Identity() ? "by identity" : "by timer pointer");
+        log.clear();
+        posts.Post(&a, 1);
+        posts.Post(&b, 2);
+        posts.SetTimer(a.Timer(), 3, 10);
+        posts.SetTimer(b.Timer(), 4, 10);
+        posts.ForgetClient(asGiven);
+        Tick(10ms);
+        EXPECT_EQ(log, (Log{"b:post:2", "b:timer:4"}));
+        EXPECT_FALSE(posts.HasTimer(a.Timer(), 3));
+        posts.KillTimer(b.Timer(), 4);
+    }
+}
+
+TEST(PostMessageLifetime, MessagesQueuedByAGoneServiceAreDropped)
+{
+    FakeClock clock;
+    MessageLoop loop{clock.AsClock()};
+    Log log;
+    RecordingClient a{"a", log};
+    {
+        PostMessageService posts{loop};
+        posts.Post(&a, 1);
+        posts.SetTimer(a.Timer(), 2, 10);
+    }
+    clock.Advance(10ms);
+    loop.RunUntilIdle();
+    EXPECT_TRUE(log.empty());
+    EXPECT_FALSE(loop.NextTimerDelay().has_value());
+}
+
+} // namespace

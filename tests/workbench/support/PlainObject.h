@@ -1,0 +1,15 @@
+#pragma once
+#include "boundary/Ids.h"
+#include "boundary/Unknown.h"
+
+// An object with no interface beyond IUnknown, to stand in as a service or provider.
+class PlainObject final : public IUnknown
+{
+public:
+    HRESULT QueryInterface(const Guid& iid, void** out) override
+    {
+        *out = iid == Ids::IUnknown ? this : nullptr;
+        return *out != nullptr ? S_OK : E_NOINTERFACE;
+    }
+    TESSEL_NOT_REFCOUNTED
+};

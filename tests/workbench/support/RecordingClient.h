@@ -1,0 +1,57 @@
+#pragma once
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "boundary/Ids.h"
+#include "boundary/interfaces/Component.h"
+
+// A client of both deferred calls and timers, logging "name:post:value" and
+// "name:timer:id". Its identity is its post-message side, as a real object
+// with several interfaces answers one fixed pointer for IUnknown.
+class RecordingClient final : public IQPostMessageClient, public IQTimerClient
+{
+public:
+    RecordingClient(std::string name, std::vector<std::string>& log) : name_(std::move(name)), log_(log) {}
+
+    HRESULT QueryInterface(const Guid& iid, void** out) override
+    {
+        if (iid == Ids::IUnknown || iid == Ids::IQPostMessageClient)
+            *out = static_cast<IQPostMessageClient*>(this);
+        else
+            *out = nullptr;
+        return *out != nullptr ? S_OK : E_NOINTERFACE;
+    }
+    uint32_t AddRef() override { return 1; }
+    uint32_t Release() override { return 0; }
+
+    HRESULT OnPostedMessage(uint32_t value) override
+    {
+        ++depth;
+        maxDepth = std::max(maxDepth, depth);
+        log_.push_back(name_ + ":post:" + std::to_string(value));
+        if (onPost)
+            onPost(value);
+        --depth;
+        return S_OK;
+    }
+    HRESULT OnTimer(uint32_t id) override
+    {
+        log_.push_back(name_ + ":timer:" + std::to_string(id));
+        if (onTimer)
+            onTimer(id);
+        return S_OK;
+    }
+
+    IUnknown* Identity() { return static_cast<IQPostMessageClient*>(this); }
+    IQTimerClient* Timer() { return this; }
+
+    std::function<void(uint32_t)> onPost;
+    std::function<void(uint32_t)> onTimer;
+    int depth = 0;
+    int maxDepth = 0;
+
+private:
+    std::string name_;
+    std::vector<std::string>& log_;
+};

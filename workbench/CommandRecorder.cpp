@@ -1,0 +1,36 @@
+#include "workbench/CommandRecorder.h"
+
+#include <new>
+
+#include "boundary/Ids.h"
+#include "workbench/QueryAnswer.h"
+
+HRESULT CommandRecorder::QueryInterface(const Guid& iid, void** out)
+{
+    return AnswerQuery(iid, out, static_cast<IQCommandRecorder*>(this),
+                       {Ids::IUnknown, Ids::IQCommandRecorder});
+}
+
+HRESULT CommandRecorder::IsLogging()
+{
+    return logging_ ? S_OK : S_FALSE;
+}
+
+HRESULT CommandRecorder::LogCommand(const std::string& text)
+{
+    if (!logging_)
+        return S_FALSE;
+    // An empty line would replay as nothing and only blur the log.
+    if (text.empty())
+        return E_INVALIDARG;
+    try {
+        lines_.push_back(text);
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    }
+    if (sink_ != nullptr) {
+        *sink_ << text << '\n';
+        sink_->flush();
+    }
+    return S_OK;
+}

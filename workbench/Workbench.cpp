@@ -1,0 +1,17 @@
+#include "workbench/Workbench.h"
+
+#include <utility>
+
+#include "boundary/Ids.h"
+
+Workbench::Workbench(std::ostream& out, std::istream* in, bool interactive, MessageLoop::Clock clock)
+    : loop_(std::move(clock)), messages_(out, in, interactive), prompts_(&messages_), posts_(loop_)
+{
+    // Registration only fails when memory runs out, and then the console
+    // could not start anyway; a missing service is answered E_FAIL to the component.
+    registry_.RegisterService(Ids::ErrorTable, static_cast<IQErrorTable*>(&errors_));
+    registry_.RegisterService(Ids::UserPromptTable, static_cast<IQUserPromptTable*>(&prompts_));
+    registry_.RegisterService(Ids::IQCommandRecorder, static_cast<IQCommandRecorder*>(&recorder_));
+    registry_.RegisterService(Ids::PostMessageService, static_cast<IQPostMessageService*>(&posts_));
+    registry_.RegisterService(Ids::MessageBoxService, static_cast<IQMessageBox*>(&messages_));
+}

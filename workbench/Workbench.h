@@ -1,0 +1,39 @@
+#pragma once
+#include <istream>
+#include <ostream>
+
+#include "workbench/CommandRecorder.h"
+#include "workbench/ConsoleMessageBox.h"
+#include "workbench/ErrorTableService.h"
+#include "workbench/MessageLoop.h"
+#include "workbench/PostMessageService.h"
+#include "workbench/ServiceRegistry.h"
+#include "workbench/UserPromptTableService.h"
+
+// The console's host: the main loop, the registry a component is handed, and
+// the services registered in it. Declared so that the services are torn down
+// before the loop their timers live in.
+class Workbench
+{
+public:
+    Workbench(std::ostream& out, std::istream* in, bool interactive, MessageLoop::Clock clock = {});
+    Workbench(const Workbench&) = delete;
+    Workbench& operator=(const Workbench&) = delete;
+
+    ServiceRegistry& Registry() { return registry_; }
+    MessageLoop& Loop() { return loop_; }
+    ErrorTableService& Errors() { return errors_; }
+    UserPromptTableService& Prompts() { return prompts_; }
+    CommandRecorder& Recorder() { return recorder_; }
+    ConsoleMessageBox& Messages() { return messages_; }
+    PostMessageService& Posts() { return posts_; }
+
+private:
+    MessageLoop loop_;
+    ServiceRegistry registry_;
+    ErrorTableService errors_;
+    ConsoleMessageBox messages_;
+    UserPromptTableService prompts_;
+    CommandRecorder recorder_;
+    PostMessageService posts_;
+};
