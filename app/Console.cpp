@@ -1,10 +1,12 @@
 #include "app/Console.h"
 
+#include <chrono>
 #include <istream>
 #include <ostream>
 
 #include "app/ComponentLibrary.h"
 #include "app/DebuggerInstance.h"
+#include "app/ReadlineShell.h"
 #include "boundary/Ids.h"
 #include "workbench/ComponentRegistrar.h"
 #include "workbench/Workbench.h"
@@ -21,12 +23,39 @@ std::string DirectoryOf(const std::string& path)
     return slash == std::string::npos ? std::string(".") : path.substr(0, slash);
 }
 
-const char* kUsage = "usage: tessel [--version] [--component FILE]\n";
+const char* kUsage =
+    "usage: tessel [--batch FILE.qdc | -c \"command; command\"] [--component FILE] [--version]\n"
+    "  --batch FILE   run the commands of a batch file, then leave\n"
+    "  -c COMMANDS    run the commands, separated by ';', then leave\n"
+    "  --component F  load the debugger component from F\n"
+    "  --version      print the debugger component's name and version\n"
+    "Exit status: 0 when every command succeeded, 1 when one failed.\n";
+
+// Runs the loop until every queued line has run. A command that waits for the
+// target keeps the window pending; the loop goes on until its text arrives.
+void RunUntilIdle(Workbench& workbench)
+{
+    while (true) {
+        workbench.Loop().RunUntilIdle();
+        if (workbench.Commands().Idle())
+            return;
+        workbench.Loop().RunUntil([&] { return workbench.Commands().Idle(); },
+                                  std::chrono::milliseconds(1000));
+    }
+}
 
 } // namespace
 
 bool ParseConsoleArguments(const std::vector<std::string>& args, ConsoleOptions& options, std::string& error)
 {
+    auto value = [&](size_t& i, std::string& into) {
+        if (i + 1 >= args.size()) {
+            error = "Option " + args[i] + " needs a value";
+            return false;
+        }
+        into = args[++i];
+        return true;
+    };
     for (size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];
         if (a == "--version" || a == "-V") {
@@ -34,15 +63,22 @@ bool ParseConsoleArguments(const std::vector<std::string>& args, ConsoleOptions&
         } else if (a == "--help" || a == "-h") {
             options.showHelp = true;
         } else if (a == "--component") {
-            if (i + 1 >= args.size()) {
-                error = "Option --component needs a file name";
+            if (!value(i, options.componentPath))
                 return false;
-            }
-            options.componentPath = args[++i];
+        } else if (a == "--batch") {
+            if (!value(i, options.batchFile))
+                return false;
+        } else if (a == "-c") {
+            if (!value(i, options.commands))
+                return false;
         } else {
             error = "Unknown option: " + a;
             return false;
         }
+    }
+    if (!options.batchFile.empty() && !options.commands.empty()) {
+        error = "Options --batch and -c cannot be used together";
+        return false;
     }
     return true;
 }
@@ -72,26 +108,43 @@ int RunConsole(const ConsoleOptions& options, const std::string& programPath, st
         return 0;
     }
 
-    Workbench workbench(out, interactive ? &in : nullptr, interactive);
+    const bool scripted = !options.batchFile.empty() || !options.commands.empty();
+    const bool asking = interactive && !scripted;
+    Workbench workbench(out, asking ? &in : nullptr, asking);
     DebuggerInstance instance(library, workbench.Registry(), kFirstInstance);
     if (!instance.Start(error)) {
         err << error << "\n";
         return 1;
     }
-    out << name << " " << major << "." << minor << ": session ready. Type \"quit\" to leave.\n";
-    std::string line;
-    while (true) {
-        workbench.Loop().RunUntilIdle();
-        if (interactive)
-            out << "> " << std::flush;
-        if (!std::getline(in, line))
-            break;
-        if (line == "quit" || line == "exit")
-            break;
-        if (line.find_first_not_of(" \t") == std::string::npos)
-            continue;
-        out << "Unknown command: " << line.substr(line.find_first_not_of(" \t")) << "\n";
+    CommandWindow& window = workbench.Commands();
+    int status = 0;
+    if (scripted) {
+        window.SetEcho(true);
+        if (!options.batchFile.empty() && !window.SubmitBatchFile(options.batchFile)) {
+            err << "Cannot open batch file: " << options.batchFile << "\n";
+            status = 1;
+        }
+        if (!options.commands.empty())
+            window.SubmitSequence(options.commands);
+        RunUntilIdle(workbench);
+    } else if (interactive) {
+        out << name << " " << major << "." << minor
+            << ". Type \"help\" for the commands, \"quit\" to leave.\n";
+        ReadlineShell shell(workbench);
+        shell.Run();
+    } else {
+        // Lines from a pipe: shown with their text, as a transcript.
+        window.SetEcho(true);
+        std::string line;
+        while (std::getline(in, line)) {
+            if (line == "quit" || line == "exit")
+                break;
+            window.Submit(line);
+            RunUntilIdle(workbench);
+        }
     }
+    if (window.Failures() > 0)
+        status = 1;
     instance.Stop();
-    return 0;
+    return status;
 }

@@ -8,11 +8,14 @@ struct ConsoleOptions {
     bool showVersion = false;
     bool showHelp = false;
     std::string componentPath; // empty: beside the program
+    std::string batchFile;     // --batch: run it, then leave
+    std::string commands;      // -c: "cmd; cmd", then leave
 };
 
 // Parses the program's arguments. False with a message on a bad one.
 bool ParseConsoleArguments(const std::vector<std::string>& args, ConsoleOptions& options, std::string& error);
 
-// Runs the console; gives the process exit status.
+// Runs the console; gives the process exit status: 0, or 1 when a command
+// failed or the session could not start, 2 for a bad command line.
 int RunConsole(const ConsoleOptions& options, const std::string& programPath, std::istream& in,
                std::ostream& out, std::ostream& err, bool interactive);

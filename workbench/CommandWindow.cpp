@@ -49,11 +49,15 @@ CommandWindow::CommandWindow(ServiceRegistry& registry, MessageLoop& loop, Comma
     : registry_(registry), loop_(loop), help_(help), out_(out)
 {
     registry_.RegisterService(Ids::CommandLineService, static_cast<IQCommandLineService*>(this));
+    help_.AddCommandHelp("batch", "<filename>", 0);
+    help_.AddCommandHelp("help", "[<command>]", 0);
 }
 
 CommandWindow::~CommandWindow()
 {
     registry_.UnregisterService(Ids::CommandLineService, static_cast<IQCommandLineService*>(this));
+    help_.RemoveCommandHelp("batch", "<filename>", 0);
+    help_.RemoveCommandHelp("help", "[<command>]", 0);
 }
 
 HRESULT CommandWindow::QueryInterface(const Guid& iid, void** out)
@@ -253,16 +257,9 @@ bool CommandWindow::RunBuiltIn(const std::string& word, const std::string& rest,
         for (const auto& e : help_.Entries()) {
             if (e.isAlias)
                 continue;
-            std::string aliases;
-            for (const auto& a : help_.Entries())
-                if (a.isAlias && a.parameterText == e.parameterText && &a != &e && !SameName(a.name, e.name))
-                    aliases += (aliases.empty() ? "" : ", ") + a.name;
-            (void)aliases;
             lines.push_back(e.name + " " + e.parameterText);
         }
         std::sort(lines.begin(), lines.end());
-        lines.push_back("batch <filename>");
-        lines.push_back("help [<command>]");
         for (const auto& l : lines)
             Show(l);
         return true;
@@ -332,11 +329,6 @@ void CommandWindow::DropRestOfBatch(int batch)
 {
     std::string name;
     int line = 0;
-    auto it = queue_.begin();
-    while (it != queue_.end() && it->batch == batch && !it->endOfBatch) {
-        ++it;
-    }
-    // The lines that will not run are those before the batch's end marker.
     for (auto& entry : queue_) {
         if (entry.batch == batch && entry.endOfBatch) {
             name = entry.batchName;

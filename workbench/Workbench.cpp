@@ -5,7 +5,8 @@
 #include "boundary/Ids.h"
 
 Workbench::Workbench(std::ostream& out, std::istream* in, bool interactive, MessageLoop::Clock clock)
-    : loop_(std::move(clock)), messages_(out, in, interactive), prompts_(&messages_), posts_(loop_)
+    : loop_(std::move(clock)), messages_(out, in, interactive), prompts_(&messages_), posts_(loop_),
+      window_(registry_, loop_, help_, out)
 {
     // Registration only fails when memory runs out, and then the console
     // could not start anyway; a missing service is answered E_FAIL to the component.
@@ -14,4 +15,5 @@ Workbench::Workbench(std::ostream& out, std::istream* in, bool interactive, Mess
     registry_.RegisterService(Ids::IQCommandRecorder, static_cast<IQCommandRecorder*>(&recorder_));
     registry_.RegisterService(Ids::PostMessageService, static_cast<IQPostMessageService*>(&posts_));
     registry_.RegisterService(Ids::MessageBoxService, static_cast<IQMessageBox*>(&messages_));
+    registry_.RegisterService(Ids::CommandHelpService, static_cast<IQCommandHelpService*>(&help_));
 }

@@ -2,7 +2,9 @@
 #include <istream>
 #include <ostream>
 
+#include "workbench/CommandHelpService.h"
 #include "workbench/CommandRecorder.h"
+#include "workbench/CommandWindow.h"
 #include "workbench/ConsoleMessageBox.h"
 #include "workbench/ErrorTableService.h"
 #include "workbench/MessageLoop.h"
@@ -27,6 +29,8 @@ public:
     CommandRecorder& Recorder() { return recorder_; }
     ConsoleMessageBox& Messages() { return messages_; }
     PostMessageService& Posts() { return posts_; }
+    CommandHelpService& Help() { return help_; }
+    CommandWindow& Commands() { return window_; }
 
 private:
     MessageLoop loop_;
@@ -36,4 +40,6 @@ private:
     UserPromptTableService prompts_;
     CommandRecorder recorder_;
     PostMessageService posts_;
+    CommandHelpService help_;
+    CommandWindow window_;
 };

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <set>
 #include <sstream>
 
@@ -14,7 +15,8 @@
 
 namespace fs = std::filesystem;
 
-namespace {
+namespace
+{
 
 std::string BinaryDirectory()
 {
@@ -67,9 +69,9 @@ TEST(Console, ComponentExportsExactlyTheFiveEntryPoints)
 
 TEST(Console, SessionStartsAndEndsWhenInputEnds)
 {
-    auto r = RunShell("printf 'quit\\n' | " + BinaryDirectory() + "/tessel");
+    auto r = RunShell("printf 'help\\nquit\\nhelp\\n' | " + BinaryDirectory() + "/tessel");
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.output, "Tessel Debugger 1.0: session ready. Type \"quit\" to leave.\n");
+    EXPECT_EQ(r.output, "> help\nbatch <filename>\nhelp [<command>]\n") << "nothing runs after quit";
 }
 
 TEST(Console, MissingResourceModuleIsReportedAndTheSessionStillRuns)
@@ -81,9 +83,39 @@ TEST(Console, MissingResourceModuleIsReportedAndTheSessionStillRuns)
     auto r = RunShell("printf 'quit\\n' | " + BinaryDirectory() + "/tessel --component " +
                       (dir / "libtessel-debugger.so").string());
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.output, "Error: Error loading resource DLL " + (dir / "DebuggerExtRes.dll").string() +
-                            "\nTessel Debugger 1.0: session ready. Type \"quit\" to leave.\n");
+    EXPECT_EQ(r.output, "Error: Error loading resource DLL " + (dir / "DebuggerExtRes.dll").string() + "\n");
     fs::remove_all(dir);
+}
+
+TEST(Console, ScriptsExitWithZeroOnlyWhenEveryCommandSucceeded)
+{
+    std::string tessel = BinaryDirectory() + "/tessel";
+    auto ok = RunShell(tessel + " -c 'help help'");
+    EXPECT_EQ(ok.status, 0);
+    EXPECT_EQ(ok.output, "> help help\nhelp [<command>]\n");
+
+    auto bad = RunShell(tessel + " -c 'help; frobnicate; help help'");
+    EXPECT_EQ(bad.status, 1);
+    EXPECT_NE(bad.output.find("> frobnicate\nError: Unknown command: frobnicate\n> help help\n"),
+              std::string::npos)
+        << "typed command lines go on after a failure";
+
+    char pattern[] = "/tmp/tessel-batch-XXXXXX";
+    ASSERT_NE(mkdtemp(pattern), nullptr);
+    fs::path batch = fs::path(pattern) / "stop.qdc";
+    {
+        std::ofstream(batch) << "help help\nfrobnicate\nhelp\n";
+    }
+    auto stopped = RunShell(tessel + " --batch " + batch.string());
+    EXPECT_EQ(stopped.status, 1);
+    EXPECT_EQ(stopped.output,
+              "> help help\nhelp [<command>]\n> frobnicate\nError: Unknown command: frobnicate\n"
+              "Error: Batch file " +
+                  batch.string() + " stopped; 1 line(s) not run\n");
+    auto missing = RunShell(tessel + " --batch " + (fs::path(pattern) / "none.qdc").string());
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_EQ(missing.output, "Cannot open batch file: " + (fs::path(pattern) / "none.qdc").string() + "\n");
+    fs::remove_all(pattern);
 }
 
 TEST(Console, UnloadableComponentGivesAMessageAndAFailure)
@@ -93,7 +125,8 @@ TEST(Console, UnloadableComponentGivesAMessageAndAFailure)
     ConsoleOptions options;
     options.componentPath = "/nonexistent/libtessel-debugger.so";
     EXPECT_EQ(RunConsole(options, "/x/tessel", in, out, err, false), 1);
-    EXPECT_EQ(err.str().rfind("Cannot load component /nonexistent/libtessel-debugger.so", 0), 0u) << err.str();
+    EXPECT_EQ(err.str().rfind("Cannot load component /nonexistent/libtessel-debugger.so", 0), 0u)
+        << err.str();
 }
 
 TEST(Console, ArgumentsAreCheckedBeforeAnythingIsLoaded)
@@ -106,7 +139,9 @@ TEST(Console, ArgumentsAreCheckedBeforeAnythingIsLoaded)
     const Case cases[] = {
         {{"--version"}, true, ""},
         {{"--component", "x.so"}, true, ""},
-        {{"--component"}, false, "Option --component needs a file name"},
+        {{"--component"}, false, "Option --component needs a value"},
+        {{"--batch", "a.qdc", "-c", "help"}, false, "Options --batch and -c cannot be used together"},
+        {{"-c"}, false, "Option -c needs a value"},
         {{"--frobnicate"}, false, "Unknown option: --frobnicate"},
     };
     for (const auto& c : cases) {

@@ -1,0 +1,80 @@
+#pragma once
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "boundary/ComUtils.h"
+#include "boundary/Ids.h"
+#include "boundary/interfaces/Command.h"
+#include "boundary/interfaces/Workbench.h"
+
+// A command client whose answer a test scripts; it records every line it gets.
+class ScriptedCommand final : public IQCmdClient2
+{
+public:
+    struct Answer {
+        Answer(std::string m = {}, HRESULT r = S_OK, bool c = false, bool p = false, std::string pr = {})
+            : message(std::move(m)), result(r), continuing(c), pending(p), prompt(std::move(pr))
+        {
+        }
+        std::string message;
+        HRESULT result;
+        bool continuing;
+        bool pending;
+        std::string prompt;
+    };
+
+    ScriptedCommand(IQServiceRegistry& registry, std::vector<std::string> names)
+        : registry_(registry), names_(std::move(names))
+    {
+        registry_.RegisterProvider(Ids::IQCmdClient, static_cast<IQCmdClient*>(this));
+        registry_.RegisterProvider(Ids::IQCmdClient2, static_cast<IQCmdClient2*>(this));
+    }
+    ~ScriptedCommand()
+    {
+        registry_.UnregisterProvider(Ids::IQCmdClient, static_cast<IQCmdClient*>(this));
+        registry_.UnregisterProvider(Ids::IQCmdClient2, static_cast<IQCmdClient2*>(this));
+    }
+
+    HRESULT QueryInterface(const Guid& iid, void** out) override
+    {
+        *out = (iid == Ids::IUnknown || iid == Ids::IQCmdClient || iid == Ids::IQCmdClient2)
+                   ? static_cast<IQCmdClient2*>(this)
+                   : nullptr;
+        return *out ? S_OK : E_NOINTERFACE;
+    }
+    TESSEL_NOT_REFCOUNTED
+
+    HRESULT GetCommandNames(Variant& names) override
+    {
+        names = CComUtils::StringListToVariant(names_);
+        return S_OK;
+    }
+    HRESULT ExecuteCommand(const std::string& line, std::string& message, std::string& prompt,
+                           VariantBool& continuing, VariantBool& pending, IQCmdCompletionSink* sink) override
+    {
+        lines.push_back(line);
+        lastSink = sink;
+        Answer a = answer ? answer(line) : Answer{names_[0] + " ran", S_OK};
+        message = a.message;
+        continuing = a.continuing ? VARIANT_TRUE : VARIANT_FALSE;
+        pending = a.pending ? VARIANT_TRUE : VARIANT_FALSE;
+        if (a.continuing)
+            prompt = a.prompt;
+        return a.result;
+    }
+    HRESULT ReservedCommandOperation() override { return S_OK; }
+    HRESULT GetCommandNamesAndKind(Variant& names, int32_t& kind) override
+    {
+        kind = 2;
+        return GetCommandNames(names);
+    }
+
+    std::function<Answer(const std::string&)> answer;
+    std::vector<std::string> lines;
+    IQCmdCompletionSink* lastSink = nullptr;
+
+private:
+    IQServiceRegistry& registry_;
+    std::vector<std::string> names_;
+};
