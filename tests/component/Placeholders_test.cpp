@@ -1,0 +1,147 @@
+// Placeholders in stored file names.
+#include <gtest/gtest.h>
+
+#include "boundary/interfaces/Workspace.h"
+#include "component/session/PlaceholderExpander.h"
+#include "support/Recording.h"
+
+namespace
+{
+
+struct FakeWorkspace : IQWorkspaceInfo, IQCustomPlaceholders {
+    HRESULT QueryInterface(const Guid&, void** out) override
+    {
+        *out = nullptr;
+        return E_NOINTERFACE;
+    }
+    TESSEL_NOT_REFCOUNTED
+    static HRESULT Give(std::string& out, const std::string& v)
+    {
+        out = v;
+        return v.empty() ? E_FAIL : S_OK;
+    }
+    HRESULT GetInstallDirectory(std::string& d) override { return Give(d, "/opt/tessel"); }
+    HRESULT GetTempDirectory(std::string& d) override { return Give(d, "/tmp"); }
+    HRESULT GetActiveConfiguration(std::string& n) override { return Give(n, "Debug"); }
+    HRESULT GetActiveProject(std::string& n) override { return Give(n, "blinky"); }
+    HRESULT GetActiveWorkspace(std::string& n) override { return Give(n, open ? "boards" : ""); }
+    HRESULT GetConfigurationName(const std::string&, const std::string&, const std::string& c,
+                                 std::string& n) override
+    {
+        return Give(n, c);
+    }
+    HRESULT GetProjectName(const std::string&, const std::string& p, std::string& n) override
+    {
+        return Give(n, p);
+    }
+    HRESULT GetWorkspaceName(const std::string& w, std::string& n) override { return Give(n, w); }
+    HRESULT GetConfigurationDirectory(const std::string& w, const std::string& p, const std::string& c,
+                                      std::string& d) override
+    {
+        return Give(d, w.empty() ? "" : "/work/" + w + "/" + p + "/" + c);
+    }
+    HRESULT GetProjectDirectory(const std::string& w, const std::string& p, std::string& d) override
+    {
+        return Give(d, w.empty() ? "" : "/work/" + w + "/" + p);
+    }
+    HRESULT GetWorkspaceDirectory(const std::string& w, std::string& d) override
+    {
+        return Give(d, w.empty() ? "" : "/work/" + w);
+    }
+    HRESULT IsWorkspaceOpen() override { return open ? S_OK : S_FALSE; }
+    HRESULT GetGlobalPlaceholders(Map& map) override
+    {
+        map = global;
+        return S_OK;
+    }
+    HRESULT GetWorkspacePlaceholders(const std::string&, Map& map) override
+    {
+        map = local;
+        return S_OK;
+    }
+    bool open = true;
+    Map global{{"BOARD", "stm32"}, {"FILENAME", "custom loses"}};
+    Map local{{"BOARD", "local loses"}, {"PROBE", "swd"}};
+};
+
+struct Placeholders : ::testing::Test {
+    CallLog log;
+    RecordingRegistry registry{log};
+    FakeWorkspace workspace;
+    Placeholders()
+    {
+        registry.Provide(Ids::IQWorkspaceInfo, static_cast<IQWorkspaceInfo*>(&workspace));
+        registry.Provide(Ids::CustomPlaceholders, static_cast<IQCustomPlaceholders*>(&workspace));
+    }
+};
+
+TEST_F(Placeholders, TableNamesExpandLongOrShortInAnyCase)
+{
+    PlaceholderExpander expander(&registry);
+    const std::string file = "/src/app/main.c";
+    const std::pair<const char*, const char*> cases[] = {
+        {"$(FULLFILE)", "/src/app/main.c"},
+        {"$(fn)", "main.c"},
+        {"$(FileLeaf).o", "main.o"},
+        {"$(FD)/x", "/src/app/x"},
+        {"$(EXTENSION)", ".c"},
+        {"$(WORKSPDIR)/out", "/work/boards/out"},
+        {"$(PD)", "/work/boards/blinky"},
+        {"$(PN)-$(CN)", "blinky-Debug"},
+        {"$(TD)", "/tmp"},
+        {"$(VELDIR)", "/opt/tessel"},
+        {"$(LINE) $(ED)", "$(LINE) $(EXEDIR)"},
+        {"$(USERINPUT:Board?)", "$(USERINPUT:Board?)"},
+        {"$(WINDIR)", "$(WINDIR)"},
+        {"$(BOARD)-$(PROBE)", "stm32-swd"},
+        {"$(FILENAME)", "main.c"},
+    };
+    for (const auto& [text, expected] : cases)
+        EXPECT_EQ(expander.Expand(text, file), expected) << text;
+}
+
+TEST_F(Placeholders, WhatCannotExpandStaysOrVanishes)
+{
+    PlaceholderExpander expander(&registry);
+    const std::pair<const char*, const char*> cases[] = {
+        {"a$$(FN)b", "a$$(FN)b"}, {"$(FN", "$(FN"},         {"x$()y", "xy"},
+        {"x$(NOSUCH)y", "xy"},    {"$(FN)", "$(FILENAME)"}, {"$(", "$("},
+    };
+    for (const auto& [text, expected] : cases)
+        EXPECT_EQ(expander.Expand(text), expected) << text << " (no file given)";
+}
+
+TEST_F(Placeholders, ValuesAreNotExpandedAgain)
+{
+    workspace.global = {{"LOOP", "$(LOOP)"}, {"A", "$(B)"}, {"B", "b"}};
+    PlaceholderExpander expander(&registry);
+    EXPECT_EQ(expander.Expand("$(LOOP)!"), "$(LOOP)!");
+    EXPECT_EQ(expander.Expand("$(A)$(B)"), "$(B)b");
+}
+
+TEST_F(Placeholders, NamesGivenExplicitlyWinOverTheActiveOnes)
+{
+    PlaceholderExpander expander(&registry);
+    EXPECT_EQ(expander.ExpandFor("$(WD)|$(PN)|$(CN)", "lab", "motor", "Release"), "/work/lab|motor|Release");
+    EXPECT_EQ(expander.ExpandFor("$(PN)", "", "", ""), "blinky");
+}
+
+TEST_F(Placeholders, WithoutAWorkspaceOnlyTheTableAnswers)
+{
+    workspace.open = false;
+    PlaceholderExpander expander(&registry);
+    EXPECT_EQ(expander.Expand("$(WD)$(BOARD)"), "$(WORKSPDIR)");
+    PlaceholderExpander bare(nullptr);
+    EXPECT_EQ(bare.Expand("$(PROJDIR)/$(FN)", "a/b.c"), "$(PROJDIR)/b.c");
+}
+
+TEST_F(Placeholders, DuplicateShortNamesFindTheFirstEntry)
+{
+    ASSERT_NE(PlaceholderExpander::Lookup("TD"), nullptr);
+    EXPECT_EQ(PlaceholderExpander::Lookup("TD")->index, 7);
+    EXPECT_EQ(PlaceholderExpander::Lookup("PN")->index, 11);
+    EXPECT_EQ(PlaceholderExpander::Lookup("UserInputAnything")->index, 34);
+    EXPECT_EQ(PlaceholderExpander::TableSize(), 35u);
+}
+
+} // namespace
