@@ -11,6 +11,7 @@
 #include "boundary/interfaces/Debugger.h"
 #include "boundary/interfaces/Platform.h"
 #include "boundary/interfaces/Workbench.h"
+#include "component/frame/CCommandFile.h"
 
 class CPCBreakManager;
 class CRunner;
@@ -204,6 +205,20 @@ public:
     // A command that waits for the target: finished at the next stop.
     void SetWaitingCommand(std::function<void()> finish) { WaitingCommand = std::move(finish); }
 
+    // Batch files of the session, kept per timing.
+    const std::vector<CCommandFile>& GetCommandFiles() const { return CommandFiles; }
+    void SetCommandFiles(std::vector<CCommandFile> files) { CommandFiles = std::move(files); }
+    // Reads the session's list from the settings store; an unreadable one is empty.
+    void LoadCommandFiles();
+    void RemoveAllCommandFiles() { CommandFiles.clear(); }
+    bool HasBatchFiles(int32_t timing) const;
+    // Hands every file of the timing to the command line, unless a batch runs.
+    void StartBatchFiles(int32_t timing);
+    // The timing-0 batch after a connection, and memory access given back.
+    void RunConnectionBatch();
+    // The session option that keeps memory closed until the connection batch ran.
+    bool DisableMemoryUntilBatch();
+
     int32_t GetBatchRunning() const { return BatchRunning; }
     uint32_t GetStopAddress() const { return StopAddress; }
     bool IsSyncDriven() const { return SyncDriven; }
@@ -218,6 +233,7 @@ public:
     }
 
 protected:
+    std::vector<CCommandFile> CommandFiles;
     // Session strings.
     std::string WorkspaceName, ProjectName, ConfigurationName, SessionName;
 

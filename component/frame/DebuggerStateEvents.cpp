@@ -24,9 +24,6 @@ bool IsForwardOnly(const Guid& id)
            id == Ids::EVENT_MODULES_CHANGED;
 }
 
-// The batch state each timing of a running batch answers with.
-constexpr int32_t kBatchStateOfTiming[] = {1, 2, 3, 5};
-
 } // namespace
 
 HRESULT CDebuggerState::OnEvent(const Event& event)
@@ -165,14 +162,6 @@ HRESULT CDebuggerState::OnPostedMessage(uint32_t value)
         ReloadQueue.clear();
         return S_OK;
     }
-    return S_OK;
-}
-
-HRESULT CDebuggerState::GetBatchState(int32_t& value)
-{
-    value = 0;
-    if (BatchRunning >= 1 && BatchTiming >= 0 && BatchTiming <= 3)
-        value = kBatchStateOfTiming[BatchTiming];
     return S_OK;
 }
 

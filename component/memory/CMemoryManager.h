@@ -40,6 +40,18 @@ public:
     void ReloadAreas() { RefreshMemory(); }
     // Whatever was read before is stale: the target ran, stepped or reset.
     void RefreshMemory() { ++generation_; }
+    // Memory access can be kept closed, for instance until the connection
+    // batch has set the target up; a refused access is remembered.
+    void DisableMemory() { disabled_ = true; }
+    void EnableMemory() { disabled_ = false; }
+    bool IsMemoryDisabled() const { return disabled_; }
+    void NoteAccessWhileDisabled() { accessedWhileDisabled_ = true; }
+    bool WasAccessedWhileDisabled()
+    {
+        bool was = accessedWhileDisabled_;
+        accessedWhileDisabled_ = false;
+        return was;
+    }
     // Grows by one at every refresh; what was read in an older generation is stale.
     uint64_t Generation() const { return generation_; }
 
@@ -51,6 +63,8 @@ private:
     IQServiceRegistry* registry_ = nullptr;
     bool platformPresent_ = false;
     uint64_t generation_ = 0;
+    bool disabled_ = false;
+    bool accessedWhileDisabled_ = false;
 };
 
 class CVELMemoryManagerDisableAble : public CMemoryManager

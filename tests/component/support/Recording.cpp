@@ -199,7 +199,7 @@ HRESULT RecordingPromptTable::DeletePrompt(Guid key)
 }
 HRESULT RecordingPromptTable::IsPromptEnabled(Guid)
 {
-    return 1;
+    return enabled ? 1 : 0;
 }
 HRESULT RecordingPromptTable::AskYesNo(Guid key, const std::string& question, VariantBool& answer)
 {

@@ -79,6 +79,7 @@ public:
     HRESULT AskYesNoReload(Guid key, const std::string& question, VariantBool& answer) override;
     // Key number n (1-based) names the n-th prompt added.
     std::map<int, std::string> names;
+    bool enabled = true;
 
 private:
     CallLog& log_;

@@ -1,0 +1,164 @@
+// The session's batch files: stored form, starting them per timing, and the
+// batch state a command inside one sees.
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "boundary/ComUtils.h"
+#include "boundary/interfaces/Command.h"
+#include "boundary/interfaces/Workspace.h"
+#include "support/StateFixture.h"
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+struct RecordingCommandLine : IQCommandLineService {
+    HRESULT QueryInterface(const Guid&, void** out) override
+    {
+        *out = nullptr;
+        return E_NOINTERFACE;
+    }
+    TESSEL_NOT_REFCOUNTED
+    HRESULT RunBatchFile(const std::string& path) override
+    {
+        started.push_back(fs::path(path).filename().string());
+        return path.find("refused") != std::string::npos ? E_FAIL : S_OK;
+    }
+    HRESULT GetQuotingVersion(int32_t& v) override
+    {
+        v = 65535;
+        return S_OK;
+    }
+    std::vector<std::string> started;
+};
+
+struct BatchFiles : StateFixture {
+    RecordingCommandLine commandLine;
+    fs::path dir;
+    fs::path startDir = fs::current_path();
+
+    void SetUp() override
+    {
+        char pattern[] = "/tmp/tessel-batch-XXXXXX";
+        ASSERT_NE(mkdtemp(pattern), nullptr);
+        dir = pattern;
+        registry.Provide(Ids::CommandLineService, &commandLine);
+        ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
+        state->RegisterPrompts();
+    }
+    void TearDown() override
+    {
+        fs::current_path(startDir);
+        state->Terminate(1);
+        fs::remove_all(dir);
+    }
+    std::string File(const std::string& name)
+    {
+        std::ofstream(dir / name) << "help\n";
+        return (dir / name).string();
+    }
+    int32_t BatchState()
+    {
+        int32_t v = -1;
+        state->GetBatchState(v);
+        return v;
+    }
+};
+
+TEST_F(BatchFiles, StoredFormIsTwoStringsAnEntry)
+{
+    std::vector<CCommandFile> files{{"$(PD)/boot.qdc|$(PD)", 0}, {"after.qdc", 3}};
+    Variant stored = CCommandFile::Write(files);
+    EXPECT_EQ(CComUtils::VariantToStringList(stored),
+              (std::vector<std::string>{"$(PD)/boot.qdc|$(PD)", "0", "after.qdc", "3"}));
+    EXPECT_EQ(CCommandFile::Read(stored), files);
+    EXPECT_TRUE(CCommandFile::Read(CComUtils::StringListToVariant({"a.qdc", "1", "b.qdc"})).empty());
+    EXPECT_TRUE(CCommandFile::Read(Variant::String("a.qdc")).empty());
+    auto odd = CCommandFile::Read(CComUtils::StringListToVariant({"a.qdc", "soon", "b.qdc", "7"}));
+    ASSERT_EQ(odd.size(), 2u);
+    EXPECT_EQ(odd[0].Timing(), 0) << "a timing that is no number reads as 0";
+    EXPECT_EQ(odd[1].Timing(), 7) << "a timing no moment fires stays in the list";
+}
+
+TEST_F(BatchFiles, AllFilesOfATimingStartInARowAndBlockOtherTimings)
+{
+    state->SetCommandFiles({{File("one.qdc"), 1}, {File("two.qdc"), 1}, {File("three.qdc"), 2}});
+    state->StartBatchFiles(1);
+    EXPECT_EQ(commandLine.started, (std::vector<std::string>{"one.qdc", "two.qdc"}));
+    EXPECT_EQ(state->GetBatchRunning(), 2);
+    EXPECT_EQ(BatchState(), 2);
+    state->StartBatchFiles(2);
+    EXPECT_EQ(commandLine.started.size(), 2u) << "a start while a batch runs does nothing";
+    state->OnEvent(Event{Ids::EVENT_BATCH_FINISHED, 0});
+    EXPECT_EQ(BatchState(), 2);
+    state->OnEvent(Event{Ids::EVENT_BATCH_FINISHED, 0});
+    EXPECT_EQ(BatchState(), 0);
+    state->StartBatchFiles(2);
+    EXPECT_EQ(commandLine.started.back(), "three.qdc");
+    EXPECT_EQ(BatchState(), 3);
+}
+
+TEST_F(BatchFiles, EachTimingHasItsBatchState)
+{
+    const int32_t expected[] = {1, 2, 3, 5};
+    for (int32_t timing = 0; timing < 4; ++timing) {
+        state->SetCommandFiles({{File("t.qdc"), timing}});
+        state->StartBatchFiles(timing);
+        EXPECT_EQ(BatchState(), expected[timing]) << timing;
+        state->OnEvent(Event{Ids::EVENT_BATCH_FINISHED, 0});
+    }
+}
+
+TEST_F(BatchFiles, MissingFileIsReportedOnceAndTheOthersRun)
+{
+    state->SetCommandFiles({{(dir / "gone.qdc").string(), 0}, {File("here.qdc"), 0}});
+    state->StartBatchFiles(0);
+    EXPECT_EQ(messages.shown, (std::vector<std::string>{"The command batch file '" +
+                                                        (dir / "gone.qdc").string() + "' does not exist."}));
+    EXPECT_EQ(commandLine.started, (std::vector<std::string>{"here.qdc"}));
+
+    state->OnEvent(Event{Ids::EVENT_BATCH_FINISHED, 0});
+    messages.shown.clear();
+    prompts.enabled = false;
+    state->StartBatchFiles(0);
+    EXPECT_TRUE(messages.shown.empty()) << "a switched-off warning is not shown";
+}
+
+TEST_F(BatchFiles, RefusedFileGivesItsCountBack)
+{
+    state->SetCommandFiles({{File("refused.qdc"), 1}, {File("fine.qdc"), 1}});
+    state->StartBatchFiles(1);
+    EXPECT_EQ(commandLine.started.size(), 2u);
+    EXPECT_EQ(state->GetBatchRunning(), 1);
+}
+
+TEST_F(BatchFiles, DirectoryBehindTheBarBecomesTheCurrentOne)
+{
+    fs::create_directory(dir / "work");
+    state->SetCommandFiles({{File("a.qdc") + "|" + (dir / "work").string(), 0}});
+    state->StartBatchFiles(0);
+    EXPECT_EQ(fs::current_path(), dir / "work");
+    state->OnEvent(Event{Ids::EVENT_BATCH_FINISHED, 0});
+
+    fs::current_path(startDir);
+    state->SetCommandFiles({{File("b.qdc") + "|", 0}, {File("c.qdc") + "|" + (dir / "nowhere").string(), 0}});
+    state->StartBatchFiles(0);
+    EXPECT_EQ(fs::current_path(), startDir) << "an empty or missing directory changes nothing";
+    EXPECT_EQ(commandLine.started.size(), 3u);
+}
+
+TEST_F(BatchFiles, WithoutACommandLineNothingStarts)
+{
+    registry.Provide(Ids::CommandLineService, nullptr);
+    state->SetCommandFiles({{File("a.qdc"), 0}});
+    state->StartBatchFiles(0);
+    EXPECT_EQ(state->GetBatchRunning(), 0);
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+} // namespace
