@@ -65,6 +65,9 @@ inline constexpr Guid IQWorkSpaceClient = "{56836F34-D734-11D4-BE83-00C04F794B59
 inline constexpr Guid IQWorkSpaceClient2 = "{453547D2-008B-44A3-BDF4-48B86CBCFB44}"_guid;
 inline constexpr Guid IQWorkSpaceExtendedClient = "{C53FCCEE-9945-4A25-9635-4D62C8B656A1}"_guid;
 
+// The workbench's output window, one tab a text stream.
+inline constexpr Guid OutputWindow = "{2C6E1F0B-5A3D-4E8B-9C71-0D4F2A6B8E13}"_guid;
+
 // Workbench services.
 inline constexpr Guid ErrorTable = "{90EFE761-0B7C-11D6-8BC2-0004E2013C71}"_guid;
 inline constexpr Guid IQDebugSettingsStore = "{1F1EB07A-17FA-41DE-9974-1D394F0103CA}"_guid;
@@ -96,6 +99,11 @@ inline constexpr Guid PlatformList = "{00427BD2-64AC-4530-82D5-026CA71E666B}"_gu
 inline constexpr Guid DriverFactory = "{3C4A2BB6-B312-4942-94EA-B5335770F841}"_guid;
 inline constexpr Guid IQPlatformRegisters = "{BFA8B2C0-E306-11D4-8BBC-444553540000}"_guid;
 inline constexpr Guid ConnectionListener = "{89194D47-DA5E-40D3-8AC0-661B13DA561D}"_guid;
+inline constexpr Guid CpuDetails = "{A8495748-DE13-11D3-8AF5-00AA0026624A}"_guid;
+inline constexpr Guid CpuOptions = "{F340B99E-0211-4E44-8335-3B81EFFD485B}"_guid;
+inline constexpr Guid TargetCore = "{A8495749-DE13-11D3-8AF5-00AA0026624A}"_guid;
+inline constexpr Guid TargetControl = "{03EB0575-C986-40D5-83E0-1C851A6BC6AF}"_guid;
+inline constexpr Guid TargetKind = "{4584814B-9C48-4236-B962-FF6A99091A23}"_guid;
 inline constexpr Guid TargetNames = "{8D110C25-EF72-4BF8-9A4D-3E101290A56E}"_guid;
 
 // Commands.

@@ -8,6 +8,7 @@
 #include "workbench/ConsoleMessageBox.h"
 #include "workbench/ErrorTableService.h"
 #include "workbench/MessageLoop.h"
+#include "workbench/OutputWindow.h"
 #include "workbench/PostMessageService.h"
 #include "workbench/ServiceRegistry.h"
 #include "workbench/UserPromptTableService.h"
@@ -31,6 +32,7 @@ public:
     PostMessageService& Posts() { return posts_; }
     CommandHelpService& Help() { return help_; }
     CommandWindow& Commands() { return window_; }
+    OutputWindow& Output() { return output_; }
 
 private:
     MessageLoop loop_;
@@ -41,5 +43,6 @@ private:
     CommandRecorder recorder_;
     PostMessageService posts_;
     CommandHelpService help_;
+    OutputWindow output_;
     CommandWindow window_;
 };

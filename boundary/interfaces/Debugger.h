@@ -32,6 +32,14 @@ struct IQDisassemblyDataManagerServer : IUnknown {
     virtual HRESULT IsTargetAbsentQuery() = 0;                             // 6
 };
 
+// The workbench calls every session-data client with the session key; slot
+// 44 loads what the client keeps of that session.
+struct IQWorkSpaceClient2 : IUnknown {
+    virtual HRESULT LoadSessionState(const std::string& ws, const std::string& project,
+                                     const std::string& cfg,
+                                     const std::string& session) = 0; // 44
+};
+
 // Primary faces of the managers the state owns.
 struct IQLabelManager2 : IUnknown {
 };

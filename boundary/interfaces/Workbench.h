@@ -124,6 +124,13 @@ struct IQEvaluator2 : IQEvaluator {
                                   std::string& text) = 0; // 37
 };
 
+// The output window: one tab a text stream ("Debug" is the debugger's log).
+struct IQOutputWindow : IUnknown {
+    virtual HRESULT AppendText(const std::string& tab, const std::string& text) = 0; // 3
+    virtual HRESULT ClearTab(const std::string& tab) = 0;                            // 4
+    virtual HRESULT BringForward(const std::string& tab) = 0;                        // 5
+};
+
 // Given to LibraryRegister2.
 struct IQRegistrar : IUnknown {
     virtual HRESULT RegisterComponent(const std::string& name, int32_t count, const Guid* const* ids,

@@ -25,6 +25,9 @@ public:
     // nothing to plant.
     void OnSymbolsChanged() {}
     void ReplantAll() {}
+    // The target came or is going: breakpoints are planted or taken back.
+    void OnTargetAttached() {}
+    void OnTargetDetached() {}
 
 private:
     CDebuggerState& state_;

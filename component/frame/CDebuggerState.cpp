@@ -2,6 +2,7 @@
 
 #include "boundary/Ids.h"
 #include "component/breaks/CPCBreakManager.h"
+#include "component/command/CCmd.h"
 #include "component/disassembly/CDisassemble.h"
 #include "component/frame/CUserPrompts.h"
 #include "component/memory/CMemoryManager.h"
@@ -221,21 +222,6 @@ HRESULT CDebuggerState::SetSessionsInStep(int32_t flag)
     return S_OK;
 }
 
-// The debug output tab does not exist in this build: the operations that
-// act "when it exists" do nothing.
-HRESULT CDebuggerState::ClearDebugOutput()
-{
-    return S_OK;
-}
-HRESULT CDebuggerState::WriteDebugLine(const std::string&)
-{
-    return S_OK;
-}
-HRESULT CDebuggerState::ShowDebugOutput()
-{
-    return S_OK;
-}
-
 HRESULT CDebuggerState::GetSessionName(std::string& name)
 {
     name = SessionName;
@@ -307,14 +293,6 @@ HRESULT CDebuggerState::ShowSourceAt(TargetAddress)
 {
     return kNotBuilt;
 }
-HRESULT CDebuggerState::Connect()
-{
-    return kNotBuilt;
-}
-HRESULT CDebuggerState::Disconnect()
-{
-    return kNotBuilt;
-}
 HRESULT CDebuggerState::ShowCurrentPosition()
 {
     return kNotBuilt;
@@ -354,5 +332,27 @@ HRESULT CDebuggerState::AddDownloadFiles(const Variant&)
 }
 HRESULT CDebuggerState::OnFileChanged(const std::string&)
 {
+    return S_OK;
+}
+
+// The debugger's log is the "Debug" tab of the workbench's output window.
+HRESULT CDebuggerState::ClearDebugOutput()
+{
+    if (auto* out = GetServiceAs<IQOutputWindow>(Registry, Ids::OutputWindow))
+        out->ClearTab("Debug");
+    return S_OK;
+}
+
+HRESULT CDebuggerState::WriteDebugLine(const std::string& text)
+{
+    if (auto* out = GetServiceAs<IQOutputWindow>(Registry, Ids::OutputWindow))
+        out->AppendText("Debug", text + "\r\n");
+    return S_OK;
+}
+
+HRESULT CDebuggerState::ShowDebugOutput()
+{
+    if (auto* out = GetServiceAs<IQOutputWindow>(Registry, Ids::OutputWindow))
+        out->BringForward("Debug");
     return S_OK;
 }

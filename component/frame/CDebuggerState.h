@@ -22,6 +22,7 @@ class CStatusMemoryPane;
 class CUserPrompts;
 class CDyxSessionDataCommandSink;
 class CDisassemble;
+class CCmd;
 struct IQDisassemblyDataClient;
 
 enum PlatformModeValue : int32_t { PLATFORM_MODE_VEL = 0, PLATFORM_MODE_PD = 1 };
@@ -205,6 +206,28 @@ public:
     // A command that waits for the target: finished at the next stop.
     void SetWaitingCommand(std::function<void()> finish) { WaitingCommand = std::move(finish); }
 
+    // Connection to the platform.
+    // Connects the session, named by its strings, to the platform.
+    bool ConnectTo(const std::string& platform, bool runBatch, bool commandsExist);
+    void DisconnectTarget(bool clearNames, bool keepCommands);
+    void InitialiseTarget();
+    HRESULT ConnectIfNeeded();
+    void OpenDefaultReader();
+    void ReleaseReader();
+    bool SetDefaultReader(const std::string& name);
+    std::vector<std::string> ListReaders(const std::string& platform);
+    bool CanConnect() const;
+    bool CanDisconnect() const;
+    const std::string& GetPlatformName() const { return PlatformName; }
+    const std::string& GetReaderName() const { return ReaderName; }
+    bool IsAlwaysConnected() const { return AlwaysConnected; }
+    size_t CommandCount() const { return Commands.size(); }
+
+    // Session changes.
+    HRESULT OpenSession(bool force, bool runBatch, bool plant);
+    void FinishOpenSession();
+    HRESULT CloseSession();
+
     // Batch files of the session, kept per timing.
     const std::vector<CCommandFile>& GetCommandFiles() const { return CommandFiles; }
     void SetCommandFiles(std::vector<CCommandFile> files) { CommandFiles = std::move(files); }
@@ -234,6 +257,8 @@ public:
 
 protected:
     std::vector<CCommandFile> CommandFiles;
+    // Commands made at the first connection, deleted when it ends for good.
+    std::vector<std::unique_ptr<CCmd>> Commands;
     // Session strings.
     std::string WorkspaceName, ProjectName, ConfigurationName, SessionName;
 
@@ -301,7 +326,13 @@ protected:
     std::vector<std::pair<IQDisassemblyDataClient*, std::unique_ptr<CDisassemble>>> DisassemblyClients;
     std::function<void()> WaitingCommand;
 
+    // Makes the commands that exist only while a platform is connected.
+    virtual void BuildCommands() {}
+
 private:
+    int32_t DriverMode();
+    std::string ReadPlatformName();
+    void ApplyFirstConnectionDefaults();
     void OnTargetStopped(const Event& event);
     void OnRegisterChanged(const Event& event);
     void ShowPositionAt(uint32_t address);

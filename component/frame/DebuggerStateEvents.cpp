@@ -162,6 +162,9 @@ HRESULT CDebuggerState::OnPostedMessage(uint32_t value)
         ReloadQueue.clear();
         return S_OK;
     }
+    // The second half of opening a session.
+    if (IsConnected())
+        RunConnectionBatch();
     return S_OK;
 }
 

@@ -65,6 +65,7 @@ TEST_F(DebuggerState, InitialiseFetchesThenRegistersInOrder)
 
 TEST_F(DebuggerState, TerminateGivesEverythingBackInReverse)
 {
+    const size_t fixtureServices = registry.ServiceCount();
     ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
     state->RegisterPrompts();
     state->RegisterErrorTexts();
@@ -100,7 +101,7 @@ TEST_F(DebuggerState, TerminateGivesEverythingBackInReverse)
                            }));
     // The recording registry refuses an unregister of a pointer it does not
     // hold, so an empty registry proves every pointer matched.
-    EXPECT_EQ(registry.ServiceCount(), 6u) << "only the fixture's own services remain";
+    EXPECT_EQ(registry.ServiceCount(), fixtureServices) << "only the fixture's own services remain";
     EXPECT_EQ(registry.ProviderCount(), 0u);
     EXPECT_TRUE(errors.texts.empty());
     EXPECT_EQ(state->GetLabels(), nullptr);

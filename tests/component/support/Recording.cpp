@@ -242,16 +242,6 @@ HRESULT RecordingRecorder::LogCommand(const std::string& text)
     return S_OK;
 }
 
-HRESULT FakePlatformList::QueryInterface(const Guid& iid, void** out)
-{
-    return AnswerUnknown(iid, static_cast<IQPlatformList*>(this), out);
-}
-HRESULT FakePlatformList::IsFunctionPlatform(const std::string& name)
-{
-    log_.push_back("IsFunctionPlatform " + name);
-    return name.rfind("pd", 0) == 0 ? S_OK : S_FALSE;
-}
-
 HRESULT RecordingRegistrar::QueryInterface(const Guid& iid, void** out)
 {
     return AnswerUnknown(iid, static_cast<IQRegistrar*>(this), out);

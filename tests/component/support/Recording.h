@@ -107,19 +107,6 @@ public:
     std::vector<std::string> lines;
 };
 
-// Platforms whose names start with "pd" are of the family driven by function name.
-class FakePlatformList : public IQPlatformList
-{
-public:
-    explicit FakePlatformList(CallLog& log) : log_(log) {}
-    HRESULT QueryInterface(const Guid& iid, void** out) override;
-    TESSEL_NOT_REFCOUNTED
-    HRESULT IsFunctionPlatform(const std::string& name) override;
-
-private:
-    CallLog& log_;
-};
-
 class RecordingRegistrar : public IQRegistrar
 {
 public:

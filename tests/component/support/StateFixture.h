@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "component/frame/CDebuggerState.h"
+#include "support/FakePlatform.h"
 #include "support/Recording.h"
 
 // A debugger state with a recording workbench around it.
@@ -15,7 +16,7 @@ struct StateFixture : ::testing::Test {
     RecordingMessageBox messages;
     RecordingRecorder recorder;
     FakeEvaluator evaluator;
-    FakePlatformList platforms{log};
+    FakePlatform platforms{log};
     std::unique_ptr<CDebuggerState> state = std::make_unique<CDebuggerState>();
 
     StateFixture()
@@ -25,7 +26,8 @@ struct StateFixture : ::testing::Test {
         registry.Provide(Ids::MessageBoxService, &messages);
         registry.Provide(Ids::IQCommandRecorder, &recorder);
         registry.Provide(Ids::IQEvaluator2, &evaluator);
-        registry.Provide(Ids::PlatformList, &platforms);
+        registry.Provide(Ids::PlatformList, static_cast<IQPlatformList*>(&platforms));
+        registry.Provide(Ids::DriverFactory, static_cast<IQDriverFactory*>(&platforms));
     }
     // Log entries from `from` on.
     CallLog Since(size_t from) const { return CallLog(log.begin() + static_cast<long>(from), log.end()); }

@@ -1,0 +1,4 @@
+#include "component/command/CArg.h"
+
+// Out of line so that the class's virtual table has one home.
+CArg::~CArg() = default;

@@ -1,0 +1,169 @@
+// A command as the workbench sees it: registration, names and the exchange of lines.
+#include <gtest/gtest.h>
+
+#include "boundary/ComUtils.h"
+#include "boundary/Ids.h"
+#include "support/TestCommands.h"
+
+namespace
+{
+
+struct Reply {
+    HRESULT hr;
+    std::string message;
+    std::string prompt = "untouched";
+    VariantBool continuing = 0x1234;
+    VariantBool pending = 0x1234;
+};
+
+Reply Execute(CCmd& cmd, const std::string& line, IQCmdCompletionSink* sink = nullptr)
+{
+    Reply r{};
+    r.prompt = "untouched";
+    r.hr = cmd.ExecuteCommand(line, r.message, r.prompt, r.continuing, r.pending, sink);
+    return r;
+}
+
+TEST(CommandRegistration, ProvidersAndHelpComeWithTheCommandAndGoWithIt)
+{
+    CommandHost host;
+    {
+        RecordingCommand cmd(&host, true, std::vector<std::string>{"initialise", "initialize", "in"},
+                             "<no parameters>");
+        IUnknown* self = static_cast<IQCmdClient2*>(&cmd);
+        EXPECT_EQ(host.providers[Ids::IQCmdClient], std::vector<IUnknown*>{self});
+        EXPECT_EQ(host.providers[Ids::IQCmdClient2], std::vector<IUnknown*>{self});
+        EXPECT_EQ(host.log, (std::vector<std::string>{"register IQCmdClient", "register IQCmdClient2",
+                                                      "add help initialise 0", "add help initialize 1",
+                                                      "add help in 1"}));
+        EXPECT_EQ(host.help.count({"initialise", "<no parameters>", 0}), 1u);
+        host.log.clear();
+    }
+    EXPECT_EQ(host.log, (std::vector<std::string>{"remove help initialise 0", "remove help initialize 1",
+                                                  "remove help in 1", "unregister IQCmdClient",
+                                                  "unregister IQCmdClient2"}));
+    EXPECT_TRUE(host.providers[Ids::IQCmdClient].empty());
+    EXPECT_TRUE(host.providers[Ids::IQCmdClient2].empty());
+    EXPECT_TRUE(host.help.empty());
+}
+
+TEST(CommandRegistration, NoAbbreviationMeansOneHelpEntry)
+{
+    CommandHost host;
+    RecordingCommand cmd(&host, true, "cache", "", "[<state>]");
+    EXPECT_EQ(host.help.size(), 1u);
+    EXPECT_EQ(host.help.count({"cache", "[<state>]", 0}), 1u);
+}
+
+TEST(CommandRegistration, AMissingHelpServiceOrHostIsNoObstacle)
+{
+    CommandHost host(false);
+    RecordingCommand helpless(&host, true, "go", "", "");
+    EXPECT_EQ(host.providers[Ids::IQCmdClient2].size(), 1u);
+    RecordingCommand alone(nullptr, true, "go", "", "");
+    EXPECT_EQ(Execute(alone, "go x").hr, S_OK);
+    EXPECT_EQ(alone.runTexts, std::vector<std::string>{"x"});
+}
+
+TEST(CommandIdentity, AnswersItsThreeInterfacesAndNamesWithKindTwo)
+{
+    CommandHost host;
+    RecordingCommand cmd(&host, true, "memory_display", "md", "");
+    for (const Guid& id : {Ids::IUnknown, Ids::IQCmdClient, Ids::IQCmdClient2}) {
+        void* out = nullptr;
+        EXPECT_EQ(cmd.QueryInterface(id, &out), S_OK);
+        EXPECT_EQ(out, static_cast<IQCmdClient2*>(&cmd));
+    }
+    void* out = &host;
+    EXPECT_EQ(cmd.QueryInterface(Ids::IQErrorReporter, &out), MakeResult(0x80004002u));
+    EXPECT_EQ(out, nullptr);
+    EXPECT_EQ(cmd.AddRef(), 1u);
+    EXPECT_EQ(cmd.Release(), 0u);
+    EXPECT_EQ(cmd.ReservedCommandOperation(), S_OK);
+
+    Variant names;
+    int32_t kind = 0;
+    ASSERT_EQ(cmd.GetCommandNamesAndKind(names, kind), S_OK);
+    EXPECT_EQ(CComUtils::VariantToStringList(names), (std::vector<std::string>{"memory_display", "md"}));
+    EXPECT_EQ(kind, 2);
+    Variant plain;
+    ASSERT_EQ(cmd.GetCommandNames(plain), S_OK);
+    EXPECT_EQ(plain, names);
+    EXPECT_EQ(cmd.FullName(), "memory_display");
+}
+
+TEST(CommandLine, OnlyABlankEndsTheNameThatIsStripped)
+{
+    struct Case {
+        const char* line;
+        const char* runText;
+    };
+    const Case cases[] = {
+        {"md", ""}, {"md 100 20", "100 20"}, {"md  100", " 100"}, {"md\t100", ""}, {"md\t100 20", "20"},
+    };
+    CommandHost host;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.line);
+        RecordingCommand cmd(&host, true, "md", "", "");
+        Reply r = Execute(cmd, c.line);
+        EXPECT_EQ(r.hr, S_OK);
+        EXPECT_EQ(r.message, "done");
+        EXPECT_EQ(cmd.runTexts, std::vector<std::string>{c.runText});
+    }
+}
+
+TEST(CommandLine, WithoutStripNameRunSeesTheWholeLine)
+{
+    RecordingCommand cmd(nullptr, false, "md", "", "");
+    Execute(cmd, "md 1 2");
+    EXPECT_EQ(cmd.runTexts, std::vector<std::string>{"md 1 2"});
+}
+
+TEST(CommandLine, ResultAndPendingComeBackAndTheSinkIsKept)
+{
+    struct Sink : IQCmdCompletionSink {
+        HRESULT QueryInterface(const Guid&, void**) override { return E_NOINTERFACE; }
+        TESSEL_NOT_REFCOUNTED
+        HRESULT OnCommandComplete(const std::string&, HRESULT) override { return S_OK; }
+    } sink;
+    RecordingCommand cmd(nullptr, true, "go", "", "");
+    cmd.startPending = true;
+    cmd.result = E_FAIL;
+    Reply r = Execute(cmd, "go", &sink);
+    EXPECT_EQ(r.hr, E_FAIL);
+    EXPECT_EQ(r.pending, VARIANT_TRUE);
+    EXPECT_EQ(r.continuing, VARIANT_FALSE);
+    EXPECT_EQ(r.prompt, "untouched");
+    EXPECT_EQ(cmd.CompletionSink, &sink);
+
+    cmd.startPending = false;
+    r = Execute(cmd, "go");
+    EXPECT_EQ(r.pending, VARIANT_FALSE) << "each line starts not pending";
+    EXPECT_EQ(cmd.CompletionSink, nullptr);
+}
+
+TEST(CommandLine, ContinuationSendsWholeLinesUntilTheTerminator)
+{
+    RecordingCommand cmd(nullptr, true, std::vector<std::string>{"memory_edit"}, "", "edit>", ".");
+    cmd.startContinuing = true;
+    Reply r = Execute(cmd, "memory_edit 100");
+    EXPECT_EQ(r.continuing, VARIANT_TRUE);
+    EXPECT_EQ(r.prompt, "edit>");
+
+    r = Execute(cmd, "memory_edit 55");
+    EXPECT_EQ(r.continuing, VARIANT_TRUE);
+    EXPECT_EQ(r.message, "more");
+    r = Execute(cmd, ". ");
+    EXPECT_EQ(r.continuing, VARIANT_TRUE) << "the terminator is compared exactly";
+    r = Execute(cmd, ".");
+    EXPECT_EQ(r.continuing, VARIANT_FALSE);
+    EXPECT_EQ(r.prompt, "untouched");
+    EXPECT_EQ(cmd.runTexts, std::vector<std::string>{"100"});
+    EXPECT_EQ(cmd.continueLines, (std::vector<std::string>{"memory_edit 55", ". ", "."}));
+
+    cmd.startContinuing = false;
+    Execute(cmd, "memory_edit 200");
+    EXPECT_EQ(cmd.runTexts.back(), "200") << "after the terminator lines go to Run again";
+}
+
+} // namespace

@@ -1,0 +1,73 @@
+// The framework's messages: 64-bit formats, argument errors and manager failures.
+#include <gtest/gtest.h>
+
+#include "component/command/CArgKeyword.h"
+#include "component/command/CArgNumberUnsigned.h"
+#include "component/command/CArgString.h"
+#include "component/command/CmdMessages.h"
+#include "component/util/MessageFormat.h"
+#include "support/CommandFakes.h"
+
+namespace
+{
+
+TEST(MessageFormat, I64LengthPrefixesBecomeLongLong)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"%I64X %I64x %I64u %I64i %I64d", "%llX %llx %llu %lli %lld"},
+        {"%08I64X", "%08llX"},
+        {"%-4I64u|", "%-4llu|"},
+        {"100%% %I64X", "100%% %llX"},
+        {"%%I64X", "%%I64X"},
+        {"%s %d I64", "%s %d I64"},
+        {"%I6", "%I6"},
+        {"end %", "end %"},
+    };
+    for (const auto& [in, out] : cases)
+        EXPECT_EQ(MessageFormat::TranslateFormat64(in), out) << in;
+}
+
+TEST(MessageFormat, StoredTextsAreFilledWithSixtyFourBitValues)
+{
+    EXPECT_EQ(MessageFormat::Format("H'%I64X (%I64u)", 0x123456789ABull, 0x123456789ABull),
+              "H'123456789AB (1250999896491)");
+    EXPECT_EQ(FormatMessageText(30011, -5), "Unknown error code -5");
+    EXPECT_EQ(FormatMessageText(1), "") << "an unknown number gives no text";
+}
+
+TEST(ArgumentMessage, EachErrorGivesItsTextWithTheNameAsPassed)
+{
+    CArgNumberUnsigned address(true, 0, nullptr, 0, 0, 0xFFFFFFFF);
+    address.Error = CArg::ErrorRange;
+    EXPECT_EQ(ArgumentMessage(address, "<address>"),
+              "Parameter '<address>' must be in range H'0 (0) to H'FFFFFFFF (4294967295)");
+    address.Error = CArg::ErrorEmpty;
+    EXPECT_EQ(ArgumentMessage(address, "<address>"), "Parameter '<address>' is empty");
+    address.Error = CArg::ErrorInvalid;
+    EXPECT_EQ(ArgumentMessage(address, "<address>"), "Parameter '<address>' is invalid");
+    address.Error = CArg::ErrorNone;
+    EXPECT_EQ(ArgumentMessage(address, "<address>"), "");
+
+    CArgKeyword mode(true, "byte\0word\0", 0);
+    ASSERT_FALSE(mode.Parse("quad", 0));
+    EXPECT_EQ(ArgumentMessage(mode, "<mode>"), "Parameter 'quad' is not found. Input keyword(byte,word)");
+
+    CArgString name(true, "");
+    name.Error = CArg::ErrorRange;
+    EXPECT_EQ(ArgumentMessage(name, "3"), "Parameter '3' is invalid") << "no range to show";
+}
+
+TEST(ErrorTextFor, TheManagersOwnTextOrTheNumber)
+{
+    FakeManager manager;
+    manager.texts[E_FAIL] = "Target lost";
+    manager.texts[E_INVALIDARG] = "";
+    EXPECT_EQ(ErrorTextFor(&manager, E_FAIL), "Target lost");
+    EXPECT_EQ(ErrorTextFor(&manager, E_INVALIDARG), "Unknown error code -2147024809");
+    EXPECT_EQ(ErrorTextFor(&manager, E_NOTIMPL), "Unknown error code -2147467263");
+    manager.reports = false;
+    EXPECT_EQ(ErrorTextFor(&manager, E_FAIL), "Unknown error code -2147467259");
+    EXPECT_EQ(ErrorTextFor(nullptr, E_FAIL), "Unknown error code -2147467259");
+}
+
+} // namespace

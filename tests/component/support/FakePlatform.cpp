@@ -1,0 +1,200 @@
+#include "support/FakePlatform.h"
+
+#include <algorithm>
+
+namespace
+{
+
+const std::vector<std::string> kPlatforms = {"sim", "pdsim", "halfsim", "ghostcpu", "always"};
+const std::vector<std::pair<std::string, std::string>> kReaders = {{"elf", ""}, {"pdobj", "pdsim"}};
+
+} // namespace
+
+// One driver object: CPU details and options, or a target's core and control.
+struct FakePlatform::Driver : IQCpuDetails, IQCpuOptions, IQTargetCore, IQTargetControl {
+    Driver(FakePlatform& owner, std::string kind, std::string name)
+        : owner(owner), kind(std::move(kind)), name(std::move(name))
+    {
+    }
+    HRESULT QueryInterface(const Guid& iid, void** out) override
+    {
+        *out = nullptr;
+        if (kind == "cpu" && (iid == Ids::IUnknown || iid == Ids::CpuDetails))
+            *out = static_cast<IQCpuDetails*>(this);
+        else if (kind == "cpu" && iid == Ids::CpuOptions && owner.limitDefault)
+            *out = static_cast<IQCpuOptions*>(this);
+        else if (kind == "target" && (iid == Ids::IUnknown || iid == Ids::TargetCore))
+            *out = static_cast<IQTargetCore*>(this);
+        else if (kind == "target" && iid == Ids::TargetControl && owner.targetHasControl)
+            *out = static_cast<IQTargetControl*>(this);
+        else if (kind == "reader" && iid == Ids::IUnknown)
+            *out = static_cast<IQCpuDetails*>(this);
+        return *out ? S_OK : E_NOINTERFACE;
+    }
+    uint32_t AddRef() override { return 1; }
+    uint32_t Release() override { return 0; }
+    HRESULT GetIdentity(uint32_t& a, uint32_t& b) override
+    {
+        a = 3;
+        b = 7;
+        return S_OK;
+    }
+    HRESULT GetDescription(std::string& text) override
+    {
+        text = kind == "cpu" ? owner.cpuText : owner.targetText;
+        return S_OK;
+    }
+    HRESULT GetLimitDisassemblyDefault() override { return *owner.limitDefault; }
+    HRESULT Goodbye() override
+    {
+        owner.log_.push_back(std::string(kind == "target" && owner.targetHasControl ? "control" : "core") +
+                             " goodbye");
+        return S_OK;
+    }
+    HRESULT SetCpuIdentity(uint32_t a, uint32_t b) override
+    {
+        owner.log_.push_back("SetCpuIdentity " + std::to_string(a) + " " + std::to_string(b));
+        return S_OK;
+    }
+    HRESULT CanDisconnect() override { return S_OK; }
+    HRESULT TakeOverDownload() override { return E_FAIL; }
+
+    FakePlatform& owner;
+    std::string kind, name;
+};
+
+FakePlatform::FakePlatform(CallLog& log) : log_(log) {}
+FakePlatform::~FakePlatform() = default;
+
+HRESULT FakePlatform::QueryInterface(const Guid& iid, void** out)
+{
+    *out = iid == Ids::IUnknown ? static_cast<IQPlatformList*>(this) : nullptr;
+    return *out ? S_OK : E_NOINTERFACE;
+}
+
+IUnknown* FakePlatform::Make(const std::string& kind, const std::string& name)
+{
+    objects_.push_back(std::make_unique<Driver>(*this, kind, name));
+    log_.push_back("Create " + kind + " " + name);
+    return static_cast<IQCpuDetails*>(objects_.back().get());
+}
+
+HRESULT FakePlatform::GetPlatformName(int32_t index, std::string& name)
+{
+    if (index < 0 || index >= static_cast<int32_t>(kPlatforms.size()))
+        return E_FAIL;
+    name = kPlatforms[static_cast<size_t>(index)];
+    return S_OK;
+}
+
+HRESULT FakePlatform::GetCpuDriverName(const std::string& platform, std::string& driver)
+{
+    if (std::find(kPlatforms.begin(), kPlatforms.end(), platform) == kPlatforms.end())
+        return E_FAIL;
+    driver = platform == "pdsim" ? "pdcpu" : platform == "ghostcpu" ? "ghost" : "cm3";
+    return S_OK;
+}
+
+HRESULT FakePlatform::GetPlatformProperty(const std::string& platform, int32_t property, uint32_t& value)
+{
+    value = property == 1 && platform == "always" ? 1 : 0;
+    return S_OK;
+}
+
+HRESULT FakePlatform::GetReaderName(int32_t index, std::string& name)
+{
+    if (index < 0 || index >= static_cast<int32_t>(kReaders.size()))
+        return E_FAIL;
+    name = kReaders[static_cast<size_t>(index)].first;
+    return S_OK;
+}
+
+HRESULT FakePlatform::FindReader(const std::string& name, int32_t& index)
+{
+    for (size_t i = 0; i < kReaders.size(); ++i)
+        if (strcasecmp(kReaders[i].first.c_str(), name.c_str()) == 0) {
+            index = static_cast<int32_t>(i);
+            return S_OK;
+        }
+    return E_FAIL;
+}
+
+HRESULT FakePlatform::IsFunctionPlatform(const std::string& name)
+{
+    log_.push_back("IsFunctionPlatform " + name);
+    return name.rfind("pd", 0) == 0 ? S_OK : S_FALSE;
+}
+
+HRESULT FakePlatform::GetReaderPlatform(int32_t index, std::string& platform)
+{
+    if (index < 0 || index >= static_cast<int32_t>(kReaders.size()))
+        return E_FAIL;
+    platform = kReaders[static_cast<size_t>(index)].second;
+    return platform.empty() ? S_FALSE : S_OK;
+}
+
+HRESULT FakePlatform::ReleaseDriver(IUnknown* object, int32_t)
+{
+    auto it = std::find_if(objects_.begin(), objects_.end(), [&](const auto& d) {
+        return static_cast<IUnknown*>(static_cast<IQCpuDetails*>(d.get())) == object;
+    });
+    if (it == objects_.end()) {
+        log_.push_back("ReleaseDriver unknown object");
+        return E_FAIL;
+    }
+    log_.push_back("Release " + (*it)->kind + " " + (*it)->name);
+    objects_.erase(it);
+    return S_OK;
+}
+
+HRESULT FakePlatform::CheckCpuDriver(const std::string& name, int32_t, int32_t)
+{
+    return name == "ghost" ? E_FAIL : S_OK;
+}
+HRESULT FakePlatform::CheckTargetDriver(const std::string& platform, int32_t, int32_t)
+{
+    return platform == "halfsim" ? E_FAIL : S_OK;
+}
+HRESULT FakePlatform::CheckReader(const std::string&, int32_t, int32_t)
+{
+    return S_OK;
+}
+HRESULT FakePlatform::CheckCpuDriverFor(const std::string& name, int32_t mode, int32_t a, const std::string&)
+{
+    return CheckCpuDriver(name, mode, a);
+}
+HRESULT FakePlatform::CheckReaderFor(const std::string&, int32_t, int32_t, const std::string&)
+{
+    return S_OK;
+}
+
+HRESULT FakePlatform::CreateCpuDriver(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t,
+                                      IUnknown** out)
+{
+    *out = Make("cpu", name);
+    return S_OK;
+}
+HRESULT FakePlatform::CreateCpuDriverFor(const std::string& name, IQServiceRegistry*, int32_t, int32_t,
+                                         int32_t, const std::string&, IUnknown** out)
+{
+    *out = Make("cpu", name + " for");
+    return S_OK;
+}
+HRESULT FakePlatform::CreateTargetDriver(const std::string& platform, IQServiceRegistry*, int32_t, int32_t,
+                                         int32_t, IUnknown** out)
+{
+    *out = Make("target", platform);
+    return S_OK;
+}
+HRESULT FakePlatform::CreateReader(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t,
+                                   int32_t, IUnknown** out)
+{
+    *out = Make("reader", name);
+    return S_OK;
+}
+HRESULT FakePlatform::CreateReaderFor(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t,
+                                      int32_t, const std::string&, IUnknown** out)
+{
+    *out = Make("reader", name + " for");
+    return S_OK;
+}

@@ -1,0 +1,68 @@
+#pragma once
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <strings.h>
+#include <vector>
+
+#include "boundary/Ids.h"
+#include "boundary/interfaces/Platform.h"
+#include "support/Recording.h"
+
+// A platform catalogue and driver factory that log every call. Platforms:
+// "sim" (rich family, CPU "cm3"), "pdsim" (function family, CPU "pdcpu"),
+// "halfsim" (its target driver cannot be made), "ghostcpu" (its CPU driver
+// cannot be made), "always" (property 1 set). Readers: "elf" for all,
+// "pdobj" for "pdsim" only.
+class FakePlatform : public IQPlatformList, public IQDriverFactory
+{
+public:
+    explicit FakePlatform(CallLog& log);
+    ~FakePlatform();
+
+    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    TESSEL_NOT_REFCOUNTED
+
+    HRESULT GetPlatformName(int32_t index, std::string& name) override;
+    HRESULT GetCpuDriverName(const std::string& platform, std::string& driver) override;
+    HRESULT GetPlatformProperty(const std::string& platform, int32_t property, uint32_t& value) override;
+    HRESULT GetReaderName(int32_t index, std::string& name) override;
+    HRESULT FindReader(const std::string& name, int32_t& index) override;
+    HRESULT IsFunctionPlatform(const std::string& name) override;
+    HRESULT GetReaderPlatform(int32_t index, std::string& platform) override;
+
+    HRESULT ReleaseDriver(IUnknown* object, int32_t flag) override;
+    HRESULT CreateCpuDriver(const std::string& name, IQServiceRegistry*, int32_t, int32_t mode, int32_t,
+                            IUnknown** out) override;
+    HRESULT CreateTargetDriver(const std::string& platform, IQServiceRegistry*, int32_t, int32_t mode,
+                               int32_t, IUnknown** out) override;
+    HRESULT CreateReader(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t mode, int32_t,
+                         IUnknown** out) override;
+    HRESULT CheckCpuDriver(const std::string& name, int32_t mode, int32_t) override;
+    HRESULT CheckTargetDriver(const std::string& platform, int32_t mode, int32_t) override;
+    HRESULT CheckReader(const std::string& name, int32_t mode, int32_t) override;
+    HRESULT CreateCpuDriverFor(const std::string& name, IQServiceRegistry*, int32_t, int32_t mode, int32_t,
+                               const std::string& platform, IUnknown** out) override;
+    HRESULT CreateReaderFor(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t mode,
+                            int32_t, const std::string& platform, IUnknown** out) override;
+    HRESULT CheckCpuDriverFor(const std::string& name, int32_t mode, int32_t,
+                              const std::string& platform) override;
+    HRESULT CheckReaderFor(const std::string& name, int32_t mode, int32_t,
+                           const std::string& platform) override;
+
+    // What the next drivers describe themselves as.
+    std::string cpuText = "ARM\nCortex-M3";
+    std::string targetText = "Simulator\nCortex-M3 board\nflash 1 MiB";
+    // The CPU's default for limiting disassembly access; no options face when absent.
+    std::optional<HRESULT> limitDefault;
+    bool targetHasControl = false;
+    size_t Alive() const { return objects_.size(); }
+
+private:
+    struct Driver;
+    IUnknown* Make(const std::string& kind, const std::string& name);
+
+    CallLog& log_;
+    std::vector<std::unique_ptr<Driver>> objects_;
+};
