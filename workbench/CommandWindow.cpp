@@ -248,6 +248,8 @@ bool CommandWindow::RunBuiltIn(const std::string& word, const std::string& rest,
             if (entry == nullptr) {
                 ++failures_;
                 ShowError("No help for: " + rest);
+                if (item.batch != 0)
+                    DropRestOfBatch(item.batch);
                 return true;
             }
             Show(entry->name + " " + entry->parameterText);
