@@ -56,8 +56,9 @@ void CCmd::Register()
 
 void CCmd::Withdraw()
 {
-    if (Host == nullptr)
+    if (Host == nullptr || withdrawn_)
         return;
+    withdrawn_ = true;
     if (auto* help = GetServiceAs<IQCommandHelpService>(Host, Ids::CommandHelpService)) {
         for (size_t i = 0; i < Names.size(); ++i)
             help->RemoveCommandHelp(Names[i], parameterText_, i == 0 ? 0 : 1);

@@ -39,6 +39,10 @@ public:
     // the command continuing.
     virtual HRESULT Continue(const std::string& line, std::string& message, bool& continuing);
 
+    // Leaves the command window now; the object itself may still be running
+    // and is deleted later by its owner.
+    void Retire() { Withdraw(); }
+
     // Empty when the command was given no names.
     const std::string& FullName() const;
     const std::string& ParameterText() const { return parameterText_; }
@@ -61,4 +65,5 @@ private:
     void Withdraw();
 
     std::string parameterText_;
+    bool withdrawn_ = false;
 };

@@ -259,6 +259,9 @@ protected:
     std::vector<CCommandFile> CommandFiles;
     // Commands made at the first connection, deleted when it ends for good.
     std::vector<std::unique_ptr<CCmd>> Commands;
+    // Commands that left the command window while one of them may still be
+    // running (a "disconnect" ends its own command); deleted at the next connection.
+    std::vector<std::unique_ptr<CCmd>> RetiredCommands;
     // Session strings.
     std::string WorkspaceName, ProjectName, ConfigurationName, SessionName;
 
@@ -327,7 +330,7 @@ protected:
     std::function<void()> WaitingCommand;
 
     // Makes the commands that exist only while a platform is connected.
-    virtual void BuildCommands() {}
+    void BuildCommands();
 
 private:
     int32_t DriverMode();

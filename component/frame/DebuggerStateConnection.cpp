@@ -8,6 +8,7 @@
 #include "boundary/interfaces/Store.h"
 #include "component/breaks/CPCBreakManager.h"
 #include "component/command/CCmd.h"
+#include "component/command/CCmdConnect.h"
 #include "component/frame/CDebuggerState.h"
 #include "component/frame/CUserPrompts.h"
 #include "component/frame/StringTable.h"
@@ -101,14 +102,18 @@ HRESULT CDebuggerState::Connect()
 
 HRESULT CDebuggerState::Disconnect()
 {
-    if (GetTargetKind() != S_OK)
-        RecordCommand("disconnect");
     DisconnectTarget(false, false);
     return S_OK;
 }
 
+void CDebuggerState::BuildCommands()
+{
+    Commands.push_back(std::make_unique<CCmdDisconnect>(Registry, *this));
+}
+
 bool CDebuggerState::ConnectTo(const std::string& platform, bool runBatch, bool commandsExist)
 {
+    RetiredCommands.clear();
     if (HasBatchFiles(TIMING_AT_CONNECTION) && DisableMemoryUntilBatch() && Memory)
         Memory->DisableMemory();
     AlwaysConnected = false;
@@ -252,8 +257,13 @@ void CDebuggerState::DisconnectTarget(bool clearNames, bool keepCommands)
     TargetText1.clear();
     TargetText2.clear();
     TargetText3.clear();
-    if (!keepCommands)
+    if (!keepCommands) {
+        for (auto& command : Commands) {
+            command->Retire();
+            RetiredCommands.push_back(std::move(command));
+        }
         Commands.clear();
+    }
     Broadcast(Event{Ids::EVENT_PLATFORM_CHANGED, 0});
 }
 

@@ -2,6 +2,7 @@
 // its family of managers.
 #include "boundary/Ids.h"
 #include "component/breaks/CPCBreakManager.h"
+#include "component/command/CCmd.h"
 #include "component/frame/CDebuggerState.h"
 #include "component/frame/CUserPrompts.h"
 #include "component/frame/ErrorTexts.h"
@@ -81,6 +82,8 @@ HRESULT CDebuggerState::Terminate(int32_t flag)
     if (PlatformAttached && Memory)
         Memory->OnPlatformGoing();
     EmptySession();
+    Commands.clear();
+    RetiredCommands.clear();
     StatusPane.reset();
 
     for (auto it = RegisteredRunnerIds.rbegin(); it != RegisteredRunnerIds.rend(); ++it) {
@@ -120,15 +123,13 @@ HRESULT CDebuggerState::Terminate(int32_t flag)
 
 void CDebuggerState::EmptySession()
 {
-    // No programs, batch files or target exist in this build beyond the
-    // session strings and the reader's name.
+    RemoveAllCommandFiles();
+    DisconnectTarget(true, false);
+    ReleaseReader();
     WorkspaceName.clear();
     ProjectName.clear();
     ConfigurationName.clear();
     SessionName.clear();
-    PlatformName.clear();
-    Reader = nullptr;
-    ReaderName.clear();
 }
 
 void CDebuggerState::ClearServicePointers()

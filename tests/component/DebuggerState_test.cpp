@@ -72,6 +72,7 @@ TEST_F(DebuggerState, TerminateGivesEverythingBackInReverse)
     size_t mark = log.size();
     ASSERT_EQ(state->Terminate(1), S_OK);
     EXPECT_EQ(Since(mark), (CallLog{
+                               "Broadcast {4A135B5C-8CD7-11D5-80DB-00C04F68EAD7}",
                                "UnregisterService IQRunner",
                                "UnregisterService IQPCBreakManager",
                                "UnregisterService IQPCBreakManager2",
