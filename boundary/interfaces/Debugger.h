@@ -40,6 +40,17 @@ struct IQWorkSpaceClient2 : IUnknown {
                                      const std::string& session) = 0; // 44
 };
 
+// The workbench's notices of workspaces and sessions coming and going.
+struct IQWorkSpaceExtendedClient : IUnknown {
+    using Name = const std::string&;
+    virtual HRESULT WorkspaceClosing(Name ws) = 0;                                     // 3
+    virtual HRESULT WorkspaceClosed(Name ws) = 0;                                      // 4
+    virtual HRESULT SessionLeaving(Name ws, Name project, Name cfg, Name session) = 0; // 15
+    virtual HRESULT SessionLeft(Name ws, Name project, Name cfg, Name session) = 0;    // 16
+    virtual HRESULT SessionOpening(Name ws, Name project, Name cfg, Name session) = 0; // 17
+    virtual HRESULT SessionOpened(Name ws, Name project, Name cfg, Name session) = 0;  // 18
+};
+
 // Primary faces of the managers the state owns.
 struct IQLabelManager2 : IUnknown {
 };

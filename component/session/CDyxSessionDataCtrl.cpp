@@ -1,8 +1,10 @@
 #include "component/session/CDyxSessionDataCtrl.h"
 
 #include "boundary/Ids.h"
+#include "component/command/CCmdConnect.h"
 #include "component/frame/CDebuggerState.h"
 #include "component/frame/CDllResource.h"
+#include "component/symbols/CLabelManager.h"
 #include "component/util/PathUtil.h"
 
 namespace
@@ -39,6 +41,8 @@ HRESULT CDyxSessionDataCtrl::QueryInterface(const Guid& iid, void** out)
         *out = static_cast<IQComponent*>(this);
     else if (iid == Ids::IQErrorReporter)
         *out = static_cast<IQErrorReporter*>(this);
+    else if (iid == Ids::IQWorkSpaceExtendedClient)
+        *out = static_cast<IQWorkSpaceExtendedClient*>(this);
     return *out ? S_OK : E_NOINTERFACE;
 }
 
@@ -70,6 +74,8 @@ HRESULT CDyxSessionDataCtrl::Initialise(IQServiceRegistry* registry, int32_t fla
     // keeps working.
     state_.RegisterPrompts();
     state_.RegisterErrorTexts();
+    connect_ = std::make_unique<CCmdConnect>(registry, state_);
+    registry->RegisterProvider(Ids::IQWorkSpaceExtendedClient, static_cast<IQWorkSpaceExtendedClient*>(this));
     return S_OK;
 }
 
@@ -94,8 +100,32 @@ HRESULT CDyxSessionDataCtrl::Terminate(int32_t flag)
 {
     if (!flag)
         return S_OK;
+    if (registry_ != nullptr)
+        registry_->UnregisterProvider(Ids::IQWorkSpaceExtendedClient,
+                                      static_cast<IQWorkSpaceExtendedClient*>(this));
+    connect_.reset();
     resource_.reset();
     registry_ = nullptr;
     errorTable_ = nullptr;
     return S_OK;
+}
+
+HRESULT CDyxSessionDataCtrl::SessionOpening(Name ws, Name project, Name cfg, Name session)
+{
+    state_.SetSessionKey(ws, project, cfg, session);
+    return state_.OpenSession(true, false, false);
+}
+
+HRESULT CDyxSessionDataCtrl::SessionOpened(Name, Name, Name, Name)
+{
+    state_.FinishOpenSession();
+    return S_OK;
+}
+
+HRESULT CDyxSessionDataCtrl::WorkspaceClosing(Name)
+{
+    HRESULT hr = state_.CloseSession();
+    if (state_.GetLabels() != nullptr && state_.GetPlatformMode() == PLATFORM_MODE_VEL)
+        state_.GetLabels()->ClearLabelsQuietly();
+    return hr;
 }

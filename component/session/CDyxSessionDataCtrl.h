@@ -4,16 +4,21 @@
 #include <string>
 
 #include "boundary/interfaces/Component.h"
+#include "boundary/interfaces/Debugger.h"
 #include "boundary/interfaces/Workbench.h"
 
 class CDebuggerState;
 class CRunner;
 class CDllResource;
+class CCmd;
 
 // The second half of a debugger instance: what the workbench sees as the
 // owner of the session's data. It installs the resource module the texts come
 // from.
-class CDyxSessionDataCtrl : public IQRegistryClient, public IQComponent, public IQErrorReporter
+class CDyxSessionDataCtrl : public IQRegistryClient,
+                            public IQComponent,
+                            public IQErrorReporter,
+                            public IQWorkSpaceExtendedClient
 {
 public:
     CDyxSessionDataCtrl(CDebuggerState& state, CRunner* runner);
@@ -30,6 +35,14 @@ public:
     HRESULT Terminate(int32_t flag) override;
     HRESULT GetErrorText(HRESULT code, std::string& text) override;
 
+    // IQWorkSpaceExtendedClient
+    HRESULT WorkspaceClosing(Name ws) override;
+    HRESULT WorkspaceClosed(Name) override { return S_OK; }
+    HRESULT SessionLeaving(Name, Name, Name, Name) override { return S_OK; }
+    HRESULT SessionLeft(Name, Name, Name, Name) override { return S_OK; }
+    HRESULT SessionOpening(Name ws, Name project, Name cfg, Name session) override;
+    HRESULT SessionOpened(Name ws, Name project, Name cfg, Name session) override;
+
     const CDllResource* Resource() const { return resource_.get(); }
 
     // Where the component's own file is looked for. Tests and packagers point
@@ -45,4 +58,6 @@ private:
     IQServiceRegistry* registry_ = nullptr;
     IQErrorTable* errorTable_ = nullptr;
     std::unique_ptr<CDllResource> resource_;
+    // The commands that exist from the start of the session.
+    std::unique_ptr<CCmd> connect_;
 };

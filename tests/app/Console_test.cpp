@@ -71,7 +71,8 @@ TEST(Console, SessionStartsAndEndsWhenInputEnds)
 {
     auto r = RunShell("printf 'help\\nquit\\nhelp\\n' | " + BinaryDirectory() + "/tessel");
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.output, "> help\nbatch <filename>\nhelp [<command>]\n") << "nothing runs after quit";
+    EXPECT_EQ(r.output, "> help\nbatch <filename>\nconnect <no parameters>\nhelp [<command>]\n")
+        << "nothing runs after quit";
 }
 
 TEST(Console, MissingResourceModuleIsReportedAndTheSessionStillRuns)
