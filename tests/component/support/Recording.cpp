@@ -71,6 +71,8 @@ HRESULT RecordingRegistry::QueryInterface(const Guid& iid, void** out)
 HRESULT RecordingRegistry::Broadcast(const Event& event)
 {
     log_.push_back("Broadcast " + IdName(event.id));
+    if (deliverTo != nullptr)
+        deliverTo->OnEvent(event);
     return S_OK;
 }
 
@@ -204,7 +206,7 @@ HRESULT RecordingPromptTable::IsPromptEnabled(Guid)
 HRESULT RecordingPromptTable::AskYesNo(Guid key, const std::string& question, VariantBool& answer)
 {
     log_.push_back("AskYesNo '" + names[key.bytes[15]] + "' " + question);
-    answer = VARIANT_TRUE;
+    answer = answerYes ? VARIANT_TRUE : VARIANT_FALSE;
     return S_OK;
 }
 HRESULT RecordingPromptTable::SetPromptEnabled(Guid, int32_t)

@@ -36,6 +36,8 @@ public:
     HRESULT SetBusy(const Guid& id) override;
     HRESULT ClearBusy(const Guid& id) override;
 
+    // A component that broadcasts reach, as the workbench delivers them.
+    IQComponent* deliverTo = nullptr;
     // Puts a service in place without logging it.
     void Provide(const Guid& id, IUnknown* service) { services_[id] = service; }
     IUnknown* Service(const Guid& id) const;
@@ -80,6 +82,7 @@ public:
     // Key number n (1-based) names the n-th prompt added.
     std::map<int, std::string> names;
     bool enabled = true;
+    bool answerYes = true;
 
 private:
     CallLog& log_;

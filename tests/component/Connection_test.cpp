@@ -1,0 +1,253 @@
+// Connecting a session to its platform and letting it go, in the order the
+// drivers, the views and the other components see it.
+#include <gtest/gtest.h>
+
+#include "component/session/CDyxSessionDataCtrl.h"
+#include "support/FakeStore.h"
+#include "support/StateFixture.h"
+
+namespace
+{
+
+struct RecordingOutput : IQOutputWindow {
+    explicit RecordingOutput(CallLog& log) : log(log) {}
+    HRESULT QueryInterface(const Guid&, void** out) override
+    {
+        *out = nullptr;
+        return E_NOINTERFACE;
+    }
+    TESSEL_NOT_REFCOUNTED
+    HRESULT AppendText(const std::string& tab, const std::string& text) override
+    {
+        log.push_back(tab + " " + text.substr(0, text.find('\r')));
+        return S_OK;
+    }
+    HRESULT ClearTab(const std::string&) override { return S_OK; }
+    HRESULT BringForward(const std::string&) override { return S_OK; }
+    CallLog& log;
+};
+
+std::string Sent(const Guid& event)
+{
+    return "Broadcast " + event.ToText();
+}
+
+struct Connection : StateFixture {
+    FakeStore store{log};
+    RecordingOutput output{log};
+
+    void SetUp() override
+    {
+        registry.Provide(Ids::IQDebugSettingsStore, static_cast<IQDebugSettingsStore*>(&store));
+        registry.Provide(Ids::IQTargetRegistry, static_cast<IQTargetRegistry*>(&store));
+        registry.Provide(Ids::OutputWindow, &output);
+        ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
+        registry.deliverTo = state.get();
+        state->RegisterPrompts();
+        state->SetSessionKey("boards", "blinky", "Debug", "default");
+        store.text["platform"] = "sim";
+        log.clear();
+    }
+    void TearDown() override
+    {
+        state->Terminate(1);
+        registry.deliverTo = nullptr;
+    }
+    // The log without the service lookups, which say nothing of the order.
+    CallLog Calls() const
+    {
+        CallLog out;
+        for (const auto& line : log)
+            if (line.rfind("GetService", 0) != 0)
+                out.push_back(line);
+        return out;
+    }
+    bool Logged(const std::string& line) const
+    {
+        return std::find(log.begin(), log.end(), line) != log.end();
+    }
+};
+
+TEST_F(Connection, PlatformThatIsNotInstalledGivesOneMessageAndNoConnection)
+{
+    store.text["platform"] = "nosuch";
+    EXPECT_EQ(state->Connect(), E_FAIL);
+    EXPECT_EQ(messages.shown,
+              (std::vector<std::string>{"Target device driver missing, or connection cancelled: nosuch"}));
+    EXPECT_FALSE(state->IsConnected());
+    EXPECT_EQ(state->GetPlatformName(), "nosuch");
+    EXPECT_TRUE(Logged(Sent(Ids::EVENT_PLATFORM_CHANGED)));
+    EXPECT_FALSE(Logged(Sent(Ids::EVENT_CONNECTED)));
+    EXPECT_EQ(state->CommandCount(), 0u);
+}
+
+TEST_F(Connection, DriverFailuresReleaseWhatWasMadeBeforeTheMessage)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"halfsim", "Target device driver missing, or connection cancelled: halfsim"},
+        {"ghostcpu", "Cpu Driver Missing : ghost"},
+    };
+    for (const auto& [platform, message] : cases) {
+        messages.shown.clear();
+        EXPECT_FALSE(state->ConnectTo(platform, false, false)) << platform;
+        EXPECT_EQ(messages.shown, (std::vector<std::string>{message}));
+        EXPECT_EQ(platforms.Alive(), 0u) << "no driver is left behind";
+        EXPECT_FALSE(state->IsConnected());
+    }
+    auto created = std::find(log.begin(), log.end(), "Create cpu cm3");
+    ASSERT_NE(created, log.end());
+    EXPECT_EQ(*(created + 1), "Release cpu cm3") << "the CPU driver goes as soon as the target fails";
+}
+
+TEST_F(Connection, ConnectMakesDriversInOrderAndAnnouncesIt)
+{
+    ASSERT_EQ(state->Connect(), S_OK);
+    EXPECT_EQ(Calls(), (CallLog{
+                           "GetProviders {453547D2-008B-44A3-BDF4-48B86CBCFB44}",
+                           Sent(Ids::EVENT_PLATFORM_CHANGED), // the disconnection before a connection
+                           "Create cpu cm3",
+                           "Create target sim",
+                           "SetCpuIdentity 3 7",
+                           Sent(Ids::EVENT_PLATFORM_CHANGED),
+                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                           Sent(Ids::EVENT_PLATFORM_CHANGED),
+                           "Debug Connected",
+                           "store FIRST_CONNECTION_TAG=NO",
+                           "store limit=0",
+                           Sent(Ids::EVENT_CONNECTED),
+                           "GetProviders {89194D47-DA5E-40D3-8AC0-661B13DA561D}", // the listeners hear of it
+                           "GetProviders {453547D2-008B-44A3-BDF4-48B86CBCFB44}",
+                       }));
+    EXPECT_TRUE(state->IsConnected());
+    EXPECT_EQ(state->CommandCount(), 1u) << "disconnect exists while connected";
+    std::string a, b;
+    state->GetCpuText1(a);
+    state->GetCpuText2(b);
+    EXPECT_EQ(a + "|" + b, "ARM|Cortex-M3");
+}
+
+TEST_F(Connection, DescriptionsSplitIntoTheirLines)
+{
+    struct Case {
+        std::string cpu, target;
+        std::vector<std::string> expected; // cpu1, cpu2, target1..3
+    };
+    const Case cases[] = {
+        {"OneLine", "A\nB", {"OneLine", "", "A", "B", ""}},
+        {"x\ny\ndropped", "1\n2\n3\ndropped", {"x", "y", "1", "2", "3"}},
+        {"", "\n\nthird", {"", "", "", "", "third"}},
+    };
+    for (const auto& c : cases) {
+        platforms.cpuText = c.cpu;
+        platforms.targetText = c.target;
+        ASSERT_TRUE(state->ConnectTo("sim", false, false));
+        std::vector<std::string> got(5);
+        state->GetCpuText1(got[0]);
+        state->GetCpuText2(got[1]);
+        state->GetTargetText1(got[2]);
+        state->GetTargetText2(got[3]);
+        state->GetTargetText3(got[4]);
+        EXPECT_EQ(got, c.expected) << c.cpu << " / " << c.target;
+    }
+}
+
+TEST_F(Connection, DisconnectLetsTheTargetGoBeforeTheCpu)
+{
+    for (bool control : {false, true}) {
+        platforms.targetHasControl = control;
+        ASSERT_EQ(state->Connect(), S_OK);
+        log.clear();
+        ASSERT_TRUE(state->CanDisconnect());
+        state->Disconnect();
+        EXPECT_EQ(Calls(), (CallLog{
+                               control ? "control goodbye" : "core goodbye",
+                               Sent(Ids::EVENT_DISCONNECTED),
+                               "GetProviders {89194D47-DA5E-40D3-8AC0-661B13DA561D}",
+                               "Release target sim",
+                               "Debug Disconnected",
+                               "Release cpu cm3",
+                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                               Sent(Ids::EVENT_PLATFORM_CHANGED),
+                           }));
+        EXPECT_FALSE(state->IsConnected());
+        EXPECT_EQ(state->CommandCount(), 0u);
+        EXPECT_EQ(state->GetPlatformName(), "sim") << "the name stays for the next connection";
+        EXPECT_EQ(platforms.Alive(), 0u);
+    }
+}
+
+TEST_F(Connection, FirstConnectionAppliesTheCpuDefaultOnce)
+{
+    platforms.limitDefault = 0;
+    ASSERT_EQ(state->Connect(), S_OK);
+    EXPECT_EQ(store.number["limit"], 1);
+    state->Disconnect();
+    store.number["limit"] = 7;
+    ASSERT_EQ(state->Connect(), S_OK);
+    EXPECT_EQ(store.number["limit"], 7) << "a second connection leaves the option alone";
+    store.text["FIRST_CONNECTION_TAG"] = "YES";
+    state->Disconnect();
+    ASSERT_EQ(state->Connect(), S_OK);
+    EXPECT_EQ(store.number["limit"], 1) << "after a platform change the tag says YES again";
+}
+
+TEST_F(Connection, InitialiseAsksFirstAndKeepsTheCommands)
+{
+    ASSERT_EQ(state->Connect(), S_OK);
+    int32_t count = 0;
+    IUnknown** providers = nullptr;
+    registry.GetProviders(Ids::IQCmdClient2, count, providers);
+    ASSERT_EQ(count, 1);
+    IUnknown* before = providers[0];
+
+    prompts.answerYes = false;
+    log.clear();
+    state->InitialiseTarget();
+    EXPECT_EQ(recorder.lines, (std::vector<std::string>{"initialize"}));
+    EXPECT_EQ(Calls(),
+              (CallLog{"AskYesNo 'Initialize Target' Are you sure you want to initialize the target?"}))
+        << "no means nothing happens";
+
+    prompts.answerYes = true;
+    state->InitialiseTarget();
+    EXPECT_TRUE(state->IsConnected());
+    registry.GetProviders(Ids::IQCmdClient2, count, providers);
+    ASSERT_EQ(count, 1);
+    EXPECT_EQ(providers[0], before) << "the same command objects answer after a restart";
+    EXPECT_TRUE(Logged(Sent(Ids::EVENT_INITIALISING)));
+}
+
+TEST_F(Connection, DefaultReaderIsMadeAtConnectionAndComparedWithoutCase)
+{
+    store.text["reader"] = "ELF";
+    ASSERT_EQ(state->Connect(), S_OK);
+    EXPECT_TRUE(Logged("Create reader ELF"));
+    EXPECT_EQ(state->GetReaderName(), "ELF");
+    log.clear();
+    EXPECT_TRUE(state->SetDefaultReader("elf"));
+    EXPECT_TRUE(log.empty()) << "a change of case only changes nothing";
+    EXPECT_EQ(state->ListReaders("sim"), (std::vector<std::string>{"elf"}));
+    EXPECT_EQ(state->ListReaders("pdsim"), (std::vector<std::string>{"pdobj"}));
+}
+
+TEST_F(Connection, OpeningASessionConnectsUnlessTold)
+{
+    CDyxSessionDataCtrl ctrl(*state, state->GetRunner());
+    store.number["noauto"] = static_cast<VariantBool>(VARIANT_TRUE);
+    ctrl.SessionOpening("boards", "blinky", "Debug", "default");
+    EXPECT_FALSE(state->IsConnected());
+    EXPECT_EQ(state->GetPlatformName(), "sim");
+    EXPECT_TRUE(state->CanConnect());
+
+    store.number["noauto"] = 0;
+    ctrl.SessionOpening("boards", "blinky", "Debug", "default");
+    EXPECT_TRUE(state->IsConnected());
+    EXPECT_TRUE(Logged(Sent(Ids::EVENT_SESSION_CHANGING)));
+    ctrl.WorkspaceClosing("boards");
+    EXPECT_FALSE(state->IsConnected());
+    EXPECT_TRUE(state->GetPlatformName().empty());
+}
+
+} // namespace
