@@ -1,0 +1,75 @@
+#include "platform/catalog/PlatformList.h"
+
+#include <strings.h>
+
+#include "boundary/Ids.h"
+
+HRESULT PlatformList::QueryInterface(const Guid& iid, void** out)
+{
+    if (out == nullptr)
+        return E_POINTER;
+    *out = (iid == Ids::IUnknown || iid == Ids::PlatformList) ? static_cast<IQPlatformList*>(this) : nullptr;
+    return *out ? S_OK : E_NOINTERFACE;
+}
+
+HRESULT PlatformList::GetPlatformName(int32_t index, std::string& name)
+{
+    if (index < 0 || static_cast<size_t>(index) >= table_.platforms.size())
+        return E_FAIL;
+    name = table_.platforms[static_cast<size_t>(index)].name;
+    return S_OK;
+}
+
+HRESULT PlatformList::GetCpuDriverName(const std::string& platform, std::string& driver)
+{
+    const PlatformEntry* entry = table_.Find(platform);
+    if (entry == nullptr)
+        return E_FAIL;
+    driver = entry->cpuDriver;
+    return S_OK;
+}
+
+HRESULT PlatformList::GetPlatformProperty(const std::string& platform, int32_t property, uint32_t& value)
+{
+    value = 0;
+    const PlatformEntry* entry = table_.Find(platform);
+    if (entry == nullptr)
+        return E_FAIL;
+    if (property != 1)
+        return E_INVALIDARG;
+    value = entry->alwaysConnected ? 1 : 0;
+    return S_OK;
+}
+
+HRESULT PlatformList::GetReaderName(int32_t index, std::string& name)
+{
+    if (index < 0 || static_cast<size_t>(index) >= table_.readers.size())
+        return E_FAIL;
+    name = table_.readers[static_cast<size_t>(index)].name;
+    return S_OK;
+}
+
+HRESULT PlatformList::FindReader(const std::string& name, int32_t& index)
+{
+    for (size_t i = 0; i < table_.readers.size(); ++i) {
+        if (strcasecmp(table_.readers[i].name.c_str(), name.c_str()) == 0) {
+            index = static_cast<int32_t>(i);
+            return S_OK;
+        }
+    }
+    return E_FAIL;
+}
+
+HRESULT PlatformList::IsFunctionPlatform(const std::string& name)
+{
+    const PlatformEntry* entry = table_.Find(name);
+    return entry != nullptr && entry->functionFamily ? S_OK : S_FALSE;
+}
+
+HRESULT PlatformList::GetReaderPlatform(int32_t index, std::string& platform)
+{
+    if (index < 0 || static_cast<size_t>(index) >= table_.readers.size())
+        return E_FAIL;
+    platform = table_.readers[static_cast<size_t>(index)].platform;
+    return platform.empty() ? S_FALSE : S_OK;
+}
