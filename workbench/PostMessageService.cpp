@@ -80,10 +80,10 @@ HRESULT PostMessageService::KillTimer(IQTimerClient* client, uint32_t id)
     return S_OK;
 }
 
-void PostMessageService::ForgetClient(IUnknown* client)
+HRESULT PostMessageService::ForgetClient(IUnknown* client)
 {
     if (client == nullptr)
-        return;
+        return E_POINTER;
     // The pointer may be one interface of an object that was given to us as
     // another; the identity recorded with any entry made under this pointer
     // finds those too, without calling into an object being torn down.
@@ -113,6 +113,7 @@ void PostMessageService::ForgetClient(IUnknown* client)
             ++it;
         }
     }
+    return S_OK;
 }
 
 size_t PostMessageService::PendingMessages() const

@@ -31,7 +31,7 @@ public:
     // Drops the queued messages and timers of a client that is going away: any
     // interface pointer it was given as, or its IUnknown identity, will do. The
     // client itself is not called.
-    void ForgetClient(IUnknown* client);
+    HRESULT ForgetClient(IUnknown* client) override;
 
     size_t PendingMessages() const;
     bool HasTimer(IQTimerClient* client, uint32_t id) const { return timers_.count({client, id}) != 0; }

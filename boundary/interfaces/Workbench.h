@@ -67,6 +67,8 @@ struct IQPostMessageService : IUnknown {
     virtual HRESULT Post(IQPostMessageClient* client, uint32_t value) = 0;         // 3
     virtual HRESULT SetTimer(IQTimerClient* client, uint32_t id, uint32_t ms) = 0; // 4
     virtual HRESULT KillTimer(IQTimerClient* client, uint32_t id) = 0;             // 5
+    // Drops what is queued for a client that is going away; main thread only.
+    virtual HRESULT ForgetClient(IUnknown* client) = 0; // 6
 };
 
 enum class MessageIcon : int32_t { Information = 0, Warning = 1, Stop = 2, Question = 3 };
