@@ -6,6 +6,7 @@
 
 #include "app/ComponentLibrary.h"
 #include "app/DebuggerInstance.h"
+#include "app/PlatformHost.h"
 #include "app/ReadlineShell.h"
 #include "boundary/Ids.h"
 #include "workbench/ComponentRegistrar.h"
@@ -60,6 +61,8 @@ bool ParseConsoleArguments(const std::vector<std::string>& args, ConsoleOptions&
         const std::string& a = args[i];
         if (a == "--version" || a == "-V") {
             options.showVersion = true;
+        } else if (a == "--list-platforms") {
+            options.listPlatforms = true;
         } else if (a == "--help" || a == "-h") {
             options.showHelp = true;
         } else if (a == "--component") {
@@ -68,6 +71,26 @@ bool ParseConsoleArguments(const std::vector<std::string>& args, ConsoleOptions&
         } else if (a == "--batch") {
             if (!value(i, options.batchFile))
                 return false;
+        } else if (a == "--workspace") {
+            if (!value(i, options.session.workspace))
+                return false;
+        } else if (a == "--session") {
+            if (!value(i, options.session.session))
+                return false;
+        } else if (a == "--platform") {
+            if (!value(i, options.session.platform))
+                return false;
+        } else if (a == "--batch-at") {
+            std::string timing, file;
+            if (!value(i, timing) || !value(i, file))
+                return false;
+            int32_t number = 0;
+            if (!WorkspaceSession::ParseTiming(timing, number)) {
+                error = "Unknown timing: " + timing +
+                        " (use 0 to 3, connection, before-download, after-download or after-reset)";
+                return false;
+            }
+            options.session.batches.emplace_back(number, file);
         } else if (a == "-c") {
             if (!value(i, options.commands))
                 return false;
@@ -111,15 +134,29 @@ int RunConsole(const ConsoleOptions& options, const std::string& programPath, st
     const bool scripted = !options.batchFile.empty() || !options.commands.empty();
     const bool asking = interactive && !scripted;
     Workbench workbench(out, asking ? &in : nullptr, asking);
+    PlatformHost platforms(workbench.Registry());
+    if (options.listPlatforms) {
+        for (const auto& platform : platforms.Names())
+            out << platform << "\n";
+        return 0;
+    }
+    WorkspaceSession workspace(workbench.Registry(), err);
+    if (!workspace.Open(options.session, DirectoryOf(programPath), error)) {
+        err << error << "\n";
+        return 1;
+    }
     DebuggerInstance instance(library, workbench.Registry(), kFirstInstance);
     if (!instance.Start(error)) {
         err << error << "\n";
         return 1;
     }
+    const bool echo = scripted || !interactive;
+    workbench.Commands().SetEcho(echo);
+    instance.OpenSession(workspace.Key());
+    workbench.Loop().RunUntilIdle();
     CommandWindow& window = workbench.Commands();
     int status = 0;
     if (scripted) {
-        window.SetEcho(true);
         if (!options.batchFile.empty() && !window.SubmitBatchFile(options.batchFile)) {
             err << "Cannot open batch file: " << options.batchFile << "\n";
             status = 1;
@@ -130,11 +167,10 @@ int RunConsole(const ConsoleOptions& options, const std::string& programPath, st
     } else if (interactive) {
         out << name << " " << major << "." << minor
             << ". Type \"help\" for the commands, \"quit\" to leave.\n";
-        ReadlineShell shell(workbench);
+        ReadlineShell shell(workbench, workspace.HistoryFile());
         shell.Run();
     } else {
         // Lines from a pipe: shown with their text, as a transcript.
-        window.SetEcho(true);
         std::string line;
         while (std::getline(in, line)) {
             if (line == "quit" || line == "exit")
@@ -145,6 +181,7 @@ int RunConsole(const ConsoleOptions& options, const std::string& programPath, st
     }
     if (window.Failures() > 0)
         status = 1;
+    instance.CloseSession();
     instance.Stop();
     return status;
 }

@@ -3,13 +3,17 @@
 #include <string>
 #include <vector>
 
+#include "app/WorkspaceSession.h"
+
 // The tessel console program: its command line, and the session it runs.
 struct ConsoleOptions {
     bool showVersion = false;
     bool showHelp = false;
+    bool listPlatforms = false;
     std::string componentPath; // empty: beside the program
     std::string batchFile;     // --batch: run it, then leave
     std::string commands;      // -c: "cmd; cmd", then leave
+    SessionOptions session;
 };
 
 // Parses the program's arguments. False with a message on a bad one.

@@ -26,6 +26,7 @@ bool DebuggerInstance::Start(std::string& error)
     auto* sessionRoot = library_.Query<IUnknown>(id_, Ids::SessionDataType);
     state_ = QueryAs<IQComponent>(stateRoot, Ids::IQComponent);
     controller_ = QueryAs<IQComponent>(sessionRoot, Ids::IQComponent);
+    notices_ = QueryAs<IQWorkSpaceExtendedClient>(sessionRoot, Ids::IQWorkSpaceExtendedClient);
     if (state_ == nullptr || controller_ == nullptr) {
         error = "The debugger component does not answer its interfaces";
         Stop();
@@ -48,8 +49,24 @@ void DebuggerInstance::Stop()
     }
     state_ = nullptr;
     controller_ = nullptr;
+    notices_ = nullptr;
     if (created_) {
         library_.DestroyInstance(id_);
         created_ = false;
     }
+}
+
+void DebuggerInstance::OpenSession(const ActiveSession& key)
+{
+    if (!started_ || notices_ == nullptr)
+        return;
+    key_ = key;
+    notices_->SessionOpening(key.workspace, key.project, key.configuration, key.session);
+    notices_->SessionOpened(key.workspace, key.project, key.configuration, key.session);
+}
+
+void DebuggerInstance::CloseSession()
+{
+    if (started_ && notices_ != nullptr && !key_.workspace.empty())
+        notices_->WorkspaceClosing(key_.workspace);
 }

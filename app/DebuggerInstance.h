@@ -4,6 +4,8 @@
 
 #include "app/ComponentLibrary.h"
 #include "boundary/interfaces/Component.h"
+#include "boundary/interfaces/Debugger.h"
+#include "workbench/store/WorkspaceModel.h"
 
 class ServiceRegistry;
 
@@ -22,6 +24,9 @@ public:
     bool Start(std::string& error);
     void Stop();
     bool Started() const { return started_; }
+    // The workbench's notices of the session opening and of its workspace closing.
+    void OpenSession(const ActiveSession& key);
+    void CloseSession();
     uint32_t Id() const { return id_; }
     IQComponent* State() const { return state_; }
     IQComponent* Controller() const { return controller_; }
@@ -32,6 +37,8 @@ private:
     uint32_t id_;
     IQComponent* state_ = nullptr;
     IQComponent* controller_ = nullptr;
+    IQWorkSpaceExtendedClient* notices_ = nullptr;
+    ActiveSession key_;
     bool created_ = false;
     bool started_ = false;
 };

@@ -8,7 +8,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <vector>
 
 #include "workbench/Workbench.h"
@@ -26,15 +25,12 @@ constexpr int kHistoryLength = 1000;
 
 } // namespace
 
-ReadlineShell::ReadlineShell(Workbench& workbench) : workbench_(workbench)
+ReadlineShell::ReadlineShell(Workbench& workbench, std::string historyFile)
+    : workbench_(workbench), historyFile_(std::move(historyFile))
 {
     g_shell = this;
     g_workbench = &workbench_;
     g_done = &done_;
-    // History stays with the work: a folder of its own in the current directory.
-    std::error_code ec;
-    std::filesystem::create_directories(".tessel", ec);
-    historyFile_ = ec ? std::string() : std::string(".tessel/history");
     using_history();
     stifle_history(kHistoryLength);
     if (!historyFile_.empty())

@@ -9,7 +9,8 @@ class Workbench;
 class ReadlineShell
 {
 public:
-    explicit ReadlineShell(Workbench& workbench);
+    // historyFile: where the typed lines are kept; empty keeps none.
+    ReadlineShell(Workbench& workbench, std::string historyFile);
     ~ReadlineShell();
     ReadlineShell(const ReadlineShell&) = delete;
     ReadlineShell& operator=(const ReadlineShell&) = delete;

@@ -1,0 +1,97 @@
+#include "app/WorkspaceSession.h"
+
+#include <strings.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <ostream>
+
+#include "boundary/ComUtils.h"
+#include "boundary/Ids.h"
+#include "workbench/ServiceRegistry.h"
+
+namespace fs = std::filesystem;
+
+WorkspaceSession::WorkspaceSession(ServiceRegistry& registry, std::ostream& err)
+    : registry_(registry), err_(err)
+{
+}
+
+WorkspaceSession::~WorkspaceSession()
+{
+    if (info_)
+        registry_.UnregisterService(Ids::IQWorkspaceInfo, static_cast<IQWorkspaceInfo*>(info_.get()));
+    if (store_)
+        store_->Unregister(registry_);
+}
+
+bool WorkspaceSession::ParseTiming(const std::string& text, int32_t& timing)
+{
+    static const std::pair<const char*, int32_t> names[] = {
+        {"0", 0}, {"connection", 0},     {"1", 1}, {"before-download", 1},
+        {"2", 2}, {"after-download", 2}, {"3", 3}, {"after-reset", 3},
+    };
+    for (const auto& [name, value] : names) {
+        if (strcasecmp(text.c_str(), name) == 0) {
+            timing = value;
+            return true;
+        }
+    }
+    return false;
+}
+
+bool WorkspaceSession::Open(const SessionOptions& options, const std::string& installDirectory,
+                            std::string& error)
+{
+    std::error_code ec;
+    fs::path folder = options.workspace.empty() ? fs::current_path(ec) : fs::absolute(options.workspace, ec);
+    std::string problem;
+    if (!model_.Open(folder, problem))
+        err_ << "Error: " << problem << "\n";
+    store_ = std::make_unique<SettingsStore>(model_.SharedDatabase());
+    if (!store_->LastError().empty() && model_.SharedDatabase() != nullptr)
+        err_ << "Error: " << store_->LastError() << "\n";
+    store_->Register(registry_);
+    info_ = std::make_unique<WorkspaceInfoService>(model_, installDirectory);
+    registry_.RegisterService(Ids::IQWorkspaceInfo, static_cast<IQWorkspaceInfo*>(info_.get()));
+
+    ActiveSession key = model_.Active();
+    if (!options.session.empty()) {
+        auto sessions = model_.Sessions(key.project);
+        bool known = std::any_of(sessions.begin(), sessions.end(), [&](const std::string& s) {
+            return strcasecmp(s.c_str(), options.session.c_str()) == 0;
+        });
+        if ((!known && !model_.AddSession(key.project, options.session, error)) ||
+            !model_.SetActive(key.project, key.configuration, options.session, error))
+            return false;
+        key = model_.Active();
+    }
+    if (!options.platform.empty() &&
+        Failed(store_->SetPlatform(key.workspace, key.project, key.session, options.platform))) {
+        error = "Cannot store the platform: " + store_->LastError();
+        return false;
+    }
+    if (!options.batches.empty()) {
+        Variant stored;
+        store_->GetCommandFiles(key.workspace, key.project, key.session, stored);
+        auto records = CComUtils::VariantToRecords(stored, 2);
+        for (const auto& [timing, file] : options.batches) {
+            std::vector<std::string> record{fs::absolute(file, ec).string(), std::to_string(timing)};
+            if (std::find(records.begin(), records.end(), record) == records.end())
+                records.push_back(record);
+        }
+        if (Failed(store_->SetCommandFiles(key.workspace, key.project, key.session,
+                                           CComUtils::RecordsToVariant(records)))) {
+            error = "Cannot store the batch files: " + store_->LastError();
+            return false;
+        }
+    }
+    return true;
+}
+
+std::string WorkspaceSession::HistoryFile() const
+{
+    if (model_.Folder().empty() || model_.InMemory())
+        return {};
+    return (model_.Folder() / ".tessel" / "history").string();
+}

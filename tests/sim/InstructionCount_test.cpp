@@ -1,0 +1,111 @@
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+#include <optional>
+
+#include "support/SimHarness.h"
+
+namespace
+{
+
+struct Outcome {
+    StopReason reason;
+    uint32_t pc;
+    uint64_t instructions;
+};
+
+struct Program {
+    const char* name;
+    uint32_t mode;      // written to mailbox[0] before running
+    const char* stopAt; // a breakpoint label, or empty to run to the program's own stop
+};
+
+void PrintTo(const Program& p, std::ostream* os)
+{
+    *os << p.name << " mode " << p.mode << (*p.stopAt ? " to " : "") << p.stopAt;
+}
+
+std::optional<Outcome> RunFreely(const Program& p)
+{
+    SimHarness h;
+    if (!h.Boot(p.name) || !h.SetWord(h.Symbol("mailbox"), p.mode))
+        return std::nullopt;
+    if (*p.stopAt && !h.Target().AddBreakpoint(h.Symbol(p.stopAt)))
+        return std::nullopt;
+    auto stop = h.Run();
+    if (!stop)
+        return std::nullopt;
+    return Outcome{stop->reason, stop->pc, h.Target().InstructionCount()};
+}
+
+std::optional<Outcome> RunByStepping(const Program& p)
+{
+    SimHarness h;
+    if (!h.Boot(p.name) || !h.SetWord(h.Symbol("mailbox"), p.mode))
+        return std::nullopt;
+    const uint32_t until = *p.stopAt ? h.Symbol(p.stopAt) : 0;
+    for (int i = 0; i < 100000; ++i) {
+        auto stop = h.StepOnce();
+        if (!stop)
+            return std::nullopt;
+        if (stop->reason != StopReason::StepDone)
+            return Outcome{stop->reason, stop->pc, h.Target().InstructionCount()};
+        if (stop->pc == until)
+            return Outcome{StopReason::Breakpoint, stop->pc, h.Target().InstructionCount()};
+    }
+    return std::nullopt;
+}
+
+class SimInstructionCount : public testing::TestWithParam<Program>
+{
+};
+
+TEST_P(SimInstructionCount, FreeRunsCountWhatSingleStepsCount)
+{
+    auto free = RunFreely(GetParam());
+    auto stepped = RunByStepping(GetParam());
+    ASSERT_TRUE(free && stepped);
+    EXPECT_EQ(free->reason, stepped->reason);
+    EXPECT_EQ(free->pc, stepped->pc);
+    EXPECT_EQ(free->instructions, stepped->instructions);
+    EXPECT_GT(free->instructions, 10u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Programs, SimInstructionCount,
+                         testing::Values(Program{"hello", 0, ""}, Program{"undef", 0, ""},
+                                         Program{"fault", 0, ""}, Program{"fault", 1, ""},
+                                         Program{"fault", 2, ""}, Program{"fault", 3, ""},
+                                         Program{"fault", 4, ""}, Program{"count", 0, "count_store"},
+                                         Program{"count", 0, "count_loop"}));
+
+TEST(SimInstructionCountHalt, MatchesTheIterationsTheFirmwareCounted)
+{
+    // Reference figures from stepping: instructions up to the loop, and per pass.
+    SimHarness reference;
+    ASSERT_TRUE(reference.Boot("count")) << reference.Error();
+    const uint32_t loop = reference.Symbol("count_loop");
+    ASSERT_TRUE(reference.Target().AddBreakpoint(loop));
+    ASSERT_TRUE(reference.Run());
+    const uint64_t toLoop = reference.Target().InstructionCount();
+    ASSERT_TRUE(reference.Run());
+    const uint64_t perPass = reference.Target().InstructionCount() - toLoop;
+    ASSERT_EQ(perPass, 5u);
+    // movs, adr, the call and the branch back, once at 1000.
+    const uint64_t announce = 4;
+
+    SimHarness h;
+    ASSERT_TRUE(h.Boot("count")) << h.Error();
+    ASSERT_TRUE(h.Target().Go());
+    ASSERT_TRUE(h.Recorder().WaitForOutput("+"));
+    ASSERT_TRUE(h.Target().Halt());
+    auto stop = h.Recorder().Next();
+    ASSERT_TRUE(stop);
+    const uint64_t passes = h.Word(h.Symbol("mailbox"));
+    ASSERT_GT(passes, 1000u);
+    // A halt lands between blocks, which in this loop means at its top.
+    ASSERT_EQ(stop->pc, loop);
+    EXPECT_EQ(h.Target().InstructionCount(), toLoop + passes * perPass + announce);
+}
+
+} // namespace

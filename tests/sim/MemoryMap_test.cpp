@@ -1,0 +1,126 @@
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+#include <string>
+
+#include "platform/sim/SimMemoryMap.h"
+#include "platform/sim/SimVariant.h"
+
+namespace
+{
+
+TEST(SimMemoryMapParse, ReadsRegionsWithCommentsBlankLinesAndDefaults)
+{
+    const SimMapParse parsed = SimMemoryMap::Parse("# a board\n"
+                                                   "\n"
+                                                   "ram 0x20000000 0x00020000 rw sram   # on-chip\n"
+                                                   "  flash\t134217728 1048576 rx\r\n"
+                                                   "peripheral 0x40000000 0x1000 w\n");
+    ASSERT_TRUE(parsed.map) << parsed.error;
+    const auto& regions = parsed.map->Regions();
+    ASSERT_EQ(regions.size(), 3u);
+    // Sorted by base whatever the order of the lines.
+    EXPECT_EQ(regions[0].name, "flash");
+    EXPECT_EQ(regions[0].kind, RegionKind::Flash);
+    EXPECT_EQ(regions[0].base, 0x08000000u);
+    EXPECT_EQ(regions[0].size, 0x00100000u);
+    EXPECT_EQ(regions[0].access, kAccessRead | kAccessExecute);
+    EXPECT_EQ(regions[1].name, "sram");
+    EXPECT_EQ(regions[1].access, kAccessRead | kAccessWrite);
+    EXPECT_EQ(regions[2].kind, RegionKind::Peripheral);
+    EXPECT_EQ(regions[2].access, kAccessWrite);
+}
+
+TEST(SimMemoryMapParse, RegionMayReachTheTopOfTheAddressSpace)
+{
+    const SimMapParse parsed = SimMemoryMap::Parse("ram 0xFFFFF000 0x1000 rw\nflash 0 0x1000 rx\n");
+    ASSERT_TRUE(parsed.map) << parsed.error;
+    EXPECT_EQ(parsed.map->Regions()[1].End(), uint64_t{1} << 32);
+}
+
+TEST(SimMemoryMapParse, FindsRegionsByAddressAndKind)
+{
+    const SimMapParse parsed = SimMemoryMap::Parse("ram 0x20000000 0x2000 rw\nflash 0x1000 0x1000 rx\n");
+    ASSERT_TRUE(parsed.map);
+    const SimMemoryMap& map = *parsed.map;
+    ASSERT_NE(map.Find(0x20001FFF), nullptr);
+    EXPECT_EQ(map.Find(0x20001FFF)->kind, RegionKind::Ram);
+    EXPECT_EQ(map.Find(0x20002000), nullptr);
+    EXPECT_EQ(map.Find(0x0FFF), nullptr);
+    ASSERT_NE(map.FirstOf(RegionKind::Flash), nullptr);
+    EXPECT_EQ(map.FirstOf(RegionKind::Flash)->base, 0x1000u);
+    EXPECT_EQ(map.FirstOf(RegionKind::Peripheral), nullptr);
+}
+
+struct BadCase {
+    const char* text;
+    const char* error;
+};
+
+void PrintTo(const BadCase& c, std::ostream* os)
+{
+    *os << c.error;
+}
+
+class SimMemoryMapErrors : public testing::TestWithParam<BadCase>
+{
+};
+
+TEST_P(SimMemoryMapErrors, NameTheLineAndTheReason)
+{
+    const SimMapParse parsed = SimMemoryMap::Parse(GetParam().text);
+    EXPECT_FALSE(parsed.map);
+    EXPECT_EQ(parsed.error, GetParam().error);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, SimMemoryMapErrors,
+    testing::Values(
+        BadCase{"flash 0x08000000 0x1000 rx\nram 0x08000000 0x2000 rw\n",
+                "line 2: region overlaps 'flash' from line 1"},
+        BadCase{"ram 0x20000000 0x2000 rw\n\n# x\nram 0x1F000000 0x1001000 rw a\n",
+                "line 4: region overlaps 'ram' from line 1"},
+        BadCase{"ram 0x20000000 0 rw\n", "line 1: zero size"},
+        BadCase{"ram 0xFFFFF000 0x2000 rw\n", "line 1: region wraps beyond 32 bits"},
+        BadCase{"ram 0x100000000 0x1000 rw\n", "line 1: base '0x100000000' beyond 32 bits"},
+        BadCase{"ram 0x2000000G 0x1000 rw\n", "line 1: bad number '0x2000000G'"},
+        BadCase{"ram 0x20000000 -4096 rw\n", "line 1: bad number '-4096'"},
+        BadCase{"ram 0x 0x1000 rw\n", "line 1: bad number '0x'"},
+        BadCase{"# header\nrom 0x08000000 0x1000 rx\n", "line 2: unknown region kind 'rom'"},
+        BadCase{"ram 0x20000000 0x1000 rq\n", "line 1: bad access 'rq' (use r, w and x)"},
+        BadCase{"ram 0x20000000 0x1000 rr\n", "line 1: bad access 'rr' (use r, w and x)"},
+        BadCase{"ram 0x20000000 0x1000\n", "line 1: expected 'kind base size access [name]'"},
+        BadCase{"ram 0x20000000 0x1000 rw a b\n", "line 1: expected 'kind base size access [name]'"},
+        BadCase{"ram 0x20000800 0x1000 rw\n", "line 1: base and size must be multiples of 0x1000"},
+        BadCase{"peripheral 0x40000000 0x1000 rwx\n", "line 1: peripheral region cannot be executable"},
+        BadCase{"# nothing\n\n", "no regions in the description"},
+        BadCase{"", "no regions in the description"}));
+
+TEST(SimVariants, BuiltInDescriptionsParseToTheDocumentedMaps)
+{
+    struct Expected {
+        const char* variant;
+        uint64_t ramSize;
+    };
+    for (const Expected& expected : {Expected{"cortex-m3", 128 * 1024}, Expected{"cortex-m4", 192 * 1024}}) {
+        SCOPED_TRACE(expected.variant);
+        const SimVariant* variant = SimVariant::Find(expected.variant);
+        ASSERT_NE(variant, nullptr);
+        const SimMapParse parsed = SimMemoryMap::Parse(variant->description);
+        ASSERT_TRUE(parsed.map) << parsed.error;
+        const SimRegion* flash = parsed.map->FirstOf(RegionKind::Flash);
+        const SimRegion* ram = parsed.map->FirstOf(RegionKind::Ram);
+        const SimRegion* peripherals = parsed.map->FirstOf(RegionKind::Peripheral);
+        ASSERT_TRUE(flash && ram && peripherals);
+        EXPECT_EQ(flash->base, 0x08000000u);
+        EXPECT_EQ(flash->size, 1024u * 1024u);
+        EXPECT_FALSE(flash->Allows(kAccessWrite));
+        EXPECT_EQ(ram->base, 0x20000000u);
+        EXPECT_EQ(ram->size, expected.ramSize);
+        EXPECT_EQ(peripherals->base, 0x40000000u);
+    }
+    EXPECT_EQ(SimVariant::Find("cortex-a9"), nullptr);
+}
+
+} // namespace

@@ -1,0 +1,149 @@
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+#include <array>
+#include <cstring>
+#include <vector>
+
+#include "support/SimHarness.h"
+
+namespace
+{
+
+std::unique_ptr<SimTarget> BareTarget(const char* description = nullptr)
+{
+    SimTarget::Config config;
+    if (description)
+        config.map = SimMemoryMap::Parse(description).map;
+    return SimTarget::Create(std::move(config));
+}
+
+TEST(SimMemory, WrittenBytesReadBackInRamAndFlash)
+{
+    auto target = BareTarget();
+    ASSERT_TRUE(target);
+    for (uint32_t address : {0x20000000u, 0x2001FFF0u, 0x08000000u, 0x080FFFFCu}) {
+        SCOPED_TRACE(address);
+        const std::array<uint8_t, 4> written{0xDE, 0xAD, 0xBE, 0xEF};
+        ASSERT_TRUE(target->WriteMemory(address, written.size(), written.data()));
+        std::array<uint8_t, 4> read{};
+        ASSERT_TRUE(target->ReadMemory(address, read.size(), read.data()));
+        EXPECT_EQ(read, written);
+    }
+}
+
+TEST(SimMemory, PeripheralsReadZeroAndAcceptWrites)
+{
+    auto target = BareTarget();
+    const uint32_t value = 0x12345678;
+    EXPECT_TRUE(target->WriteMemory(0x40000010, sizeof value, &value));
+    uint32_t read = 0xFFFFFFFF;
+    EXPECT_TRUE(target->ReadMemory(0x40000010, sizeof read, &read));
+    EXPECT_EQ(read, 0u);
+}
+
+TEST(SimMemory, AccessAcrossAdjacentRegionsWorks)
+{
+    auto target = BareTarget("ram 0x1000 0x1000 rw\nflash 0x2000 0x1000 rx\n");
+    ASSERT_TRUE(target);
+    std::vector<uint8_t> data(16);
+    for (size_t i = 0; i < data.size(); ++i)
+        data[i] = static_cast<uint8_t>(i + 1);
+    ASSERT_TRUE(target->WriteMemory(0x1FF8, data.size(), data.data()));
+    std::vector<uint8_t> read(16);
+    ASSERT_TRUE(target->ReadMemory(0x1FF8, read.size(), read.data()));
+    EXPECT_EQ(read, data);
+}
+
+struct BadAccess {
+    uint32_t address;
+    size_t size;
+    uint32_t failing;
+    const char* cause;
+};
+
+void PrintTo(const BadAccess& c, std::ostream* os)
+{
+    *os << std::hex << c.address << "+" << c.size;
+}
+
+class SimMemoryOutsideTheMap : public testing::TestWithParam<BadAccess>
+{
+};
+
+TEST_P(SimMemoryOutsideTheMap, FailsAtTheFirstUnmappedByteAndWritesNothing)
+{
+    auto target = BareTarget();
+    const BadAccess& c = GetParam();
+    std::vector<uint8_t> buffer(c.size, 0xAA);
+    SimResult read = target->ReadMemory(c.address, c.size, buffer.data());
+    EXPECT_FALSE(read);
+    EXPECT_EQ(read.address, c.failing);
+    EXPECT_EQ(read.cause, c.cause);
+    SimResult write = target->WriteMemory(c.address, c.size, buffer.data());
+    EXPECT_FALSE(write);
+    EXPECT_EQ(write.address, c.failing);
+    // The mapped part was left alone.
+    if (target->ReadMemory(c.address, 1, buffer.data())) {
+        EXPECT_EQ(buffer[0], 0);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, SimMemoryOutsideTheMap,
+                         testing::Values(BadAccess{0x30000000, 4, 0x30000000, "No memory at 0x30000000"},
+                                         BadAccess{0x2001FFFE, 4, 0x20020000, "No memory at 0x20020000"},
+                                         BadAccess{0x07FFFFFF, 2, 0x07FFFFFF, "No memory at 0x07FFFFFF"},
+                                         BadAccess{0xFFFFFFFE, 4, 0xFFFFFFFE,
+                                                   "Range at 0xFFFFFFFE wraps beyond 0xFFFFFFFF"}));
+
+TEST(SimMemory, EmptyAccessSucceedsAndMissingBufferFails)
+{
+    auto target = BareTarget();
+    EXPECT_TRUE(target->ReadMemory(0x30000000, 0, nullptr));
+    EXPECT_FALSE(target->ReadMemory(0x20000000, 4, nullptr));
+    EXPECT_FALSE(target->WriteMemory(0x20000000, 4, nullptr));
+}
+
+TEST(SimMemory, RefusedWhileRunningThenAvailableAfterHalt)
+{
+    SimHarness h;
+    ASSERT_TRUE(h.Boot("count")) << h.Error();
+    ASSERT_TRUE(h.Target().Go());
+    ASSERT_TRUE(h.Recorder().WaitForOutput("+"));
+    uint32_t word = 0;
+    SimResult read = h.Target().ReadMemory(0x20000000, 4, &word);
+    EXPECT_FALSE(read);
+    EXPECT_EQ(read.cause, "target running");
+    EXPECT_EQ(h.Target().WriteMemory(0x20000000, 4, &word).cause, "target running");
+    EXPECT_EQ(h.Target().ReadRegister(kRegPc).cause, "target running");
+    EXPECT_EQ(h.Target().WriteRegister(kRegR0, 1).cause, "target running");
+    EXPECT_EQ(h.Target().Reset().cause, "target running");
+    EXPECT_EQ(h.Target().Go().cause, "target running");
+    EXPECT_EQ(h.Target().Step().cause, "target running");
+    ASSERT_TRUE(h.Target().Halt());
+    auto stop = h.Recorder().Next();
+    ASSERT_TRUE(stop);
+    EXPECT_EQ(stop->reason, StopReason::Halted);
+    EXPECT_TRUE(h.Target().ReadMemory(0x20000000, 4, &word));
+}
+
+TEST(SimMemory, DownloadedCodeReplacesCodeThatAlreadyRan)
+{
+    SimHarness h;
+    ASSERT_TRUE(h.Boot("undef")) << h.Error();
+    auto first = h.Run();
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->reason, StopReason::Fault);
+    auto hello = Firmware::Load("hello");
+    ASSERT_TRUE(hello);
+    ASSERT_TRUE(h.Target().WriteMemory(Firmware::kFlashBase, hello->Image().size(), hello->Image().data()));
+    ASSERT_TRUE(h.Target().Reset());
+    ASSERT_TRUE(h.Recorder().Next());
+    auto second = h.Run();
+    ASSERT_TRUE(second);
+    EXPECT_EQ(second->reason, StopReason::Exit) << second->cause;
+    EXPECT_EQ(h.Recorder().Output(), "hello\n");
+}
+
+} // namespace

@@ -1,0 +1,162 @@
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+#include <string>
+
+#include "support/SimHarness.h"
+
+namespace
+{
+
+TEST(SimRegisterNames, FollowTheDocumentedNumbering)
+{
+    const char* names[] = {"pc",   "r0",  "r1",  "r2",      "r3",      "r4",        "r5",     "r6",
+                           "r7",   "r8",  "r9",  "r10",     "r11",     "r12",       "sp",     "lr",
+                           "xpsr", "msp", "psp", "primask", "basepri", "faultmask", "control"};
+    ASSERT_EQ(SimTarget::RegisterCount(), std::size(names));
+    for (unsigned i = 0; i < SimTarget::RegisterCount(); ++i) {
+        EXPECT_EQ(SimTarget::RegisterName(i), names[i]);
+        EXPECT_EQ(SimRegisters::Find(names[i]), i);
+    }
+    EXPECT_EQ(SimTarget::RegisterName(SimTarget::RegisterCount()), "");
+    EXPECT_FALSE(SimRegisters::Find("r13"));
+}
+
+struct RegisterCase {
+    unsigned index;
+    uint32_t written;
+    uint32_t read;
+};
+
+void PrintTo(const RegisterCase& c, std::ostream* os)
+{
+    *os << SimTarget::RegisterName(c.index) << "=" << std::hex << c.written;
+}
+
+class SimRegisterValues : public testing::TestWithParam<RegisterCase>
+{
+};
+
+TEST_P(SimRegisterValues, ReadBackWhatWasWritten)
+{
+    auto target = SimTarget::Create({});
+    ASSERT_TRUE(target);
+    const RegisterCase& c = GetParam();
+    ASSERT_TRUE(target->WriteRegister(c.index, c.written));
+    SimResult read = target->ReadRegister(c.index);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read.value, c.read) << SimTarget::RegisterName(c.index);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, SimRegisterValues,
+    testing::Values(
+        RegisterCase{kRegR0, 0x11111111, 0x11111111}, RegisterCase{kRegR0 + 7, 0x77, 0x77},
+        RegisterCase{kRegR12, 0xCCCCCCCC, 0xCCCCCCCC}, RegisterCase{kRegSp, 0x20001000, 0x20001000},
+        RegisterCase{kRegLr, 0x08000123, 0x08000123}, RegisterCase{kRegMsp, 0x20002000, 0x20002000},
+        RegisterCase{kRegPsp, 0x20003000, 0x20003000}, RegisterCase{kRegPrimask, 1, 1},
+        RegisterCase{kRegBasepri, 0x80, 0x80}, RegisterCase{kRegFaultmask, 1, 1},
+        // The PC and xPSR keep the Thumb state whatever is written.
+        RegisterCase{kRegPc, 0x08000010, 0x08000010}, RegisterCase{kRegPc, 0x08000011, 0x08000010},
+        RegisterCase{kRegXpsr, 0xF0000000, 0xF1000000}));
+
+TEST(SimRegisters, UnknownIndexIsRefused)
+{
+    auto target = SimTarget::Create({});
+    EXPECT_EQ(target->ReadRegister(kRegisterCount).cause, "No register 23");
+    EXPECT_EQ(target->WriteRegister(99, 0).cause, "No register 99");
+}
+
+TEST(SimReset, LoadsTheVectorTableAndClearsTheRest)
+{
+    SimHarness h;
+    ASSERT_TRUE(h.Boot("hello")) << h.Error();
+    for (unsigned i = kRegR0; i <= kRegR12; ++i)
+        ASSERT_TRUE(h.Target().WriteRegister(i, 0xA5A5A5A5));
+    ASSERT_TRUE(h.Target().WriteRegister(kRegPrimask, 1));
+    ASSERT_TRUE(h.Target().Reset());
+    auto report = h.Recorder().Next();
+    ASSERT_TRUE(report);
+    EXPECT_EQ(report->reason, StopReason::Reset);
+    EXPECT_EQ(report->pc, h.Symbol("reset_handler"));
+    EXPECT_EQ(h.Reg(kRegPc), h.Symbol("reset_handler"));
+    EXPECT_EQ(h.Reg(kRegSp), h.Symbol("_estack"));
+    EXPECT_EQ(h.Reg(kRegMsp), h.Symbol("_estack"));
+    EXPECT_EQ(h.Reg(kRegLr), 0xFFFFFFFFu);
+    EXPECT_EQ(h.Reg(kRegXpsr), 0x01000000u);
+    EXPECT_EQ(h.Reg(kRegPrimask), 0u);
+    EXPECT_EQ(h.Reg(kRegControl), 0u);
+    for (unsigned i = kRegR0; i <= kRegR12; ++i)
+        EXPECT_EQ(h.Reg(i), 0u) << SimTarget::RegisterName(i);
+}
+
+struct VectorCase {
+    uint32_t sp;
+    uint32_t entry;
+    const char* cause; // empty: reset succeeds
+};
+
+void PrintTo(const VectorCase& c, std::ostream* os)
+{
+    *os << "sp " << std::hex << c.sp << " entry " << c.entry;
+}
+
+class SimResetVectors : public testing::TestWithParam<VectorCase>
+{
+};
+
+TEST_P(SimResetVectors, OutsideTheMapFailWithACauseAndChangeNothing)
+{
+    SimHarness h;
+    ASSERT_TRUE(h.Boot("hello")) << h.Error();
+    const VectorCase& c = GetParam();
+    const uint32_t vectors[2] = {c.sp, c.entry};
+    ASSERT_TRUE(h.Target().WriteMemory(Firmware::kFlashBase, sizeof vectors, vectors));
+    ASSERT_TRUE(h.Target().WriteRegister(kRegR0, 0x55));
+    SimResult reset = h.Target().Reset();
+    if (std::string(c.cause).empty()) {
+        EXPECT_TRUE(reset) << reset.cause;
+        EXPECT_EQ(h.Reg(kRegPc), c.entry & ~1u);
+        EXPECT_EQ(h.Reg(kRegR0), 0u);
+        return;
+    }
+    EXPECT_FALSE(reset);
+    EXPECT_EQ(reset.cause, c.cause);
+    EXPECT_EQ(h.Reg(kRegR0), 0x55u);
+    EXPECT_EQ(h.Reg(kRegPc), h.Symbol("reset_handler"));
+    EXPECT_FALSE(h.Recorder().Next(std::chrono::milliseconds(50)));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, SimResetVectors,
+    testing::Values(
+        VectorCase{0xFFFFFFFF, 0xFFFFFFFF, "Reset vector 0xFFFFFFFF points outside executable memory"},
+        VectorCase{0x20020000, 0x00000001, "Reset vector 0x00000001 points outside executable memory"},
+        VectorCase{0x20020000, 0x40000001, "Reset vector 0x40000001 points outside executable memory"},
+        VectorCase{0x20020000, 0x08000008, "Reset vector 0x08000008 lacks the Thumb bit"},
+        VectorCase{0x30000000, 0x08000009, "Initial stack pointer 0x30000000 points outside writable memory"},
+        VectorCase{0x08000400, 0x08000009, "Initial stack pointer 0x08000400 points outside writable memory"},
+        VectorCase{0x40001000, 0x08000009, "Initial stack pointer 0x40001000 points outside writable memory"},
+        VectorCase{0x00000000, 0x08000009, "Initial stack pointer 0x00000000 points outside writable memory"},
+        VectorCase{0x20001000, 0x20000001, ""}));
+
+TEST(SimReset, WithoutFlashFails)
+{
+    SimTarget::Config config;
+    config.map = SimMemoryMap::Parse("ram 0x20000000 0x1000 rwx\n").map;
+    auto target = SimTarget::Create(std::move(config));
+    ASSERT_TRUE(target);
+    EXPECT_EQ(target->Reset().cause, "No flash region holds a vector table");
+}
+
+TEST(SimTargetCreate, UnknownVariantIsExplained)
+{
+    SimTarget::Config config;
+    config.variant = "cortex-m99";
+    std::string error;
+    EXPECT_FALSE(SimTarget::Create(std::move(config), &error));
+    EXPECT_EQ(error, "Unknown CPU variant 'cortex-m99' (known: cortex-m3, cortex-m4)");
+}
+
+} // namespace

@@ -1,0 +1,197 @@
+#include <gtest/gtest.h>
+
+#include <future>
+#include <stdexcept>
+#include <thread>
+
+#include "support/SimHarness.h"
+
+namespace
+{
+
+uint32_t LoopChecksum()
+{
+    // The same computation as tests/firmware/loop.c.
+    uint8_t buffer[1024];
+    uint32_t seed = 12345;
+    for (uint8_t& byte : buffer) {
+        seed = seed * 1103515245u + 12345u;
+        byte = static_cast<uint8_t>(seed >> 24);
+    }
+    uint32_t crc = 0xFFFFFFFFu;
+    for (int pass = 0; pass < 256; ++pass) {
+        for (uint8_t byte : buffer) {
+            crc ^= byte;
+            for (int bit = 0; bit < 8; ++bit)
+                crc = (crc >> 1) ^ (0xEDB88320u & (0u - (crc & 1u)));
+        }
+    }
+    return ~crc;
+}
+
+class SimRunVariants : public testing::TestWithParam<const char*>
+{
+};
+
+TEST_P(SimRunVariants, HelloPrintsExactlyAndExitsWithZero)
+{
+    SimHarness h;
+    ASSERT_TRUE(h.Boot("hello", GetParam())) << h.Error();
+    auto stop = h.Run();
+    ASSERT_TRUE(stop);
+    EXPECT_EQ(stop->reason, StopReason::Exit) << stop->cause;
+    EXPECT_EQ(stop->exitCode, 0);
+    EXPECT_EQ(h.Recorder().Output(), "hello\n");
+    EXPECT_EQ(h.Recorder().Pending(), 0u);
+    EXPECT_FALSE(h.Target().IsRunning());
+}
+
+TEST_P(SimRunVariants, LoopComputesItsChecksumAndExitsWithItsLowByte)
+{
+    SimHarness h;
+    ASSERT_TRUE(h.Boot("loop", GetParam())) << h.Error();
+    auto stop = h.Run();
+    ASSERT_TRUE(stop);
+    ASSERT_EQ(stop->reason, StopReason::Exit) << stop->cause;
+    const uint32_t expected = LoopChecksum();
+    EXPECT_EQ(h.Word(h.Symbol("mailbox")), expected);
+    EXPECT_EQ(stop->exitCode, static_cast<int>(expected & 0xFF));
+    // Millions of instructions, but counted, not guessed.
+    EXPECT_GT(h.Target().InstructionCount(), 10'000'000u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Variants, SimRunVariants, testing::Values("cortex-m3", "cortex-m4"));
+
+TEST(SimRun, GoThenHaltStopsInsideTheLoopWithTheCounterAdvanced)
+{
+    SimHarness h;
+    ASSERT_TRUE(h.Boot("count")) << h.Error();
+    ASSERT_TRUE(h.Target().Go());
+    EXPECT_TRUE(h.Target().IsRunning());
+    ASSERT_TRUE(h.Recorder().WaitForOutput("+"));
+    ASSERT_TRUE(h.Target().Halt());
+    auto stop = h.Recorder().Next();
+    ASSERT_TRUE(stop);
+    EXPECT_EQ(stop->reason, StopReason::Halted);
+    EXPECT_FALSE(h.Target().IsRunning());
+    EXPECT_GE(h.Word(h.Symbol("mailbox")), 1000u);
+    EXPECT_GE(stop->pc, h.Symbol("count_loop"));
+    EXPECT_LT(stop->pc, h.Symbol("count_end"));
+    EXPECT_EQ(h.Reg(kRegPc), stop->pc);
+}
+
+TEST(SimRun, GoAgainAfterHaltContinuesCounting)
+{
+    SimHarness h;
+    ASSERT_TRUE(h.Boot("count")) << h.Error();
+    ASSERT_TRUE(h.Target().Go());
+    ASSERT_TRUE(h.Recorder().WaitForOutput("+"));
+    ASSERT_TRUE(h.Target().Halt());
+    ASSERT_TRUE(h.Recorder().Next());
+    const uint32_t first = h.Word(h.Symbol("mailbox"));
+    const uint64_t instructions = h.Target().InstructionCount();
+    ASSERT_TRUE(h.Target().Go());
+    ASSERT_TRUE(h.Target().Halt());
+    ASSERT_TRUE(h.Recorder().Next());
+    EXPECT_GE(h.Word(h.Symbol("mailbox")), first);
+    EXPECT_GE(h.Target().InstructionCount(), instructions);
+}
+
+TEST(SimRun, HaltWhenNotRunningIsRefusedWithoutAReport)
+{
+    SimHarness h;
+    ASSERT_TRUE(h.Boot("count")) << h.Error();
+    EXPECT_EQ(h.Target().Halt().cause, "target not running");
+    EXPECT_TRUE(h.Target().WaitUntilHalted(std::chrono::milliseconds(0)));
+    EXPECT_FALSE(h.Recorder().Next(std::chrono::milliseconds(50)));
+}
+
+TEST(SimRun, HaltRightAfterGoStillStops)
+{
+    SimHarness h;
+    ASSERT_TRUE(h.Boot("count")) << h.Error();
+    for (int i = 0; i < 20; ++i) {
+        ASSERT_TRUE(h.Target().Go());
+        ASSERT_TRUE(h.Target().Halt());
+        auto stop = h.Recorder().Next();
+        ASSERT_TRUE(stop);
+        EXPECT_EQ(stop->reason, StopReason::Halted);
+    }
+    EXPECT_TRUE(h.Target().WaitUntilHalted(std::chrono::milliseconds(0)));
+}
+
+TEST(SimRun, DestroyingARunningTargetStopsIt)
+{
+    SimHarness h;
+    ASSERT_TRUE(h.Boot("count")) << h.Error();
+    ASSERT_TRUE(h.Target().Go());
+    ASSERT_TRUE(h.Recorder().WaitForOutput("+"));
+    h.Destroy();
+    // A run cut short by destruction is not reported.
+    EXPECT_EQ(h.Recorder().Pending(), 0u);
+}
+
+// Signals when the callback that holds it is destroyed, which happens after the
+// engine is gone.
+struct Sentinel {
+    std::promise<void> gone;
+    ~Sentinel() { gone.set_value(); }
+};
+
+TEST(SimRun, TargetMayBeDestroyedFromItsOwnStopCallback)
+{
+    std::unique_ptr<SimTarget> target;
+    std::promise<std::thread::id> destroyedOn;
+    auto sentinel = std::make_shared<Sentinel>();
+    auto released = sentinel->gone.get_future();
+    SimTarget::Config config;
+    config.onStop = [&, sentinel](const StopInfo& info) {
+        if (info.reason == StopReason::Exit) {
+            target.reset();
+            destroyedOn.set_value(std::this_thread::get_id());
+        }
+    };
+    target = SimTarget::Create(std::move(config));
+    ASSERT_TRUE(target);
+    auto hello = Firmware::Load("hello");
+    ASSERT_TRUE(hello);
+    ASSERT_TRUE(target->WriteMemory(Firmware::kFlashBase, hello->Image().size(), hello->Image().data()));
+    ASSERT_TRUE(target->Reset());
+    ASSERT_TRUE(target->Go());
+    sentinel.reset();
+    auto done = destroyedOn.get_future();
+    ASSERT_EQ(done.wait_for(std::chrono::seconds(20)), std::future_status::ready);
+    EXPECT_NE(done.get(), std::this_thread::get_id());
+    EXPECT_EQ(released.wait_for(std::chrono::seconds(20)), std::future_status::ready);
+}
+
+TEST(SimRun, ThrowingCallbacksDoNotReachTheSimulator)
+{
+    std::promise<StopInfo> stopped;
+    int outputs = 0;
+    SimTarget::Config config;
+    config.onOutput = [&](std::string_view) {
+        ++outputs;
+        throw std::runtime_error("output window gone");
+    };
+    config.onStop = [&](const StopInfo& info) {
+        if (info.reason == StopReason::Reset)
+            throw std::runtime_error("not interested");
+        stopped.set_value(info);
+        throw std::runtime_error("still not interested");
+    };
+    auto target = SimTarget::Create(std::move(config));
+    auto hello = Firmware::Load("hello");
+    ASSERT_TRUE(target && hello);
+    ASSERT_TRUE(target->WriteMemory(Firmware::kFlashBase, hello->Image().size(), hello->Image().data()));
+    ASSERT_TRUE(target->Reset());
+    ASSERT_TRUE(target->Go());
+    auto stop = stopped.get_future();
+    ASSERT_EQ(stop.wait_for(std::chrono::seconds(20)), std::future_status::ready);
+    const StopInfo info = stop.get();
+    EXPECT_EQ(info.reason, StopReason::Exit);
+    EXPECT_EQ(info.exitCode, 0);
+    EXPECT_EQ(outputs, 3);
+}
+
+} // namespace

@@ -1,0 +1,127 @@
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+#include <cstring>
+#include <map>
+#include <vector>
+
+#include "platform/sim/Semihosting.h"
+#include "platform/sim/ThumbCode.h"
+
+namespace
+{
+
+// Guest memory as a few words at fixed addresses.
+class FakeMemory
+{
+public:
+    void Put(uint32_t address, const void* data, size_t size)
+    {
+        const auto* bytes = static_cast<const uint8_t*>(data);
+        for (size_t i = 0; i < size; ++i)
+            bytes_[address + static_cast<uint32_t>(i)] = bytes[i];
+    }
+    Semihosting::Reader Reader()
+    {
+        return [this](uint32_t address, size_t size, void* out) {
+            auto* bytes = static_cast<uint8_t*>(out);
+            for (size_t i = 0; i < size; ++i) {
+                auto it = bytes_.find(address + static_cast<uint32_t>(i));
+                if (it == bytes_.end())
+                    return SimResult::Fail(address + static_cast<uint32_t>(i), "unmapped");
+                bytes[i] = it->second;
+            }
+            return SimResult::Ok();
+        };
+    }
+
+private:
+    std::map<uint32_t, uint8_t> bytes_;
+};
+
+struct ExitCase {
+    uint32_t operation;
+    uint32_t reason;
+    uint32_t subcode;
+    int code;
+};
+
+void PrintTo(const ExitCase& c, std::ostream* os)
+{
+    *os << "operation " << std::hex << c.operation << " reason " << c.reason;
+}
+
+class SemihostingExit : public testing::TestWithParam<ExitCase>
+{
+};
+
+TEST_P(SemihostingExit, MapsTheReasonToAnExitCode)
+{
+    const ExitCase& c = GetParam();
+    FakeMemory memory;
+    const uint32_t block[2] = {c.reason, c.subcode};
+    memory.Put(0x100, block, sizeof block);
+    const uint32_t argument = c.operation == Semihosting::kExit ? c.reason : 0x100;
+    const auto result = Semihosting::Handle(c.operation, argument, memory.Reader());
+    EXPECT_EQ(result.action, Semihosting::Action::Exit);
+    EXPECT_EQ(result.exitCode, c.code);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, SemihostingExit,
+                         testing::Values(ExitCase{Semihosting::kExit, 0x20026, 0, 0},
+                                         ExitCase{Semihosting::kExit, 0x20023, 0, 1},
+                                         ExitCase{Semihosting::kExit, 7, 0, 7},
+                                         ExitCase{Semihosting::kExitExtended, 0x20026, 42, 42},
+                                         ExitCase{Semihosting::kExitExtended, 0x20024, 42, 1}));
+
+TEST(SemihostingWrite, OnlyStandardHandlesReachTheOutput)
+{
+    FakeMemory memory;
+    memory.Put(0x200, "abc", 3);
+    for (uint32_t handle : {1u, 2u, 3u}) {
+        const uint32_t block[3] = {handle, 0x200, 3};
+        memory.Put(0x100, block, sizeof block);
+        const auto result = Semihosting::Handle(Semihosting::kWrite, 0x100, memory.Reader());
+        EXPECT_EQ(result.action, Semihosting::Action::Continue);
+        EXPECT_TRUE(result.setR0);
+        EXPECT_EQ(result.output, handle == 3 ? "" : "abc");
+        // The count of bytes not written.
+        EXPECT_EQ(result.r0, handle == 3 ? 3u : 0u);
+    }
+}
+
+TEST(SemihostingWrite, BadPointersFaultAtTheFirstUnreadableByte)
+{
+    FakeMemory memory;
+    memory.Put(0x200, "ab", 2); // no terminator
+    const auto string = Semihosting::Handle(Semihosting::kWrite0, 0x200, memory.Reader());
+    EXPECT_EQ(string.action, Semihosting::Action::Fault);
+    EXPECT_EQ(string.faultAddress, 0x202u);
+    const auto character = Semihosting::Handle(Semihosting::kWriteC, 0x900, memory.Reader());
+    EXPECT_EQ(character.action, Semihosting::Action::Fault);
+    EXPECT_EQ(character.faultAddress, 0x900u);
+}
+
+TEST(SemihostingUnknown, AnswersMinusOneAndContinues)
+{
+    FakeMemory memory;
+    const auto result = Semihosting::Handle(0x31, 0, memory.Reader());
+    EXPECT_EQ(result.action, Semihosting::Action::Continue);
+    EXPECT_TRUE(result.setR0);
+    EXPECT_EQ(result.r0, 0xFFFFFFFFu);
+}
+
+TEST(ThumbCodeCount, WalksSixteenAndThirtyTwoBitInstructions)
+{
+    // movs r0,#1 ; mov.w r1,#0x1000 ; adds r0,#2 ; bne.w
+    const uint8_t code[] = {0x01, 0x20, 0x4F, 0xF4, 0x80, 0x51, 0x02, 0x30, 0x7F, 0xF4, 0xFA, 0xAF};
+    EXPECT_EQ(ThumbCode::Count(code, sizeof code), 4u);
+    EXPECT_EQ(ThumbCode::Count(code, sizeof code, 2), 3u);
+    EXPECT_EQ(ThumbCode::Count(code, sizeof code, 6), 2u);
+    EXPECT_EQ(ThumbCode::Count(code, sizeof code, 12), 0u);
+    EXPECT_EQ(ThumbCode::Length(0xF04F), 4u);
+    EXPECT_EQ(ThumbCode::Length(0xE7FE), 2u);
+}
+
+} // namespace

@@ -1,0 +1,251 @@
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <sstream>
+#include <string>
+
+#include "support/RawSql.h"
+#include "support/StoreOps.h"
+#include "support/TempFolder.h"
+#include "workbench/store/Database.h"
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+// One distinct value for every operation, written in one run and checked in the next.
+void WriteEverything(SettingsStore& store)
+{
+    for (auto& op : TextOps())
+        ASSERT_EQ(op.set(store, kKey, std::string("text of ") + op.name), S_OK) << store.LastError();
+    int64_t n = 0xFFFF;
+    for (auto& op : FlagOps())
+        ASSERT_EQ(op.set(store, kKey, n--), S_OK) << store.LastError();
+    n = -1;
+    for (auto& op : IntOps())
+        ASSERT_EQ(op.set(store, kKey, n--), S_OK) << store.LastError();
+    for (auto& op : VariantOps())
+        ASSERT_EQ(op.set(store, kKey, StringList({op.name, "1"})), S_OK) << store.LastError();
+}
+
+void CheckEverything(SettingsStore& store)
+{
+    for (auto& op : TextOps()) {
+        std::string out;
+        EXPECT_EQ(op.get(store, kShouted, out), S_OK) << op.name;
+        EXPECT_EQ(out, std::string("text of ") + op.name);
+    }
+    int64_t n = 0xFFFF;
+    for (auto& op : FlagOps()) {
+        int64_t out = 0;
+        EXPECT_EQ(op.get(store, kShouted, out), S_OK) << op.name;
+        EXPECT_EQ(out, n--) << op.name;
+    }
+    n = -1;
+    for (auto& op : IntOps()) {
+        int64_t out = 0;
+        EXPECT_EQ(op.get(store, kShouted, out), S_OK) << op.name;
+        EXPECT_EQ(out, n--) << op.name;
+    }
+    for (auto& op : VariantOps()) {
+        Variant out;
+        EXPECT_EQ(op.get(store, kShouted, out), S_OK) << op.name;
+        EXPECT_EQ(out, StringList({op.name, "1"})) << op.name;
+    }
+}
+
+TEST(StorePersistence, EveryValueIsThereInTheNextRun)
+{
+    TempFolder dir;
+    const fs::path file = dir / "ws/.tessel/workspace.db";
+    {
+        SettingsStore store(file);
+        ASSERT_FALSE(store.InMemory()) << store.LastError();
+        WriteEverything(store);
+    }
+    SettingsStore next(file);
+    ASSERT_FALSE(next.InMemory()) << next.LastError();
+    CheckEverything(next);
+    EXPECT_EQ(next.LastError(), "");
+}
+
+// Nothing runs after the kill: no destructor, no close, no checkpoint.
+TEST(StorePersistence, AValueIsKeptWhenTheProgramIsKilledRightAfterTheSet)
+{
+    TempFolder dir;
+    const fs::path file = dir / "workspace.db";
+    pid_t child = fork();
+    ASSERT_NE(child, -1);
+    if (child == 0) {
+        auto* store = new SettingsStore(file);
+        bool ok = store->SetPlatform("w", "p", "s", "sim") == S_OK &&
+                  store->SaveValue("w", "p", "s", StringList({"break"})) == S_OK;
+        kill(getpid(), ok ? SIGKILL : SIGTERM);
+        _exit(1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << "the child could not write";
+    SettingsStore next(file);
+    ASSERT_FALSE(next.InMemory()) << next.LastError();
+    std::string platform;
+    Variant breaks;
+    EXPECT_EQ(next.GetPlatform("w", "p", "s", platform), S_OK);
+    EXPECT_EQ(platform, "sim");
+    EXPECT_EQ(next.LoadValue("w", "p", "s", breaks), S_OK);
+    EXPECT_EQ(breaks, StringList({"break"}));
+}
+
+struct UnusableCase {
+    const char* name;
+    std::function<fs::path(const TempFolder&)> arrange;
+    const char* reason;
+};
+
+class UnusableFile : public ::testing::TestWithParam<UnusableCase>
+{
+};
+
+TEST_P(UnusableFile, GivesAClearMessageAndTheStoreWorksInMemory)
+{
+    TempFolder dir;
+    const fs::path file = GetParam().arrange(dir);
+    SettingsStore store(file);
+    EXPECT_TRUE(store.InMemory());
+    const std::string& message = store.LastError();
+    EXPECT_EQ(message.rfind("Cannot open the store '" + file.string() + "': ", 0), 0u) << message;
+    EXPECT_NE(message.find(GetParam().reason), std::string::npos) << message;
+    EXPECT_NE(message.find("kept in memory for this session"), std::string::npos) << message;
+    WriteEverything(store);
+    CheckEverything(store);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    StorePersistence, UnusableFile,
+    ::testing::Values(
+        UnusableCase{"TextFile",
+                     [](const TempFolder& d) { return d.WriteFile("workspace.db", "[settings]\n"); },
+                     "not a database"},
+        UnusableCase{"TruncatedStore",
+                     [](const TempFolder& d) {
+                         {
+                             SettingsStore store(d / "workspace.db");
+                             for (int i = 0; i < 300; ++i)
+                                 store.SetString("key" + std::to_string(i), std::string(300, 'v'));
+                         }
+                         fs::resize_file(d / "workspace.db", fs::file_size(d / "workspace.db") / 2);
+                         return d / "workspace.db";
+                     },
+                     "damaged"},
+        UnusableCase{"NewerStore",
+                     [](const TempFolder& d) {
+                         {
+                             SettingsStore store(d / "workspace.db");
+                         }
+                         RawSql(d / "workspace.db", "UPDATE schema_version SET version = 3");
+                         return d / "workspace.db";
+                     },
+                     "newer version"},
+        UnusableCase{"FolderThatCannotBeMade",
+                     [](const TempFolder& d) { return d.WriteFile("ws", "") / ".tessel" / "workspace.db"; },
+                     "cannot be created"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+struct DamagedValueCase {
+    const char* name;
+    const char* blobSql;
+    const char* reason;
+};
+
+class DamagedValue : public ::testing::TestWithParam<DamagedValueCase>
+{
+};
+
+// One bad row costs that value only: it reads as empty with a reason, and the
+// values around it read as before.
+TEST_P(DamagedValue, ReadsAsEmptyWithAReasonAndLeavesTheRestAlone)
+{
+    TempFolder dir;
+    const fs::path file = dir / "workspace.db";
+    {
+        SettingsStore store(file);
+        ASSERT_EQ(store.SetModules("w", "p", "s", StringList({"a.elf"})), S_OK);
+        ASSERT_EQ(store.SetPlatform("w", "p", "s", "sim"), S_OK);
+        ASSERT_EQ(store.SetNoAutoConnect("w", "p", "s", VARIANT_TRUE), S_OK);
+        ASSERT_EQ(store.SetProperty("FIRST_CONNECTION_TAG", "NO", "w", "p", "s"), S_OK);
+    }
+    ASSERT_TRUE(RawSql(file, std::string("UPDATE session_value SET value = ") + GetParam().blobSql +
+                                 " WHERE name IN ('Modules', 'Platform', 'NoAutoConnect')"));
+    SettingsStore store(file);
+    ASSERT_FALSE(store.InMemory()) << store.LastError();
+
+    Variant modules = StringList({"stale"});
+    EXPECT_EQ(store.GetModules("w", "p", "s", modules), E_FAIL);
+    EXPECT_EQ(modules, Variant());
+    EXPECT_NE(store.LastError().find("setting 'Modules' of session w/p/s"), std::string::npos)
+        << store.LastError();
+    EXPECT_NE(store.LastError().find(GetParam().reason), std::string::npos) << store.LastError();
+
+    std::string platform = "stale";
+    EXPECT_EQ(store.GetPlatform("w", "p", "s", platform), E_FAIL);
+    EXPECT_EQ(platform, "");
+    VariantBool flag = VARIANT_TRUE;
+    EXPECT_EQ(store.GetNoAutoConnect("w", "p", "s", flag), E_FAIL);
+    EXPECT_EQ(flag, VARIANT_FALSE);
+
+    std::string tag;
+    EXPECT_EQ(store.GetProperty("FIRST_CONNECTION_TAG", "w", "p", "s", tag), S_OK);
+    EXPECT_EQ(tag, "NO");
+    // A damaged value is overwritten like any other.
+    EXPECT_EQ(store.SetModules("w", "p", "s", Variant::Array(VT_ARRAY_BSTR)), S_OK);
+    EXPECT_EQ(store.GetModules("w", "p", "s", modules), S_OK);
+    EXPECT_EQ(modules, Variant::Array(VT_ARRAY_BSTR));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    StorePersistence, DamagedValue,
+    ::testing::Values(DamagedValueCase{"Truncated", "x'545601'", "ends early"},
+                      DamagedValueCase{"RandomBytes", "x'00ff13a7'", "not a stored value"},
+                      DamagedValueCase{"TextInsteadOfBlob", "'hello'", "not a stored value"},
+                      DamagedValueCase{"EmptyBlob", "x''", "not a stored value"},
+                      DamagedValueCase{"FromAFutureEncoding", "x'5456090000'", "unknown encoding"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+// A text or a number is read back only as what it was written as; the lists
+// keep whatever Variant they are given.
+TEST(StorePersistence, AValueOfAnotherKindReadsAsEmptyWhereAKindIsFixed)
+{
+    TempFolder dir;
+    const fs::path file = dir / "workspace.db";
+    {
+        SettingsStore store(file);
+        ASSERT_EQ(store.SetDownloadAfterBuild("w", "p", "s", VARIANT_TRUE), S_OK);
+        ASSERT_EQ(store.SetPlatform("w", "p", "s", "sim"), S_OK);
+        ASSERT_EQ(store.SetCommandFiles("w", "p", "s", StringList({"a.cmd", "1"})), S_OK);
+    }
+    // UInt(0x10000) for the flag; an empty list of strings for the others.
+    ASSERT_TRUE(
+        RawSql(file, "UPDATE session_value SET value = x'5456011702808004' WHERE name = 'DownloadAfterBuild';"
+                     "UPDATE session_value SET value = x'545601884000' WHERE name <> 'DownloadAfterBuild'"));
+    SettingsStore store(file);
+    VariantBool flag = VARIANT_TRUE;
+    EXPECT_EQ(store.GetDownloadAfterBuild("w", "p", "s", flag), E_FAIL);
+    EXPECT_EQ(flag, 0);
+    EXPECT_NE(store.LastError().find("not a number of its kind"), std::string::npos) << store.LastError();
+    std::string platform = "stale";
+    EXPECT_EQ(store.GetPlatform("w", "p", "s", platform), E_FAIL);
+    EXPECT_EQ(platform, "");
+    EXPECT_NE(store.LastError().find("setting 'Platform' of session w/p/s is not a text"), std::string::npos)
+        << store.LastError();
+    Variant files;
+    EXPECT_EQ(store.GetCommandFiles("w", "p", "s", files), S_OK);
+    EXPECT_EQ(files, Variant::Array(VT_ARRAY_BSTR));
+}
+
+} // namespace
