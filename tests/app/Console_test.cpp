@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <set>
 #include <sstream>
 
@@ -151,6 +152,93 @@ TEST(Console, ArgumentsAreCheckedBeforeAnythingIsLoaded)
         EXPECT_EQ(ParseConsoleArguments(c.args, options, error), c.ok);
         EXPECT_EQ(error, c.error);
     }
+}
+
+} // namespace
+
+namespace
+{
+
+// A fresh workspace folder for one test.
+struct Workspace {
+    fs::path dir;
+    Workspace()
+    {
+        char pattern[] = "/tmp/tessel-ws-XXXXXX";
+        dir = mkdtemp(pattern);
+    }
+    ~Workspace() { fs::remove_all(dir); }
+    Result Run(const std::string& args) const
+    {
+        return RunShell("cd " + dir.string() + " && " + BinaryDirectory() + "/tessel " + args +
+                        " </dev/null");
+    }
+};
+
+TEST(ConsoleSession, PlatformsAreListedSimulatorFirst)
+{
+    Workspace ws;
+    auto r = ws.Run("--list-platforms");
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.output, "simulator\nsimulator-m4\n");
+}
+
+TEST(ConsoleSession, SettingsOfOneRunAreThereInTheNext)
+{
+    Workspace ws;
+    {
+        std::ofstream(ws.dir / "boot.qdc") << "help disconnect\n";
+    }
+    auto first = ws.Run("--platform simulator --batch-at connection boot.qdc -c disconnect");
+    EXPECT_EQ(first.status, 0) << first.output;
+    EXPECT_EQ(first.output,
+              "Connected\n> help disconnect\ndisconnect <no parameters>\n> disconnect\nDisconnected\n");
+
+    auto second = ws.Run("-c 'disconnect; connect'");
+    EXPECT_EQ(second.status, 0) << second.output;
+    EXPECT_EQ(second.output,
+              "Connected\n> help disconnect\ndisconnect <no parameters>\n> disconnect\nDisconnected\n"
+              "> connect\nConnected\n> help disconnect\ndisconnect <no parameters>\nDisconnected\n")
+        << "the platform and the batch file were kept";
+
+    auto other = ws.Run("--session bench -c help");
+    EXPECT_EQ(other.output.find("Connected"), std::string::npos) << "another session has no platform yet";
+}
+
+TEST(ConsoleSession, UnknownPlatformIsNamedInTheMessage)
+{
+    Workspace ws;
+    auto r = ws.Run("--platform nosuch -c connect");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.output, "Error: Target device driver missing, or connection cancelled: nosuch\n> connect\n"
+                        "Error: Target device driver missing, or connection cancelled: nosuch\n"
+                        "Error: Failed to connect to target\n");
+}
+
+TEST(ConsoleSession, UnreadableStoreIsReportedAndTheSessionRunsOn)
+{
+    Workspace ws;
+    fs::create_directories(ws.dir / ".tessel");
+    {
+        std::ofstream(ws.dir / ".tessel" / "workspace.db") << "this is no database, just text\n";
+    }
+    auto r = ws.Run("--platform simulator -c disconnect");
+    EXPECT_EQ(r.status, 0) << r.output;
+    EXPECT_EQ(r.output.rfind("Error: ", 0), 0u) << r.output;
+    EXPECT_NE(r.output.find("Connected\n> disconnect\nDisconnected\n"), std::string::npos) << r.output;
+    std::ifstream kept(ws.dir / ".tessel" / "workspace.db");
+    std::string text((std::istreambuf_iterator<char>(kept)), {});
+    EXPECT_EQ(text, "this is no database, just text\n") << "a file that is not ours is left alone";
+}
+
+TEST(ConsoleSession, BadTimingIsRefusedBeforeAnythingStarts)
+{
+    Workspace ws;
+    auto r = ws.Run("--batch-at lunchtime boot.qdc");
+    EXPECT_EQ(r.status, 2);
+    EXPECT_EQ(r.output,
+              "Unknown timing: lunchtime (use 0 to 3, connection, before-download, after-download or "
+              "after-reset)\n");
 }
 
 } // namespace
