@@ -1,11 +1,18 @@
 #!/usr/bin/env bash
-# A short tour of the console: the component is loaded by file name, registered,
-# a debugger session is made, and then closed in order.
+# A short tour: a workspace, a session on the simulator with a connection batch
+# file, the command line, and the session found again in the next run.
 set -euo pipefail
-tessel="${1:-build/default/bin/tessel}"
+tessel="$(cd "$(dirname "${1:-build/default/bin/tessel}")" && pwd)/$(basename "${1:-build/default/bin/tessel}")"
+examples="$(cd "$(dirname "$0")" && pwd)"
+workspace="$(mktemp -d /tmp/tessel-demo-XXXXXX)"
+trap 'rm -rf "$workspace"' EXIT
+cd "$workspace"
 
-echo "\$ tessel --version"
-"$tessel" --version
+show() { echo; echo "\$ $*"; "$@" || true; }
+
+show "$tessel" --version
+show "$tessel" --list-platforms
+show "$tessel" --platform simulator --batch-at connection "$examples/connect.qdc" -c "help"
 echo
-echo "\$ tessel   (a session, fed from a script)"
-printf 'help\nquit\n' | "$tessel"
+echo "# The next run finds the platform and the batch file in the workspace's store:"
+show "$tessel" -c "disconnect; connect"
