@@ -12,7 +12,8 @@ namespace
 constexpr uint64_t kNoExit = 0xFFFFFFFFu;
 constexpr uint32_t kThumbBit = 1u << 24;
 
-// The Arm translator's exception number for BKPT (its EXCP_BKPT).
+// The Arm translator's exception numbers (its EXCP_* values) handled here.
+constexpr uint32_t kSupervisorCall = 2;
 constexpr uint32_t kBkpt = 7;
 
 uint32_t Permissions(uint8_t access)
@@ -182,6 +183,10 @@ uc_err SimEngine::Start(Mode mode, size_t count)
     const uc_err err = uc_emu_start(uc_, Pc() | 1u, kNoExit, 0, count);
     mode_ = Mode::Run;
     passArmed_ = false;
+    if (pcAfterStop_) {
+        SetPc(*pcAfterStop_);
+        pcAfterStop_.reset();
+    }
     return err;
 }
 
@@ -260,7 +265,14 @@ void SimEngine::OnInterrupt(uc_engine*, uint32_t number, void* self)
 
 void SimEngine::Interrupt(uint32_t number)
 {
-    const uint32_t pc = Pc();
+    uint32_t pc = Pc();
+    if (number == kSupervisorCall) {
+        // Raised with the PC past the call; leave it on the call, like any other
+        // instruction the target cannot carry out. Not here: writing the PC inside
+        // a hook makes the engine carry on from there.
+        pc -= 2;
+        pcAfterStop_ = pc;
+    }
     if (number == kBkpt) {
         uint8_t code[2] = {};
         Read(pc, sizeof code, code);

@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -93,6 +94,7 @@ private:
     Mode mode_ = Mode::Run;
     bool countedBlocks_ = false;
     bool passArmed_ = false;
+    std::optional<uint32_t> pcAfterStop_;
     std::atomic<bool> sliceEnd_{false};
     uint32_t passAddress_ = 0;
 };

@@ -67,7 +67,12 @@ std::optional<uint8_t> Access(std::string_view text)
 
 std::string Quoted(std::string_view text)
 {
-    return "'" + std::string(text) + "'";
+    std::string quoted;
+    quoted.reserve(text.size() + 2);
+    quoted += '\'';
+    quoted += text;
+    quoted += '\'';
+    return quoted;
 }
 
 // A region with the line it came from, so an overlap can name both lines.

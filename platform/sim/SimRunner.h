@@ -12,13 +12,12 @@
 #include "platform/sim/SimTypes.h"
 
 // The simulator's threads and the target's run state. One thread executes Go and
-// Step and calls the stop callback; a second one interrupts running slices at a
-// fixed period, which takes a fresh checkpoint and makes sure a Halt whose stop
-// fell between two slices still lands.
+// Step and calls the stop callback; a second one ends the running slice at a fixed
+// period, so that a fault never needs a long replay from its checkpoint.
 //
 // Owned through a shared pointer that both threads also hold, so a target may even
 // be destroyed from its own stop callback: the threads then finish on their own.
-class SimRunner : public std::enable_shared_from_this<SimRunner>
+class SimRunner
 {
 public:
     using StopCallback = std::function<void(const StopInfo&)>;

@@ -23,9 +23,14 @@ class SimRunner;
 // simulator thread; none throws. Go and Step return at once, and each is followed
 // by exactly one stop report; Halt makes the running Go report StopReason::Halted;
 // Reset reports StopReason::Reset. Reports arrive in order through onStop ON THE
-// SIMULATOR THREAD, as does semihosting output through onOutput: forward them,
-// don't block on the owner's thread there. Memory and registers are only accessible
+// SIMULATOR THREAD, as does semihosting output through onOutput: forward them, and
+// don't wait there for the owner's thread. Memory and registers are only accessible
 // while the target is halted; while it runs they answer "target running".
+//
+// What the engine cannot do: it models no exceptions or interrupts, so SVC, an
+// exception return and the like stop the target with a fault, and WFI carries on
+// at once. It cannot stop inside an IT block: a step from an IT instruction runs
+// the whole block, and a breakpoint inside one stops where the engine can next stop.
 class SimTarget
 {
 public:
@@ -70,8 +75,10 @@ public:
     // outside the map. The count of executed instructions is kept.
     SimResult Reset();
 
+    // A fault or a breakpoint instruction leaves the PC on the instruction, and an
+    // exit on its call, so going again meets them again.
     SimResult Go();
-    // Takes effect within a few milliseconds; the running Go then reports Halted.
+    // Returns at once; the run stops at its next block of code and reports Halted.
     SimResult Halt();
     // Asynchronous: executes one instruction on the simulator thread and reports
     // StepDone, or the fault, exit or breakpoint instruction it met.
@@ -81,8 +88,9 @@ public:
     bool WaitUntilHalted(std::chrono::milliseconds timeout) const;
 
     // Address of an instruction in executable memory (the Thumb bit is ignored). Set
-    // while running, a breakpoint takes effect within a few milliseconds. Going from
-    // a breakpoint executes the instruction there instead of stopping again.
+    // while running, a breakpoint takes effect at the run's next block of code.
+    // Going from a breakpoint executes the instruction there instead of stopping
+    // again; breakpoints cost nothing where none is set.
     SimResult AddBreakpoint(uint32_t address);
     SimResult RemoveBreakpoint(uint32_t address);
     std::vector<uint32_t> Breakpoints() const;

@@ -3,6 +3,7 @@
 @ has a label for the test to compare the stop PC with.
 @   0 read unmapped   1 write unmapped   2 write flash   3 fetch unmapped
 @   4 BKPT #1         5 peripheral write and read back, then exit
+@   6 SVC             7 WFI, then exit
     .syntax unified
     .cpu cortex-m3
     .thumb
@@ -28,6 +29,10 @@ warm_up:
     beq do_bkpt
     cmp r0, #5
     beq do_peripheral
+    cmp r0, #6
+    beq do_svc
+    cmp r0, #7
+    beq do_wfi
 do_read:
     ldr r1, =0x30000000
     movs r2, #7
@@ -59,6 +64,17 @@ do_bkpt:
 fault_bkpt:
     bkpt #1
     b .
+do_svc:
+    movs r2, #11
+    .globl fault_svc
+fault_svc:
+    svc #5
+    b .
+do_wfi:
+    wfi
+    wfi
+    movs r0, #0
+    pop {r4, pc}
 do_peripheral:
     ldr r1, =0x40000000
     ldr r2, =0x12345678

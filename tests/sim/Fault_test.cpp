@@ -105,6 +105,17 @@ TEST(SimFaultsAfterwards, TheTargetStaysUsable)
     EXPECT_EQ(h.Word(h.Symbol("mailbox") + 4), 0u);
 }
 
+TEST(SimFaultsWaitForInterrupt, CarriesOnWithNothingToWaitFor)
+{
+    SimHarness h;
+    ASSERT_TRUE(h.Boot("fault")) << h.Error();
+    ASSERT_TRUE(h.SetWord(h.Symbol("mailbox"), 7));
+    auto stop = h.Run();
+    ASSERT_TRUE(stop);
+    EXPECT_EQ(stop->reason, StopReason::Exit) << stop->cause;
+    EXPECT_EQ(stop->exitCode, 0);
+}
+
 TEST(SimFaultsPeripheralWindow, ReadsZeroForTheFirmwareToo)
 {
     SimHarness h;
