@@ -105,6 +105,11 @@ inline constexpr Guid TargetCore = "{A8495749-DE13-11D3-8AF5-00AA0026624A}"_guid
 inline constexpr Guid TargetControl = "{03EB0575-C986-40D5-83E0-1C851A6BC6AF}"_guid;
 inline constexpr Guid TargetKind = "{4584814B-9C48-4236-B962-FF6A99091A23}"_guid;
 inline constexpr Guid TargetNames = "{8D110C25-EF72-4BF8-9A4D-3E101290A56E}"_guid;
+inline constexpr Guid IQPlatformMemory = "{6EFF828C-0C86-11D5-80C1-00C04F68EAD7}"_guid;
+inline constexpr Guid IQPlatformMemory2 = "{3994E320-E972-11D5-8BC2-0004E2013C71}"_guid;
+inline constexpr Guid IQPlatformMemory3 = "{A03964D1-1510-4847-AB07-694BEB3CA3F6}"_guid;
+inline constexpr Guid IQPlatformMemory4 = "{1B1704B0-EEE0-4771-94FC-3959BA8BAB48}"_guid;
+inline constexpr Guid IQPlatformMemory5 = "{9939250E-7432-4201-805A-4943A9ED312F}"_guid;
 
 // Commands.
 inline constexpr Guid IQCmdClient = "{0CEE2458-E2FC-45C4-AD14-9338AC377F2B}"_guid;

@@ -1,0 +1,79 @@
+#include "component/memory/SplitByAreas.h"
+
+namespace
+{
+
+const CMemoryArea* AreaHolding(TargetAddress pos, std::span<const CMemoryArea> areas)
+{
+    for (const auto& area : areas) {
+        if (area.Start <= pos && pos <= area.End)
+            return &area;
+    }
+    return nullptr;
+}
+
+const CMemoryArea* LowestAreaAbove(TargetAddress pos, std::span<const CMemoryArea> areas)
+{
+    const CMemoryArea* best = nullptr;
+    for (const auto& area : areas) {
+        if (area.Start > pos && area.Start <= area.End && (best == nullptr || area.Start < best->Start))
+            best = &area;
+    }
+    return best;
+}
+
+std::vector<AddressRange> Collect(TargetAddress start, TargetAddress end, std::span<const CMemoryArea> areas)
+{
+    std::vector<AddressRange> parts;
+    TargetAddress pos = start;
+    // `pos` only moves to just behind an area that ends below `end`, so it
+    // never wraps and the loop ends.
+    for (;;) {
+        const CMemoryArea* area = AreaHolding(pos, areas);
+        if (area == nullptr) {
+            area = LowestAreaAbove(pos, areas);
+            if (area == nullptr || end < area->Start)
+                return parts;
+            pos = area->Start;
+        }
+        if (end <= area->End) {
+            parts.emplace_back(pos, end);
+            return parts;
+        }
+        parts.emplace_back(pos, area->End);
+        pos = area->End + 1;
+    }
+}
+
+} // namespace
+
+std::vector<AddressRange> SplitByAreas(TargetAddress start, TargetAddress end, AccessSize accessSize,
+                                       std::span<const CMemoryArea> areas)
+{
+    std::vector<AddressRange> merged;
+    if (end < start)
+        return merged;
+    for (const auto& part : Collect(start, end, areas)) {
+        if (!merged.empty() && merged.back().second + 1 == part.first)
+            merged.back().second = part.second;
+        else
+            merged.push_back(part);
+    }
+    if (accessSize <= 1)
+        return merged;
+    std::vector<AddressRange> aligned;
+    aligned.reserve(merged.size());
+    for (size_t i = 0; i < merged.size(); ++i) {
+        auto part = merged[i];
+        if (i > 0) {
+            const uint64_t rounded = (uint64_t{part.first} + accessSize - 1) / accessSize * accessSize;
+            // A part too short to hold an aligned start is dropped: reading
+            // it would run past the part, and past the page near the top.
+            if (rounded > part.second)
+                continue;
+            part.first = static_cast<TargetAddress>(rounded);
+        }
+        aligned.push_back(part);
+    }
+    return aligned;
+}

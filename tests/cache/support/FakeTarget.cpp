@@ -1,0 +1,33 @@
+#include "FakeTarget.h"
+
+uint8_t FakeTarget::ByteAt(TargetAddress address) const
+{
+    const auto it = written_.find(address);
+    return it != written_.end() ? it->second : Pattern(address);
+}
+
+HRESULT FakeTarget::Read(Op op, int generation, TargetAddress start, TargetAddress end, AccessSize size,
+                         uint8_t* buffer)
+{
+    calls.push_back({op, generation, start, end, size});
+    if (failingReads > 0) {
+        --failingReads;
+        return failCode;
+    }
+    if (end < start)
+        return E_INVALIDARG;
+    for (uint64_t a = start; a <= end; ++a)
+        buffer[a - start] = ByteAt(static_cast<TargetAddress>(a));
+    return S_OK;
+}
+
+HRESULT FakeTarget::Write(Op op, int generation, TargetAddress start, TargetAddress end, AccessSize size,
+                          const uint8_t* buffer)
+{
+    calls.push_back({op, generation, start, end, size});
+    if (end < start)
+        return E_INVALIDARG;
+    for (uint64_t a = start; a <= end; ++a)
+        written_[static_cast<TargetAddress>(a)] = buffer[a - start];
+    return writeResult;
+}
