@@ -47,8 +47,15 @@ std::unique_ptr<SimTargetDriver> SimTargetDriver::Create(IQServiceRegistry* regi
     driver->target_ = SimTarget::Create(std::move(config), &error);
     if (!driver->target_)
         return nullptr;
-    if (registry != nullptr)
+    driver->memory_ = std::make_unique<SimPlatformMemory>(*driver->target_);
+    if (registry != nullptr) {
         registry->RegisterService(Ids::IQPlatformRegisters, static_cast<IQPlatformRegisters*>(driver.get()));
+        SimPlatformMemory* memory = driver->memory_.get();
+        registry->RegisterService(Ids::IQPlatformMemory, static_cast<IQPlatformMemory*>(memory));
+        registry->RegisterService(Ids::IQPlatformMemory2, static_cast<IQPlatformMemory2*>(memory));
+        registry->RegisterService(Ids::IQPlatformMemory3, static_cast<IQPlatformMemory3*>(memory));
+        registry->RegisterService(Ids::IQPlatformMemory5, static_cast<IQPlatformMemory5*>(memory));
+    }
     return driver;
 }
 
@@ -63,6 +70,11 @@ SimTargetDriver::~SimTargetDriver()
     target_.reset();
     if (registry_ != nullptr) {
         registry_->UnregisterService(Ids::IQPlatformRegisters, static_cast<IQPlatformRegisters*>(this));
+        SimPlatformMemory* memory = memory_.get();
+        registry_->UnregisterService(Ids::IQPlatformMemory, static_cast<IQPlatformMemory*>(memory));
+        registry_->UnregisterService(Ids::IQPlatformMemory2, static_cast<IQPlatformMemory2*>(memory));
+        registry_->UnregisterService(Ids::IQPlatformMemory3, static_cast<IQPlatformMemory3*>(memory));
+        registry_->UnregisterService(Ids::IQPlatformMemory5, static_cast<IQPlatformMemory5*>(memory));
         if (auto* posts = GetServiceAs<IQPostMessageService>(registry_, Ids::PostMessageService))
             posts->ForgetClient(static_cast<IQPostMessageClient*>(this));
     }

@@ -10,6 +10,7 @@
 #include "boundary/interfaces/Workbench.h"
 #include "platform/catalog/PlatformTable.h"
 #include "platform/sim/SimTarget.h"
+#include "platform/simdriver/SimPlatformMemory.h"
 
 // The target driver of the simulator. The target runs on its own thread; what
 // it reports (stops, semihosting output) is queued there and handed to the
@@ -57,5 +58,6 @@ private:
     IQServiceRegistry* registry_;
     std::shared_ptr<Mailbox> mailbox_;
     std::unique_ptr<SimTarget> target_;
+    std::unique_ptr<SimPlatformMemory> memory_;
     uint32_t cpuIdentity_ = 0;
 };

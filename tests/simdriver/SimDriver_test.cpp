@@ -135,3 +135,52 @@ TEST_F(SimDriver, RegistersAreAServiceWhileTheTargetLives)
 }
 
 } // namespace
+
+#include "component/memory/CCacheMemory.h"
+
+namespace
+{
+
+TEST_F(SimDriver, TargetMemoryIsAPlatformServiceTheCacheReadsThrough)
+{
+    SimTargetDriver* driver = MakeTarget("simulator");
+    ASSERT_NE(driver, nullptr);
+    IUnknown* service = nullptr;
+    ASSERT_EQ(workbench.Registry().GetService(Ids::IQPlatformMemory2, &service), S_OK);
+    auto* memory2 = static_cast<IQPlatformMemory2*>(service);
+    auto* memory = QueryAs<IQPlatformMemory>(service, Ids::IQPlatformMemory);
+    auto* memory3 = QueryAs<IQPlatformMemory3>(service, Ids::IQPlatformMemory3);
+    auto image = Image("hello");
+    ASSERT_EQ(
+        memory2->Write(0x08000000, 0x08000000 + static_cast<TargetAddress>(image.size()) - 1, image.data()),
+        S_OK);
+
+    CCacheMemory cache(memory, memory2, memory3, VARIANT_TRUE);
+    EXPECT_EQ(cache.PageSize(), 0x400u) << "the platform's own page size";
+    const CMemoryArea flash{0x08000000, 0x080FFFFF};
+    std::vector<uint8_t> back(image.size());
+    ASSERT_EQ(cache.Read(0x08000000, 0x08000000 + static_cast<TargetAddress>(image.size()) - 1, back.data(),
+                         {&flash, 1}),
+              S_OK);
+    EXPECT_EQ(back, image);
+
+    uint8_t byte = 0;
+    EXPECT_EQ(memory2->Read(0x30000000, 0x30000000, &byte), SimPlatformMemory::kCannotRead)
+        << "outside the map";
+
+    // The peripheral window takes writes and reads back zero: a verified write sees it.
+    auto* memory5 = QueryAs<IQPlatformMemory5>(service, Ids::IQPlatformMemory5);
+    const uint8_t pattern[4] = {0x11, 0x22, 0x33, 0x44};
+    VariantBool failed = VARIANT_FALSE;
+    TargetAddress where = 0;
+    int32_t written = 0, found = 0;
+    ASSERT_EQ(memory5->WriteVerifiedReporting(0x40000000, 0x40000003, VARIANT_TRUE, pattern, failed, where,
+                                              written, found),
+              S_OK);
+    EXPECT_TRUE(failed);
+    EXPECT_EQ(where, 0x40000000u);
+    EXPECT_EQ(written, 0x11);
+    EXPECT_EQ(found, 0);
+}
+
+} // namespace
