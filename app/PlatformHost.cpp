@@ -4,14 +4,17 @@
 #include "workbench/ServiceRegistry.h"
 
 PlatformHost::PlatformHost(ServiceRegistry& registry)
-    : registry_(registry), table_(InstalledPlatforms()), list_(table_), factory_(table_)
+    : registry_(registry), table_(InstalledPlatforms()), list_(table_), factory_(table_),
+      evaluator_(&registry)
 {
+    registry_.RegisterService(Ids::IQEvaluator2, static_cast<IQEvaluator2*>(&evaluator_));
     registry_.RegisterService(Ids::PlatformList, static_cast<IQPlatformList*>(&list_));
     registry_.RegisterService(Ids::DriverFactory, static_cast<IQDriverFactory*>(&factory_));
 }
 
 PlatformHost::~PlatformHost()
 {
+    registry_.UnregisterService(Ids::IQEvaluator2, static_cast<IQEvaluator2*>(&evaluator_));
     registry_.UnregisterService(Ids::DriverFactory, static_cast<IQDriverFactory*>(&factory_));
     registry_.UnregisterService(Ids::PlatformList, static_cast<IQPlatformList*>(&list_));
 }

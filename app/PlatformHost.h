@@ -4,6 +4,7 @@
 
 #include "platform/catalog/DriverFactory.h"
 #include "platform/catalog/PlatformList.h"
+#include "platform/eval/ExpressionEvaluator.h"
 #include "platform/simdriver/InstalledPlatforms.h"
 
 class ServiceRegistry;
@@ -26,4 +27,6 @@ private:
     PlatformTable table_;
     PlatformList list_;
     DriverFactory factory_;
+    // The platform's evaluator: numbers and expressions of the command line.
+    ExpressionEvaluator evaluator_;
 };
