@@ -15,18 +15,7 @@ struct Guid {
     {
         Guid g;
         // A malformed literal is a compile-time error when used in a constexpr context.
-        if (text.size() != 38 || text.front() != '{' || text.back() != '}')
-            throw "malformed GUID text";
-        size_t out = 0;
-        for (size_t i = 1; i + 1 < text.size();) {
-            if (text[i] == '-') {
-                ++i;
-                continue;
-            }
-            g.bytes[out++] = static_cast<uint8_t>(Nibble(text[i]) << 4 | Nibble(text[i + 1]));
-            i += 2;
-        }
-        if (out != 16)
+        if (!Decode(text, g))
             throw "malformed GUID text";
         return g;
     }
@@ -54,7 +43,31 @@ private:
             return c - 'A' + 10;
         if (c >= 'a' && c <= 'f')
             return c - 'a' + 10;
-        throw "malformed GUID text";
+        return -1;
+    }
+    // "{8-4-4-4-12}" hex digits; bytes in the order of the text.
+    static constexpr bool Decode(std::string_view text, Guid& out)
+    {
+        if (text.size() != 38 || text.front() != '{' || text.back() != '}')
+            return false;
+        for (size_t dash : {9u, 14u, 19u, 24u})
+            if (text[dash] != '-')
+                return false;
+        Guid g;
+        size_t at = 0;
+        for (size_t i = 1; i + 1 < text.size();) {
+            if (text[i] == '-') {
+                ++i;
+                continue;
+            }
+            int hi = Nibble(text[i]), lo = Nibble(text[i + 1]);
+            if (hi < 0 || lo < 0)
+                return false;
+            g.bytes[at++] = static_cast<uint8_t>(hi << 4 | lo);
+            i += 2;
+        }
+        out = g;
+        return true;
     }
 };
 
@@ -65,36 +78,7 @@ consteval Guid operator""_guid(const char* text, size_t n)
 
 inline bool Guid::TryParse(std::string_view text, Guid& out)
 {
-    auto nib = [](char c) -> int {
-        if (c >= '0' && c <= '9')
-            return c - '0';
-        if (c >= 'A' && c <= 'F')
-            return c - 'A' + 10;
-        if (c >= 'a' && c <= 'f')
-            return c - 'a' + 10;
-        return -1;
-    };
-    static constexpr size_t dashes[] = {9, 14, 19, 24};
-    if (text.size() != 38 || text.front() != '{' || text.back() != '}')
-        return false;
-    for (size_t d : dashes)
-        if (text[d] != '-')
-            return false;
-    Guid g;
-    size_t out_i = 0;
-    for (size_t i = 1; i + 1 < text.size();) {
-        if (text[i] == '-') {
-            ++i;
-            continue;
-        }
-        int hi = nib(text[i]), lo = nib(text[i + 1]);
-        if (hi < 0 || lo < 0)
-            return false;
-        g.bytes[out_i++] = static_cast<uint8_t>(hi << 4 | lo);
-        i += 2;
-    }
-    out = g;
-    return true;
+    return Decode(text, out);
 }
 
 inline std::string Guid::ToText() const

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <initializer_list>
 
 #include "boundary/Guid.h"
 #include "boundary/HResult.h"
@@ -35,4 +36,19 @@ template <class T> T* QueryAs(IUnknown* object, const Guid& iid)
     if (object == nullptr || object->QueryInterface(iid, &out) != S_OK)
         return nullptr;
     return static_cast<T*>(out);
+}
+
+// QueryInterface of an object whose identities all give the same face.
+inline HRESULT AnswerFrom(std::initializer_list<Guid> ids, const Guid& iid, void* face, void** out)
+{
+    if (out == nullptr)
+        return E_POINTER;
+    for (const auto& id : ids) {
+        if (id == iid) {
+            *out = face;
+            return S_OK;
+        }
+    }
+    *out = nullptr;
+    return E_NOINTERFACE;
 }

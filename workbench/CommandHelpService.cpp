@@ -7,11 +7,8 @@
 
 HRESULT CommandHelpService::QueryInterface(const Guid& iid, void** out)
 {
-    if (out == nullptr)
-        return E_POINTER;
-    *out = (iid == Ids::IUnknown || iid == Ids::CommandHelpService) ? static_cast<IQCommandHelpService*>(this)
-                                                                    : nullptr;
-    return *out ? S_OK : E_NOINTERFACE;
+    return AnswerFrom({Ids::IUnknown, Ids::CommandHelpService}, iid, static_cast<IQCommandHelpService*>(this),
+                      out);
 }
 
 HRESULT CommandHelpService::AddCommandHelp(const std::string& name, const std::string& parameterText,

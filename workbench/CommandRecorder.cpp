@@ -3,12 +3,11 @@
 #include <new>
 
 #include "boundary/Ids.h"
-#include "workbench/QueryAnswer.h"
 
 HRESULT CommandRecorder::QueryInterface(const Guid& iid, void** out)
 {
-    return AnswerQuery(iid, out, static_cast<IQCommandRecorder*>(this),
-                       {Ids::IUnknown, Ids::IQCommandRecorder});
+    return AnswerFrom({Ids::IUnknown, Ids::IQCommandRecorder}, iid, static_cast<IQCommandRecorder*>(this),
+                      out);
 }
 
 HRESULT CommandRecorder::IsLogging()

@@ -62,12 +62,8 @@ CommandWindow::~CommandWindow()
 
 HRESULT CommandWindow::QueryInterface(const Guid& iid, void** out)
 {
-    if (out == nullptr)
-        return E_POINTER;
-    *out = nullptr;
-    if (iid == Ids::IUnknown || iid == Ids::CommandLineService)
-        *out = static_cast<IQCommandLineService*>(this);
-    return *out ? S_OK : E_NOINTERFACE;
+    return AnswerFrom({Ids::IUnknown, Ids::CommandLineService}, iid, static_cast<IQCommandLineService*>(this),
+                      out);
 }
 
 HRESULT CommandWindow::GetQuotingVersion(int32_t& version)

@@ -4,10 +4,7 @@
 
 HRESULT ComponentRegistrar::QueryInterface(const Guid& iid, void** out)
 {
-    if (out == nullptr)
-        return E_POINTER;
-    *out = iid == Ids::IUnknown ? static_cast<IQRegistrar*>(this) : nullptr;
-    return *out ? S_OK : E_NOINTERFACE;
+    return AnswerFrom({Ids::IUnknown}, iid, static_cast<IQRegistrar*>(this), out);
 }
 
 HRESULT ComponentRegistrar::RegisterComponent(const std::string& name, int32_t count, const Guid* const* ids,

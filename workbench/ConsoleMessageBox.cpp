@@ -4,7 +4,6 @@
 #include <string_view>
 
 #include "boundary/Ids.h"
-#include "workbench/QueryAnswer.h"
 
 namespace
 {
@@ -37,7 +36,7 @@ ConsoleMessageBox::ConsoleMessageBox(std::ostream& out, std::istream* in, bool i
 
 HRESULT ConsoleMessageBox::QueryInterface(const Guid& iid, void** out)
 {
-    return AnswerQuery(iid, out, static_cast<IQMessageBox*>(this), {Ids::IUnknown, Ids::MessageBoxService});
+    return AnswerFrom({Ids::IUnknown, Ids::MessageBoxService}, iid, static_cast<IQMessageBox*>(this), out);
 }
 
 HRESULT ConsoleMessageBox::ShowMessage(const std::string& text, MessageIcon icon)

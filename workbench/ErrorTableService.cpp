@@ -3,11 +3,10 @@
 #include <new>
 
 #include "boundary/Ids.h"
-#include "workbench/QueryAnswer.h"
 
 HRESULT ErrorTableService::QueryInterface(const Guid& iid, void** out)
 {
-    return AnswerQuery(iid, out, static_cast<IQErrorTable*>(this), {Ids::IUnknown, Ids::ErrorTable});
+    return AnswerFrom({Ids::IUnknown, Ids::ErrorTable}, iid, static_cast<IQErrorTable*>(this), out);
 }
 
 HRESULT ErrorTableService::GetText(HRESULT code, std::string& text)

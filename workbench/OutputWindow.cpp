@@ -6,10 +6,7 @@
 
 HRESULT OutputWindow::QueryInterface(const Guid& iid, void** out)
 {
-    if (out == nullptr)
-        return E_POINTER;
-    *out = (iid == Ids::IUnknown || iid == Ids::OutputWindow) ? static_cast<IQOutputWindow*>(this) : nullptr;
-    return *out ? S_OK : E_NOINTERFACE;
+    return AnswerFrom({Ids::IUnknown, Ids::OutputWindow}, iid, static_cast<IQOutputWindow*>(this), out);
 }
 
 HRESULT OutputWindow::AppendText(const std::string& tab, const std::string& text)

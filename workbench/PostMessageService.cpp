@@ -3,7 +3,6 @@
 #include <new>
 
 #include "boundary/Ids.h"
-#include "workbench/QueryAnswer.h"
 
 PostMessageService::PostMessageService(MessageLoop& loop) : loop_(loop), inbox_(std::make_shared<Inbox>()) {}
 
@@ -16,8 +15,8 @@ PostMessageService::~PostMessageService()
 
 HRESULT PostMessageService::QueryInterface(const Guid& iid, void** out)
 {
-    return AnswerQuery(iid, out, static_cast<IQPostMessageService*>(this),
-                       {Ids::IUnknown, Ids::PostMessageService});
+    return AnswerFrom({Ids::IUnknown, Ids::PostMessageService}, iid, static_cast<IQPostMessageService*>(this),
+                      out);
 }
 
 HRESULT PostMessageService::Post(IQPostMessageClient* client, uint32_t value)

@@ -4,11 +4,10 @@
 #include <new>
 
 #include "boundary/Ids.h"
-#include "workbench/QueryAnswer.h"
 
 HRESULT ServiceRegistry::QueryInterface(const Guid& iid, void** out)
 {
-    return AnswerQuery(iid, out, static_cast<IQServiceRegistry*>(this), {Ids::IUnknown});
+    return AnswerFrom({Ids::IUnknown}, iid, static_cast<IQServiceRegistry*>(this), out);
 }
 
 HRESULT ServiceRegistry::Broadcast(const Event& event)

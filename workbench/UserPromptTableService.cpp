@@ -4,7 +4,6 @@
 #include <new>
 
 #include "boundary/Ids.h"
-#include "workbench/QueryAnswer.h"
 
 namespace
 {
@@ -19,8 +18,7 @@ UserPromptTableService::UserPromptTableService(IQMessageBox* box) : box_(box) {}
 
 HRESULT UserPromptTableService::QueryInterface(const Guid& iid, void** out)
 {
-    return AnswerQuery(iid, out, static_cast<IQUserPromptTable*>(this),
-                       {Ids::IUnknown, Ids::UserPromptTable});
+    return AnswerFrom({Ids::IUnknown, Ids::UserPromptTable}, iid, static_cast<IQUserPromptTable*>(this), out);
 }
 
 HRESULT UserPromptTableService::AddPrompt(const Guid& owner, const std::string& name,

@@ -26,11 +26,7 @@ HRESULT Give(std::string& out, std::string value)
 
 HRESULT WorkspaceInfoService::QueryInterface(const Guid& iid, void** out)
 {
-    if (out == nullptr)
-        return E_POINTER;
-    *out =
-        (iid == Ids::IUnknown || iid == Ids::IQWorkspaceInfo) ? static_cast<IQWorkspaceInfo*>(this) : nullptr;
-    return *out ? S_OK : E_NOINTERFACE;
+    return AnswerFrom({Ids::IUnknown, Ids::IQWorkspaceInfo}, iid, static_cast<IQWorkspaceInfo*>(this), out);
 }
 
 bool WorkspaceInfoService::IsThisWorkspace(const std::string& ws) const

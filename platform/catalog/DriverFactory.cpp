@@ -14,11 +14,7 @@ DriverFactory::~DriverFactory()
 
 HRESULT DriverFactory::QueryInterface(const Guid& iid, void** out)
 {
-    if (out == nullptr)
-        return E_POINTER;
-    *out =
-        (iid == Ids::IUnknown || iid == Ids::DriverFactory) ? static_cast<IQDriverFactory*>(this) : nullptr;
-    return *out ? S_OK : E_NOINTERFACE;
+    return AnswerFrom({Ids::IUnknown, Ids::DriverFactory}, iid, static_cast<IQDriverFactory*>(this), out);
 }
 
 HRESULT DriverFactory::Keep(std::unique_ptr<PlatformDriver> driver, IUnknown** out)

@@ -6,10 +6,7 @@
 
 HRESULT PlatformList::QueryInterface(const Guid& iid, void** out)
 {
-    if (out == nullptr)
-        return E_POINTER;
-    *out = (iid == Ids::IUnknown || iid == Ids::PlatformList) ? static_cast<IQPlatformList*>(this) : nullptr;
-    return *out ? S_OK : E_NOINTERFACE;
+    return AnswerFrom({Ids::IUnknown, Ids::PlatformList}, iid, static_cast<IQPlatformList*>(this), out);
 }
 
 HRESULT PlatformList::GetPlatformName(int32_t index, std::string& name)
