@@ -53,6 +53,15 @@ inline constexpr Guid IQRunner6 = "{013748EE-56F1-4D11-94EF-7CD6A218C02D}"_guid;
 
 // Memory and evaluation.
 inline constexpr Guid IQMemoryManager = "{A849574A-DE13-11D3-8AF5-00AA0026624A}"_guid;
+inline constexpr Guid IQMemoryManager2 = "{52E19F40-C937-11D5-8BC1-0004E2013C71}"_guid;
+inline constexpr Guid IQMemoryManager3 = "{A2E8A611-CC1E-4173-985E-E38024BD0EC1}"_guid;
+inline constexpr Guid IQMemoryManager4 = "{272DF1D0-2F68-4ADC-833C-52F65CF6D1E3}"_guid;
+inline constexpr Guid IQMemoryManager5 = "{20B05046-3086-4F46-870B-8FE4EA17131C}"_guid;
+inline constexpr Guid IQMemoryManagerCmdLine = "{D39701D9-E3A6-4180-971D-0ECF28CCE9FE}"_guid;
+inline constexpr Guid IQMemoryManagerCmdLine2 = "{7BD11876-340C-437A-A5D8-64B14B383E60}"_guid;
+inline constexpr Guid IQMemoryManagerCmdLine3 = "{786153AF-8491-438B-8BA6-01EC958D8D8A}"_guid;
+inline constexpr Guid IQMemoryManagerCmdLine4 = "{8326259A-1A5E-4771-B9D1-EF16E3428BA0}"_guid;
+inline constexpr Guid IQMemoryManagerCmdLine5 = "{763D2769-3EB0-4545-B9D1-8224974CB02B}"_guid;
 inline constexpr Guid IQEvaluator = "{A8495743-DE13-11D3-8AF5-00AA0026624A}"_guid;
 inline constexpr Guid IQEvaluator2 = "{AFFBE6B9-BD14-4950-BBD0-1EC28CC48800}"_guid;
 inline constexpr Guid IQEvaluatorHost = "{9C2053D8-5EC0-43A3-BA10-0DA97D31CD6E}"_guid;
@@ -110,6 +119,8 @@ inline constexpr Guid IQPlatformMemory2 = "{3994E320-E972-11D5-8BC2-0004E2013C71
 inline constexpr Guid IQPlatformMemory3 = "{A03964D1-1510-4847-AB07-694BEB3CA3F6}"_guid;
 inline constexpr Guid IQPlatformMemory4 = "{1B1704B0-EEE0-4771-94FC-3959BA8BAB48}"_guid;
 inline constexpr Guid IQPlatformMemory5 = "{9939250E-7432-4201-805A-4943A9ED312F}"_guid;
+inline constexpr Guid IQPlatformFunctions = "{D52AD687-2196-4D88-B911-DA73B50E3831}"_guid;
+inline constexpr Guid IQPlatformFreeRun = "{D4E55FBC-F209-44AB-964E-7234754824B6}"_guid;
 
 // Commands.
 inline constexpr Guid IQCmdClient = "{0CEE2458-E2FC-45C4-AD14-9338AC377F2B}"_guid;

@@ -381,12 +381,29 @@ std::vector<std::string> CommandWindow::CommandNames() const
     return names;
 }
 
+namespace
+{
+
+// Components write line ends as carriage return and line feed; a terminal
+// wants the line feed alone.
+std::string TerminalLines(const std::string& text)
+{
+    std::string lines;
+    lines.reserve(text.size());
+    for (size_t i = 0; i < text.size(); ++i)
+        if (!(text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n'))
+            lines += text[i];
+    return lines;
+}
+
+} // namespace
+
 void CommandWindow::Show(const std::string& text)
 {
-    out_ << text << "\n";
+    out_ << TerminalLines(text) << "\n";
 }
 
 void CommandWindow::ShowError(const std::string& text)
 {
-    out_ << "Error: " << text << "\n";
+    out_ << "Error: " << TerminalLines(text) << "\n";
 }

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <unordered_map>
 
@@ -19,10 +20,14 @@ public:
     HRESULT GetText(HRESULT code, std::string& text) override;
     // Replaces an existing text: whether to keep the old one is the caller's call.
     HRESULT AddText(HRESULT code, const std::string& text) override;
+    HRESULT RegisterErrorText(const std::string& text, HRESULT& code) override;
     HRESULT RemoveText(HRESULT code) override;
 
     size_t Size() const { return texts_.size(); }
 
 private:
+    static constexpr uint32_t kFirstRegistered = 0x8004F000u;
+    static constexpr uint32_t kLastRegistered = 0x8004FFFFu;
     std::unordered_map<HRESULT, std::string> texts_;
+    uint32_t nextCode_ = kFirstRegistered;
 };

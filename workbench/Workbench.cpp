@@ -6,7 +6,7 @@
 
 Workbench::Workbench(std::ostream& out, std::istream* in, bool interactive, MessageLoop::Clock clock)
     : loop_(std::move(clock)), messages_(out, in, interactive), prompts_(&messages_), posts_(loop_),
-      output_(out), window_(registry_, loop_, help_, out)
+      output_(out), evaluators_(registry_), window_(registry_, loop_, help_, out)
 {
     // Registration only fails when memory runs out, and then the console
     // could not start anyway; a missing service is answered E_FAIL to the component.
@@ -17,4 +17,5 @@ Workbench::Workbench(std::ostream& out, std::istream* in, bool interactive, Mess
     registry_.RegisterService(Ids::MessageBoxService, static_cast<IQMessageBox*>(&messages_));
     registry_.RegisterService(Ids::CommandHelpService, static_cast<IQCommandHelpService*>(&help_));
     registry_.RegisterService(Ids::OutputWindow, static_cast<IQOutputWindow*>(&output_));
+    registry_.RegisterService(Ids::IQEvaluatorHost, static_cast<IQEvaluatorHost*>(&evaluators_));
 }

@@ -7,6 +7,7 @@
 #include "workbench/CommandWindow.h"
 #include "workbench/ConsoleMessageBox.h"
 #include "workbench/ErrorTableService.h"
+#include "workbench/EvaluatorHost.h"
 #include "workbench/MessageLoop.h"
 #include "workbench/OutputWindow.h"
 #include "workbench/PostMessageService.h"
@@ -33,6 +34,7 @@ public:
     CommandHelpService& Help() { return help_; }
     CommandWindow& Commands() { return window_; }
     OutputWindow& Output() { return output_; }
+    EvaluatorHost& Evaluators() { return evaluators_; }
 
 private:
     MessageLoop loop_;
@@ -44,5 +46,6 @@ private:
     PostMessageService posts_;
     CommandHelpService help_;
     OutputWindow output_;
+    EvaluatorHost evaluators_;
     CommandWindow window_;
 };

@@ -5,6 +5,7 @@
 #include "boundary/Flags.h"
 #include "boundary/Variant.h"
 #include "boundary/interfaces/Component.h"
+#include "boundary/interfaces/MemoryManager.h"
 
 // The debugger's own interfaces, as other components of the workbench see them.
 
@@ -53,8 +54,6 @@ struct IQWorkSpaceExtendedClient : IUnknown {
 
 // Primary faces of the managers the state owns.
 struct IQLabelManager2 : IUnknown {
-};
-struct IQMemoryManager : IUnknown {
 };
 struct IQPCBreakManager : IUnknown {
 };
@@ -132,7 +131,7 @@ struct IQDebuggerState5 : IQDebuggerState4 {
 };
 
 struct IQDebuggerState6 : IQDebuggerState5 {
-    virtual HRESULT ForwardToService(int32_t a, int32_t b) = 0; // 39
+    virtual HRESULT ForwardToService(uint32_t& low, uint32_t& limit) = 0; // 39
     virtual HRESULT AddAndDownloadProgram(const std::string& file, const std::string& format, uint32_t offset,
                                           AccessSize size, VariantBool verify, VariantBool keep,
                                           std::string& loadedRanges) = 0; // 40

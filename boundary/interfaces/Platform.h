@@ -94,9 +94,9 @@ struct IQPlatformSymbols : IUnknown {
     virtual HRESULT UsesPlatformSymbols() = 0; // 3
 };
 
-// A service that other tools forward pairs of values through.
+// The limits of the target's address space: the lowest and the highest address.
 struct IQForwardTarget : IUnknown {
-    virtual HRESULT Forward(int32_t a, int32_t b) = 0; // 3
+    virtual HRESULT Forward(uint32_t& low, uint32_t& limit) = 0; // 3
 };
 
 // The target's registers; index 0 is the program counter.

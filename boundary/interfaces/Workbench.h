@@ -37,7 +37,9 @@ template <class T> T* GetServiceAs(IQServiceRegistry* registry, const Guid& id)
 
 // Code to text, shared by all components of the workbench.
 struct IQErrorTable : IUnknown {
-    virtual HRESULT GetText(HRESULT code, std::string& text) = 0;       // 3
+    virtual HRESULT GetText(HRESULT code, std::string& text) = 0; // 3
+    // A text that needs a code of its own: the table hands out one no one uses.
+    virtual HRESULT RegisterErrorText(const std::string& text, HRESULT& code) = 0; // 4
     virtual HRESULT AddText(HRESULT code, const std::string& text) = 0; // 5
     virtual HRESULT RemoveText(HRESULT code) = 0;                       // 7
 };
@@ -124,6 +126,13 @@ struct IQEvaluator2 : IQEvaluator {
     virtual HRESULT FormatAddress(uint32_t value, VariantBool symbol, VariantBool autoSize,
                                   VariantBool prefix,
                                   std::string& text) = 0; // 37
+};
+
+// Where a session's own evaluator makes itself the one the workbench hands out
+// as IQEvaluator2, in place of the platform's.
+struct IQEvaluatorHost : IUnknown {
+    virtual HRESULT SetEvaluator(IQEvaluator2* evaluator) = 0; // 3
+    virtual HRESULT ClearEvaluator() = 0;                      // 4
 };
 
 // The output window: one tab a text stream ("Debug" is the debugger's log).

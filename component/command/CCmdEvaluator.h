@@ -10,16 +10,18 @@
 class CCmdEvaluator
 {
 public:
-    explicit CCmdEvaluator(IQServiceRegistry* host);
+    explicit CCmdEvaluator(IQServiceRegistry* host) : host_(host) {}
 
-    bool Available() const { return evaluator_ != nullptr; }
-    // The evaluator itself, for operations the proxy does not wrap; may be null.
-    IQEvaluator2* Interface() const { return evaluator_; }
+    bool Available() const { return Interface() != nullptr; }
+    // The evaluator itself, for operations the proxy does not wrap; may be
+    // null. Asked for at each use: the session's evaluator changes with the
+    // platform.
+    IQEvaluator2* Interface() const;
 
     // radix 0 is the session's current radix.
     bool TextToUInt64(const std::string& text, int32_t radix, uint64_t& value) const;
     bool UInt64ToText(uint64_t value, int32_t radix, std::string& text) const;
 
 private:
-    IQEvaluator2* evaluator_ = nullptr;
+    IQServiceRegistry* host_;
 };

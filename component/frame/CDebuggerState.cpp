@@ -181,10 +181,10 @@ HRESULT CDebuggerState::CancelTargetToolbars()
     return S_OK;
 }
 
-HRESULT CDebuggerState::ForwardToService(int32_t a, int32_t b)
+HRESULT CDebuggerState::ForwardToService(uint32_t& low, uint32_t& limit)
 {
     auto* target = GetServiceAs<IQForwardTarget>(Registry, Ids::ForwardTarget);
-    return target ? target->Forward(a, b) : E_FAIL;
+    return target ? target->Forward(low, limit) : E_FAIL;
 }
 
 HRESULT CDebuggerState::SetStopAddress(uint32_t value)
@@ -249,7 +249,7 @@ void CDebuggerState::SetSessionKey(const std::string& workspace, const std::stri
 
 IQMemoryManager* CDebuggerState::GetMemoryInterface()
 {
-    return Memory ? Memory->Primary() : nullptr;
+    return Memory ? static_cast<IQMemoryManager*>(Memory.get()) : nullptr;
 }
 IQPCBreakManager* CDebuggerState::GetBreakInterface()
 {

@@ -90,7 +90,7 @@ public:
     HRESULT GetProgramDetails(int32_t index, std::string& file, uint32_t& offset, std::string& format,
                               VariantBool& debugDataOnly, VariantBool& verify, AccessSize& size) override;
     HRESULT DownloadProgramEx(int32_t index, VariantBool debugDataOnly) override;
-    HRESULT ForwardToService(int32_t a, int32_t b) override;
+    HRESULT ForwardToService(uint32_t& low, uint32_t& limit) override;
     HRESULT AddAndDownloadProgram(const std::string& file, const std::string& format, uint32_t offset,
                                   AccessSize size, VariantBool verify, VariantBool keep,
                                   std::string& loadedRanges) override;

@@ -12,6 +12,13 @@
 #include "component/frame/CDebuggerState.h"
 #include "component/frame/CUserPrompts.h"
 #include "component/frame/StringTable.h"
+#include "component/command/memory/CCmdMemoryCompare.h"
+#include "component/command/memory/CCmdMemoryDisplay.h"
+#include "component/command/memory/CCmdMemoryEdit.h"
+#include "component/command/memory/CCmdMemoryFill.h"
+#include "component/command/memory/CCmdMemoryFind.h"
+#include "component/command/memory/CCmdMemoryMove.h"
+#include "component/command/memory/CCmdMemoryTest.h"
 #include "component/memory/CMemoryManager.h"
 #include "component/run/CRunner.h"
 #include "component/symbols/CLabelManager.h"
@@ -109,6 +116,15 @@ HRESULT CDebuggerState::Disconnect()
 void CDebuggerState::BuildCommands()
 {
     Commands.push_back(std::make_unique<CCmdDisconnect>(Registry, *this));
+    // Views read memory again when a command has changed it.
+    auto memoryChanged = [this] { Broadcast(Event{Ids::EVENT_MEMORY_CHANGED, 0}); };
+    Commands.push_back(std::make_unique<CCmdMemoryCompare>(Registry, memoryChanged));
+    Commands.push_back(std::make_unique<CCmdMemoryDisplay>(Registry, memoryChanged));
+    Commands.push_back(std::make_unique<CCmdMemoryEdit>(Registry, memoryChanged));
+    Commands.push_back(std::make_unique<CCmdMemoryFill>(Registry, memoryChanged));
+    Commands.push_back(std::make_unique<CCmdMemoryFind>(Registry, memoryChanged));
+    Commands.push_back(std::make_unique<CCmdMemoryMove>(Registry, memoryChanged));
+    Commands.push_back(std::make_unique<CCmdMemoryTest>(Registry, memoryChanged));
 }
 
 bool CDebuggerState::ConnectTo(const std::string& platform, bool runBatch, bool commandsExist)

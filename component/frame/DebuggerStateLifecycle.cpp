@@ -7,7 +7,8 @@
 #include "component/frame/CUserPrompts.h"
 #include "component/frame/ErrorTexts.h"
 #include "component/frame/StringTable.h"
-#include "component/memory/CMemoryManager.h"
+#include "component/memory/CPDMemoryManager.h"
+#include "component/memory/CVELMemoryManager.h"
 #include "component/memory/CStatusMemoryPane.h"
 #include "component/run/CRunner.h"
 #include "component/session/CDyxSessionDataCommandSink.h"
@@ -48,7 +49,7 @@ HRESULT CDebuggerState::Initialise(IQServiceRegistry* registry, int32_t flag)
     Registry->RegisterService(Ids::IQDebuggerState, static_cast<IQDebuggerState*>(this));
 
     Labels = std::make_unique<CVELLabelManager>(*this);
-    Memory = std::make_unique<CVELMemoryManagerDisableAble>(*this);
+    Memory = std::make_unique<CVELMemoryManagerDisableAble>(Registry);
     Prompts = std::make_unique<CUserPrompts>(Registry);
 
     Registry->RegisterProvider(Ids::IQPostMessageClient, static_cast<IQPostMessageClient*>(this));
@@ -80,7 +81,7 @@ HRESULT CDebuggerState::Terminate(int32_t flag)
     if (!flag || Registry == nullptr)
         return S_OK;
     if (PlatformAttached && Memory)
-        Memory->OnPlatformGoing();
+        Memory->DetachPlatform();
     EmptySession();
     Commands.clear();
     RetiredCommands.clear();
@@ -197,11 +198,11 @@ void CDebuggerState::SelectPlatformMode(const std::string& platform)
     Evaluator.reset();
     if (newMode == PLATFORM_MODE_VEL) {
         Labels = std::make_unique<CVELLabelManager>(*this);
-        Memory = std::make_unique<CVELMemoryManagerDisableAble>(*this);
+        Memory = std::make_unique<CVELMemoryManagerDisableAble>(Registry);
         return;
     }
     Labels = std::make_unique<CPDLabelManager>(*this);
-    Memory = std::make_unique<CPDMemoryManagerDisableAble>(*this);
+    Memory = std::make_unique<CPDMemoryManagerDisableAble>(Registry);
     if (oldMode == PLATFORM_MODE_VEL && CommandSink)
         CommandSink->AddPlatformCommands();
     Evaluator = std::make_unique<CPDEvaluator>(Registry, *this);

@@ -1,17 +1,28 @@
 #pragma once
 #include <cstdint>
+#include <string>
 
+#include "boundary/interfaces/Component.h"
+#include "boundary/interfaces/PlatformFunctions.h"
 #include "boundary/interfaces/Workbench.h"
 
 class CDebuggerState;
 
-// The evaluator the component makes for a platform driven by function name.
-// It holds the session's radix; a new one starts at 16.
-class CPDEvaluator : public IQEvaluator2
+// The evaluator the component makes for a platform driven by function name:
+// it adapts the platform's evaluating functions and its value-to-symbol
+// function, and writes numbers in the prefix family (H'0010). It holds the
+// session's radix; a new one starts at 16 and the radix outlives a
+// disconnection. Integers are 32 bits throughout: 64-bit parsing gives a high
+// half of 0 and 64-bit formatting reads the low half, only wider.
+class CPDEvaluator : public IQEvaluator2, public IQErrorReporter
 {
 public:
+    // Asks the registry for the evaluator host at once; without one the
+    // evaluator is simply never put in front.
     CPDEvaluator(IQServiceRegistry* registry, CDebuggerState& state);
-    virtual ~CPDEvaluator() = default;
+    virtual ~CPDEvaluator();
+    CPDEvaluator(const CPDEvaluator&) = delete;
+    CPDEvaluator& operator=(const CPDEvaluator&) = delete;
 
     HRESULT QueryInterface(const Guid& iid, void** out) override;
     TESSEL_NOT_REFCOUNTED
@@ -19,8 +30,8 @@ public:
     HRESULT GetRadix(int32_t& radix) override;
     // No check of the value: the callers pass 2, 8, 10 or 16.
     HRESULT SetRadix(int32_t radix) override;
-    // The platform's evaluating functions are found when it attaches; without
-    // them every conversion from text fails.
+    // Without the platform's functions every conversion from text fails, and
+    // a failed one leaves the out argument as it was.
     HRESULT TextToAddress(const std::string& text, uint32_t& value) override;
     HRESULT TextToAddressRadix(const std::string& text, int32_t radix, uint32_t& value) override;
     HRESULT TextToUInt8(const std::string& text, uint8_t& value) override;
@@ -39,6 +50,7 @@ public:
     HRESULT TextToInt32Radix(const std::string& text, int32_t radix, int32_t& value) override;
     HRESULT TextToInt64(const std::string& text, int64_t& value) override;
     HRESULT TextToInt64Radix(const std::string& text, int32_t radix, int64_t& value) override;
+    // Formatting needs no platform: without it there are just no symbols.
     HRESULT AddressToText(uint32_t value, int32_t radix, VariantBool symbol, std::string& text) override;
     HRESULT AddressToTextHex(uint32_t value, VariantBool symbol, std::string& text) override;
     HRESULT UInt8ToText(uint8_t value, int32_t radix, std::string& text) override;
@@ -51,20 +63,47 @@ public:
     HRESULT Int64ToText(int64_t value, int32_t radix, std::string& text) override;
     HRESULT TextToFloat(const std::string& text, float& value) override;
     HRESULT TextToDouble(const std::string& text, double& value) override;
+    // The value truncated toward zero, then written as an integer.
     HRESULT FloatToText(float value, int32_t radix, std::string& text) override;
     HRESULT DoubleToText(double value, int32_t radix, std::string& text) override;
+    // Always hexadecimal. autoSize narrows the width to what the target's
+    // highest address needs.
     HRESULT FormatAddress(uint32_t value, VariantBool symbol, VariantBool autoSize, VariantBool prefix,
                           std::string& text) override;
 
+    // IQErrorReporter: the platform's text of its last failure; the code is
+    // not looked at.
+    HRESULT GetErrorText(HRESULT code, std::string& text) override;
+
     uint64_t Serial() const { return serial_; }
-    void AttachPlatform() { attached_ = true; }
-    void DetachPlatform() { attached_ = false; }
+    // At connection: binds the platform's functions and puts this evaluator
+    // in front of the workbench's. At disconnection: the reverse.
+    void AttachPlatform();
+    void DetachPlatform();
     bool Attached() const { return attached_; }
 
 private:
+    // The shared step of every conversion from text.
+    HRESULT Evaluate(const std::string& text, int32_t radix, uint32_t& value) const;
+    template <class T> HRESULT TextToInteger(const std::string& text, int32_t radix, T& value) const;
+    HRESULT ValueToText(uint32_t value, uint32_t size, int32_t radix, VariantBool symbol,
+                        std::string& text) const;
+    // The platform's name of value into text; false, text untouched, when it has none.
+    bool SymbolOf(uint32_t value, std::string& text) const;
+    void ForgetFunctions();
+    void LeaveFront();
+
     IQServiceRegistry* registry_;
     CDebuggerState& state_;
+    IQEvaluatorHost* host_;
     int32_t radix_ = 16;
-    uint64_t serial_;
+    PlatformEvalFn eval_ = nullptr;
+    PlatformEvalFloatFn evalFloat_ = nullptr;
+    PlatformEvalDoubleFn evalDouble_ = nullptr;
+    PlatformValToSymFn valueToSymbol_ = nullptr;
+    // Set while this evaluator is the one the host hands out, so that leaving
+    // twice never takes away another session's.
+    bool inFront_ = false;
     bool attached_ = false;
+    uint64_t serial_;
 };

@@ -8,9 +8,22 @@
 #include <vector>
 
 #include "boundary/Ids.h"
+#include "boundary/interfaces/Platform.h"
 #include "platform/eval/EvalErrors.h"
 #include "platform/eval/ExpressionLexer.h"
 #include "platform/eval/RadixText.h"
+
+namespace
+{
+
+// A signed value of up to 32 bits is written as its sign extension to 32
+// bits, as the family's texts have always been.
+uint32_t SignExtended(int32_t value)
+{
+    return static_cast<uint32_t>(value);
+}
+
+} // namespace
 
 HRESULT ExpressionEvaluator::QueryInterface(const Guid& iid, void** out)
 {
@@ -179,79 +192,76 @@ HRESULT ExpressionEvaluator::TextToInt64Radix(const std::string& text, int32_t r
     return TextToSigned(text, radix, value);
 }
 
-HRESULT ExpressionEvaluator::UnsignedToText(uint64_t value, int32_t radix, std::string& text)
+HRESULT ExpressionEvaluator::ValueToText(uint64_t value, int size, int32_t radix, std::string& text)
 {
     const int base = Resolve(radix);
     if (base < 0)
         return Report(E_INVALIDARG);
-    text = RadixText::Unsigned(value, base);
-    return S_OK;
+    text = RadixText::Fixed(value, base, size);
+    return Report(S_OK);
 }
 
-HRESULT ExpressionEvaluator::SignedToText(int64_t value, int32_t radix, std::string& text)
-{
-    const int base = Resolve(radix);
-    if (base < 0)
-        return Report(E_INVALIDARG);
-    text = RadixText::Signed(value, base);
-    return S_OK;
-}
-
-// Addresses in hex keep their full width so that columns line up; the symbol
-// flag is accepted but no name is shown, as lookups go from name to value only.
+// The symbol flag is accepted but no name is shown, as lookups go from name to
+// value only.
 HRESULT ExpressionEvaluator::AddressToText(uint32_t value, int32_t radix, VariantBool, std::string& text)
 {
-    const int base = Resolve(radix);
-    if (base < 0)
-        return Report(E_INVALIDARG);
-    text = RadixText::Unsigned(value, base, base == 16 ? 8 : 1);
-    return S_OK;
+    return ValueToText(value, 4, radix, text);
 }
 
-HRESULT ExpressionEvaluator::AddressToTextHex(uint32_t value, VariantBool, std::string& text)
+HRESULT ExpressionEvaluator::AddressToTextHex(uint32_t value, VariantBool symbol, std::string& text)
 {
-    text = RadixText::Unsigned(value, 16, 8);
-    return S_OK;
+    return AddressToText(value, 16, symbol, text);
 }
 
+int ExpressionEvaluator::AddressSize() const
+{
+    auto* target = GetServiceAs<IQForwardTarget>(registry_, Ids::ForwardTarget);
+    uint32_t low = 0, limit = 0;
+    if (target == nullptr || Failed(target->Forward(low, limit)))
+        return 4;
+    return limit < 0x100u ? 1 : limit < 0x10000u ? 2 : limit < 0x1000000u ? 3 : 4;
+}
+
+// Always hexadecimal, whatever the radix: addresses are read against the memory map.
 HRESULT ExpressionEvaluator::FormatAddress(uint32_t value, VariantBool, VariantBool autoSize,
                                            VariantBool prefix, std::string& text)
 {
-    text = RadixText::Unsigned(value, 16, FromVariantBool(autoSize) ? 1 : 8, FromVariantBool(prefix));
-    return S_OK;
+    const int size = autoSize == VARIANT_TRUE ? AddressSize() : 4;
+    text = RadixText::Fixed(value, 16, size, prefix == VARIANT_TRUE);
+    return Report(S_OK);
 }
 
 HRESULT ExpressionEvaluator::UInt8ToText(uint8_t value, int32_t radix, std::string& text)
 {
-    return UnsignedToText(value, radix, text);
+    return ValueToText(value, 1, radix, text);
 }
 HRESULT ExpressionEvaluator::UInt16ToText(uint16_t value, int32_t radix, std::string& text)
 {
-    return UnsignedToText(value, radix, text);
+    return ValueToText(value, 2, radix, text);
 }
 HRESULT ExpressionEvaluator::UInt32ToText(uint32_t value, int32_t radix, std::string& text)
 {
-    return UnsignedToText(value, radix, text);
+    return ValueToText(value, 4, radix, text);
 }
 HRESULT ExpressionEvaluator::UInt64ToText(uint64_t value, int32_t radix, std::string& text)
 {
-    return UnsignedToText(value, radix, text);
+    return ValueToText(value, 8, radix, text);
 }
 HRESULT ExpressionEvaluator::Int8ToText(int8_t value, int32_t radix, std::string& text)
 {
-    return SignedToText(value, radix, text);
+    return ValueToText(SignExtended(value), 1, radix, text);
 }
 HRESULT ExpressionEvaluator::Int16ToText(int16_t value, int32_t radix, std::string& text)
 {
-    return SignedToText(value, radix, text);
+    return ValueToText(SignExtended(value), 2, radix, text);
 }
 HRESULT ExpressionEvaluator::Int32ToText(int32_t value, int32_t radix, std::string& text)
 {
-    return SignedToText(value, radix, text);
+    return ValueToText(SignExtended(value), 4, radix, text);
 }
 HRESULT ExpressionEvaluator::Int64ToText(int64_t value, int32_t radix, std::string& text)
 {
-    return SignedToText(value, radix, text);
+    return ValueToText(static_cast<uint64_t>(value), 8, radix, text);
 }
 
 HRESULT ExpressionEvaluator::ParseReal(const std::string& text, double& value)
@@ -290,24 +300,34 @@ HRESULT ExpressionEvaluator::TextToFloat(const std::string& text, float& value)
     return S_OK;
 }
 
-// Reals are always written in decimal: the radix is checked but a fraction in
-// another radix would not read back.
-HRESULT ExpressionEvaluator::FloatToText(float value, int32_t radix, std::string& text)
+// A real is written as its integer part, like an integer of its size. A part
+// that no integer of that size holds is refused rather than wrapped.
+HRESULT ExpressionEvaluator::RealToText(double value, int size, int32_t radix, std::string& text)
 {
     if (Resolve(radix) < 0)
         return Report(E_INVALIDARG);
-    char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "%.9g", static_cast<double>(value));
-    text = buffer;
-    return S_OK;
+    if (std::isnan(value))
+        return Report(QE_EVAL_FLOAT_ERROR);
+    const double whole = std::trunc(value);
+    // The bounds are powers of two, so they are exact as doubles.
+    const double below = size == 4 ? -0x1p31 : -0x1p63;
+    const double above = size == 4 ? 0x1p32 : 0x1p64;
+    if (!(whole >= below && whole < above))
+        return Report(QE_EVAL_TOO_LARGE);
+    if (whole >= 0)
+        return ValueToText(static_cast<uint64_t>(whole), size, radix, text);
+    const auto negative = static_cast<int64_t>(whole);
+    const uint64_t bits =
+        size == 4 ? SignExtended(static_cast<int32_t>(negative)) : static_cast<uint64_t>(negative);
+    return ValueToText(bits, size, radix, text);
+}
+
+HRESULT ExpressionEvaluator::FloatToText(float value, int32_t radix, std::string& text)
+{
+    return RealToText(value, 4, radix, text);
 }
 
 HRESULT ExpressionEvaluator::DoubleToText(double value, int32_t radix, std::string& text)
 {
-    if (Resolve(radix) < 0)
-        return Report(E_INVALIDARG);
-    char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "%.17g", value);
-    text = buffer;
-    return S_OK;
+    return RealToText(value, 8, radix, text);
 }

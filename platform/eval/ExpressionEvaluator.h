@@ -6,7 +6,10 @@
 #include "boundary/interfaces/Workbench.h"
 #include "platform/eval/ExpressionParser.h"
 
-// Expressions to numbers and numbers to text in the session's radix.
+// Expressions to numbers and numbers to text in the session's radix. Texts
+// have the radix prefix and a fixed width by the value's size, so that they
+// line up in columns; a signed value up to 32 bits is written as the 32-bit
+// pattern of its sign extension (Int8ToText(-1, 16) is "H'FFFFFFFF").
 // Failures answer the evaluator's own codes (see EvalErrors.h), or
 // E_INVALIDARG for a radix other than 0, 2, 8, 10 and 16; nothing throws.
 class ExpressionEvaluator : public IQEvaluator2, public IQErrorReporter
@@ -66,8 +69,11 @@ public:
 private:
     template <class T> HRESULT TextToUnsigned(const std::string& text, int32_t radix, T& value);
     template <class T> HRESULT TextToSigned(const std::string& text, int32_t radix, T& value);
-    HRESULT UnsignedToText(uint64_t value, int32_t radix, std::string& text);
-    HRESULT SignedToText(int64_t value, int32_t radix, std::string& text);
+    // The prefixed text of a value of `size` bytes, fixed width (see RadixText).
+    HRESULT ValueToText(uint64_t value, int size, int32_t radix, std::string& text);
+    HRESULT RealToText(double value, int size, int32_t radix, std::string& text);
+    // 1 to 4 bytes, by the target's highest address; 4 when no target says.
+    int AddressSize() const;
     HRESULT ParseReal(const std::string& text, double& value);
     HRESULT Report(HRESULT code);
     // 0 stands for the current radix; -1 for one that is not accepted.

@@ -38,10 +38,16 @@ std::string RadixText::Unsigned(uint64_t value, int radix, int minDigits, bool p
     return prefix ? PrefixOf(radix) + digits : digits;
 }
 
-std::string RadixText::Signed(int64_t value, int radix)
+int RadixText::Width(int radix, int size)
 {
-    if (value >= 0)
-        return Unsigned(static_cast<uint64_t>(value), radix);
-    // Negating in unsigned arithmetic keeps the most negative value defined.
-    return "-" + Unsigned(0 - static_cast<uint64_t>(value), radix);
+    switch (radix) {
+    case 2:
+        return size * 8;
+    case 8:
+        return (size * 26 + 9) / 10;
+    case 10:
+        return (size * 12 + 4) / 5;
+    default:
+        return size * 2;
+    }
 }

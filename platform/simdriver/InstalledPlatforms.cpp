@@ -1,22 +1,29 @@
 #include "platform/simdriver/InstalledPlatforms.h"
 
+#include <type_traits>
+
+#include "platform/legacy/LegacyTargetDriver.h"
 #include "platform/simdriver/SimCpuDriver.h"
 #include "platform/simdriver/SimTargetDriver.h"
 
 namespace
 {
 
+// Driver is the class of the target driver: SimTargetDriver, or
+// LegacyTargetDriver for the platform driven by function name.
+template <class Driver>
 PlatformEntry Simulator(const std::string& name, const std::string& cpu, const std::string& variant)
 {
     PlatformEntry entry;
     entry.name = name;
     entry.cpuDriver = cpu;
+    entry.functionFamily = std::is_same_v<Driver, LegacyTargetDriver>;
     entry.makeCpu = [variant](IQServiceRegistry*) -> std::unique_ptr<PlatformDriver> {
         return std::make_unique<SimCpuDriver>(variant);
     };
     entry.makeTarget = [variant](IQServiceRegistry* registry) -> std::unique_ptr<PlatformDriver> {
         std::string error;
-        return SimTargetDriver::Create(registry, variant, error);
+        return Driver::Create(registry, variant, error);
     };
     return entry;
 }
@@ -26,7 +33,8 @@ PlatformEntry Simulator(const std::string& name, const std::string& cpu, const s
 PlatformTable InstalledPlatforms()
 {
     PlatformTable table;
-    table.platforms.push_back(Simulator("simulator", "Cortex-M3", "cortex-m3"));
-    table.platforms.push_back(Simulator("simulator-m4", "Cortex-M4", "cortex-m4"));
+    table.platforms.push_back(Simulator<SimTargetDriver>("simulator", "Cortex-M3", "cortex-m3"));
+    table.platforms.push_back(Simulator<SimTargetDriver>("simulator-m4", "Cortex-M4", "cortex-m4"));
+    table.platforms.push_back(Simulator<LegacyTargetDriver>("simulator-legacy", "Cortex-M3", "cortex-m3"));
     return table;
 }

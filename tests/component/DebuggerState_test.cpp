@@ -245,7 +245,8 @@ TEST_F(DebuggerState, LookupsOutOfRangeFailWithANullPointer)
     EXPECT_EQ(state->GetTargetKind(), E_FAIL);
     std::string a = "x", b = "y";
     EXPECT_EQ(state->GetTargetNames(a, b), S_FALSE);
-    EXPECT_EQ(state->ForwardToService(1, 2), E_FAIL);
+    uint32_t low = 0, limit = 0xFFFFFFFF;
+    EXPECT_EQ(state->ForwardToService(low, limit), E_FAIL);
 }
 
 TEST_F(DebuggerState, StopAddressFromAnotherThreadIsTakenOnce)

@@ -273,10 +273,8 @@ TEST_F(Events, ConnectionAttachesTheManagersAndDisconnectionDetachesThem)
 {
     Send(Ids::EVENT_CONNECTED);
     EXPECT_TRUE(state->IsPlatformAttached());
-    EXPECT_TRUE(state->GetMemory()->PlatformPresent());
     Send(Ids::EVENT_DISCONNECTED);
     EXPECT_FALSE(state->IsPlatformAttached());
-    EXPECT_FALSE(state->GetMemory()->PlatformPresent());
 }
 
 } // namespace

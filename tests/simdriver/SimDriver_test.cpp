@@ -2,8 +2,6 @@
 // main thread through the message loop.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <sstream>
 
 #include "boundary/Ids.h"
@@ -11,16 +9,11 @@
 #include "platform/catalog/PlatformList.h"
 #include "platform/simdriver/InstalledPlatforms.h"
 #include "platform/simdriver/SimTargetDriver.h"
+#include "support/Firmware.h"
 #include "workbench/Workbench.h"
 
 namespace
 {
-
-std::vector<uint8_t> Image(const std::string& name)
-{
-    std::ifstream in(std::string(TESSEL_FIRMWARE_DIR) + "/" + name + ".bin", std::ios::binary);
-    return std::vector<uint8_t>(std::istreambuf_iterator<char>(in), {});
-}
 
 struct StopCounter : IQComponent {
     HRESULT QueryInterface(const Guid&, void** out) override
@@ -62,7 +55,7 @@ struct SimDriver : ::testing::Test {
     }
     void Load(SimTargetDriver& driver, const std::string& firmware)
     {
-        auto image = Image(firmware);
+        auto image = FirmwareImage(firmware);
         ASSERT_FALSE(image.empty()) << firmware;
         ASSERT_TRUE(driver.Target().WriteMemory(0x08000000, image.size(), image.data()));
         ASSERT_TRUE(driver.Target().Reset());
@@ -134,6 +127,30 @@ TEST_F(SimDriver, RegistersAreAServiceWhileTheTargetLives)
     EXPECT_TRUE(Failed(workbench.Registry().GetService(Ids::IQPlatformRegisters, &service)));
 }
 
+TEST_F(SimDriver, AddressLimitsAndMemoryAreServicesWhileTheTargetLives)
+{
+    SimTargetDriver* driver = MakeTarget("simulator");
+    ASSERT_NE(driver, nullptr);
+    IUnknown* service = nullptr;
+    ASSERT_EQ(workbench.Registry().GetService(Ids::ForwardTarget, &service), S_OK);
+    uint32_t low = 0, limit = 0;
+    ASSERT_EQ(static_cast<IQForwardTarget*>(service)->Forward(low, limit), S_OK);
+    EXPECT_EQ(low, 0x08000000u) << "flash starts the map";
+    EXPECT_EQ(limit, 0xE00FFFFFu) << "the system window ends it";
+    const Guid memories[] = {Ids::IQPlatformMemory, Ids::IQPlatformMemory2, Ids::IQPlatformMemory3,
+                             Ids::IQPlatformMemory5};
+    for (const Guid& id : memories)
+        EXPECT_EQ(workbench.Registry().GetService(id, &service), S_OK);
+    EXPECT_TRUE(Failed(workbench.Registry().GetService(Ids::IQPlatformMemory4, &service)))
+        << "the simulator has no long operations to offer";
+    EXPECT_TRUE(Failed(workbench.Registry().GetService(Ids::IQPlatformFunctions, &service)));
+
+    EXPECT_EQ(factory.ReleaseDriver(driver->Object(), -1), S_OK);
+    EXPECT_TRUE(Failed(workbench.Registry().GetService(Ids::ForwardTarget, &service)));
+    for (const Guid& id : memories)
+        EXPECT_TRUE(Failed(workbench.Registry().GetService(id, &service)));
+}
+
 } // namespace
 
 #include "component/memory/CCacheMemory.h"
@@ -150,7 +167,7 @@ TEST_F(SimDriver, TargetMemoryIsAPlatformServiceTheCacheReadsThrough)
     auto* memory2 = static_cast<IQPlatformMemory2*>(service);
     auto* memory = QueryAs<IQPlatformMemory>(service, Ids::IQPlatformMemory);
     auto* memory3 = QueryAs<IQPlatformMemory3>(service, Ids::IQPlatformMemory3);
-    auto image = Image("hello");
+    auto image = FirmwareImage("hello");
     ASSERT_EQ(
         memory2->Write(0x08000000, 0x08000000 + static_cast<TargetAddress>(image.size()) - 1, image.data()),
         S_OK);

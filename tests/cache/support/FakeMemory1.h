@@ -1,9 +1,9 @@
 #pragma once
 #include "FakeTarget.h"
-#include "boundary/interfaces/PlatformMemory.h"
+#include "MemoryOpsNotOffered.h"
 
 // The first interface generation over a FakeTarget; its calls are tagged 1.
-class FakeMemory1 : public IQPlatformMemory
+class FakeMemory1 : public MemoryOpsNotOffered1
 {
 public:
     explicit FakeMemory1(FakeTarget& target) : target_(target) {}

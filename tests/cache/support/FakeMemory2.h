@@ -1,10 +1,10 @@
 #pragma once
 #include "FakeTarget.h"
-#include "boundary/interfaces/PlatformMemory.h"
+#include "MemoryOpsNotOffered.h"
 
 // The later interface generations over a FakeTarget; calls are tagged with
 // the generation that served them. The fifth generation can be withheld.
-class FakeMemory2 : public IQPlatformMemory2, public IQPlatformMemory3, public IQPlatformMemory5
+class FakeMemory2 : public MemoryOpsNotOffered2, public MemoryOpsNotOffered3, public IQPlatformMemory5
 {
 public:
     FakeMemory2(FakeTarget& target, uint32_t pageSize) : target_(target), pageSize_(pageSize) {}

@@ -175,6 +175,15 @@ HRESULT RecordingErrorTable::AddText(HRESULT code, const std::string& text)
     texts[code] = text;
     return S_OK;
 }
+HRESULT RecordingErrorTable::RegisterErrorText(const std::string& text, HRESULT& code)
+{
+    HRESULT next = static_cast<HRESULT>(0x8004F000u);
+    while (texts.count(next) != 0)
+        ++next;
+    texts[next] = text;
+    code = next;
+    return S_OK;
+}
 HRESULT RecordingErrorTable::RemoveText(HRESULT code)
 {
     ++removes;

@@ -58,6 +58,7 @@ public:
     TESSEL_NOT_REFCOUNTED
     HRESULT GetText(HRESULT code, std::string& text) override;
     HRESULT AddText(HRESULT code, const std::string& text) override;
+    HRESULT RegisterErrorText(const std::string& text, HRESULT& code) override;
     HRESULT RemoveText(HRESULT code) override;
     std::map<HRESULT, std::string> texts;
     int adds = 0, removes = 0;

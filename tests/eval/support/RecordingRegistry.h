@@ -1,13 +1,16 @@
 #pragma once
 #include <vector>
 
+#include "boundary/Ids.h"
 #include "boundary/interfaces/Workbench.h"
 
-// Keeps every broadcast event; the other services are absent.
+// Keeps every broadcast event; the only service is the target's address
+// limits, when a test gives one.
 class RecordingRegistry : public IQServiceRegistry
 {
 public:
     std::vector<Event> events;
+    IUnknown* forwardTarget = nullptr;
 
     HRESULT QueryInterface(const Guid&, void** out) override
     {
@@ -26,7 +29,11 @@ public:
         array = nullptr;
         return S_OK;
     }
-    HRESULT GetService(const Guid&, IUnknown**) override { return E_FAIL; }
+    HRESULT GetService(const Guid& id, IUnknown** out) override
+    {
+        *out = id == Ids::ForwardTarget ? forwardTarget : nullptr;
+        return *out != nullptr ? S_OK : E_FAIL;
+    }
     HRESULT RegisterProvider(const Guid&, IUnknown*) override { return E_NOTIMPL; }
     HRESULT RegisterService(const Guid&, IUnknown*) override { return E_NOTIMPL; }
     HRESULT UnregisterProvider(const Guid&, IUnknown*) override { return E_NOTIMPL; }

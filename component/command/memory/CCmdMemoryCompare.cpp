@@ -1,0 +1,62 @@
+#include "component/command/memory/CCmdMemoryCompare.h"
+
+#include <utility>
+
+#include "component/command/CmdMessages.h"
+#include "component/command/CmdTokens.h"
+
+CCmdMemoryCompare::CCmdMemoryCompare(IQServiceRegistry* host, MemoryChanged memoryChanged)
+    : CCmdMemory(host, "memory_compare", "mc", "<start> <end> <destination> [<mode>]",
+                 std::move(memoryChanged))
+{
+}
+
+HRESULT CCmdMemoryCompare::Run(const std::string& text, std::string& message, bool& continuing)
+{
+    continuing = false;
+    message.clear();
+    IQMemoryManagerCmdLine5* manager = Manager();
+    if (manager == nullptr || manager->GetCanCompare() != S_OK) {
+        message = NotSupported();
+        return S_OK;
+    }
+    CArgNumberUnsigned start = AddressArgument(*manager);
+    CArgNumberUnsigned end = AddressArgument(*manager);
+    CArgNumberUnsigned destination = AddressArgument(*manager);
+    CArgKeyword mode = ModeArgument();
+    std::string_view cursor = text;
+    switch (ParseArguments(cursor, {&start, &end, &destination, &mode})) {
+    case 0:
+        message = ArgumentMessage(start, "<start>");
+        return E_FAIL;
+    case 1:
+        message = ArgumentMessage(end, "<end>");
+        return E_FAIL;
+    case 2:
+        message = ArgumentMessage(destination, "<dest>");
+        return E_FAIL;
+    case 4:
+        break;
+    default:
+        message = UnknownError();
+        return E_FAIL;
+    }
+    if (!HasNoMoreText(cursor)) {
+        message = TooMany();
+        return E_FAIL;
+    }
+    uint8_t first = 0, second = 0;
+    TargetAddress address = 0;
+    HRESULT hr = manager->CompareMemory(
+        static_cast<TargetAddress>(start.Value), static_cast<TargetAddress>(end.Value),
+        static_cast<TargetAddress>(destination.Value), AccessSizeOf(mode.Selected), first, second, address);
+    if (Failed(hr)) {
+        message = FailureText(*manager, hr);
+        // Only a manager that explains its codes says where the ranges differ.
+        if (HasErrorReporter(*manager))
+            message += ". Address: " + AddressText(address);
+        return S_OK;
+    }
+    message = "Compare successful";
+    return S_OK;
+}

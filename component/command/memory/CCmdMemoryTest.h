@@ -1,0 +1,11 @@
+#pragma once
+#include "component/command/memory/CCmdMemory.h"
+
+// "memory_test <start> <end>": the platform's own test of a range. The test
+// overwrites what it tests, so views are told even when it fails.
+class CCmdMemoryTest : public CCmdMemory
+{
+public:
+    CCmdMemoryTest(IQServiceRegistry* host, MemoryChanged memoryChanged);
+    HRESULT Run(const std::string& text, std::string& message, bool& continuing) override;
+};

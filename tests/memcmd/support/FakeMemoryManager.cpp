@@ -1,0 +1,203 @@
+#include "support/FakeMemoryManager.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "boundary/Ids.h"
+
+namespace
+{
+
+std::string Hex(uint64_t value)
+{
+    char buffer[24];
+    std::snprintf(buffer, sizeof buffer, "%llx", static_cast<unsigned long long>(value));
+    return buffer;
+}
+
+} // namespace
+
+uint8_t FakeMemoryManager::Byte(TargetAddress address) const
+{
+    auto it = bytes_.find(address);
+    return it != bytes_.end() ? it->second : static_cast<uint8_t>(address);
+}
+
+void FakeMemoryManager::Poke(TargetAddress address, const std::vector<uint8_t>& bytes)
+{
+    for (uint8_t b : bytes)
+        bytes_[address++] = b;
+}
+
+std::vector<uint8_t> FakeMemoryManager::Peek(TargetAddress address, size_t count) const
+{
+    std::vector<uint8_t> out;
+    for (size_t i = 0; i < count; ++i)
+        out.push_back(Byte(static_cast<TargetAddress>(address + i)));
+    return out;
+}
+
+HRESULT FakeMemoryManager::QueryInterface(const Guid& iid, void** out)
+{
+    if (iid == Ids::IQErrorReporter) {
+        *out = reports ? static_cast<IQErrorReporter*>(this) : nullptr;
+        return reports ? S_OK : E_NOINTERFACE;
+    }
+    return AnswerFrom({Ids::IUnknown, Ids::IQMemoryManagerCmdLine5}, iid,
+                      static_cast<IQMemoryManagerCmdLine5*>(this), out);
+}
+
+HRESULT FakeMemoryManager::GetErrorText(HRESULT code, std::string& text)
+{
+    auto it = texts.find(code);
+    text = it != texts.end() ? it->second : std::string();
+    return S_OK;
+}
+
+HRESULT FakeMemoryManager::Unused(const char* operation)
+{
+    calls.push_back(std::string("unexpected ") + operation);
+    return E_NOTIMPL;
+}
+
+HRESULT FakeMemoryManager::Enter(const std::string& operation, const std::string& arguments)
+{
+    calls.push_back(operation + " " + arguments);
+    auto it = fail.find(operation);
+    return it != fail.end() ? it->second : S_OK;
+}
+
+bool FakeMemoryManager::Mapped(TargetAddress start, TargetAddress end) const
+{
+    return hasArea && start <= end && start >= areaStart && end <= areaEnd;
+}
+
+HRESULT FakeMemoryManager::GetAreaCount(uint32_t& count)
+{
+    count = hasArea ? 1 : 0;
+    return S_OK;
+}
+
+HRESULT FakeMemoryManager::GetAreaBounds(uint32_t index, TargetAddress& start, TargetAddress& end)
+{
+    if (index != 0 && index != 0xFFFFFFFF)
+        return E_INVALIDARG;
+    start = hasArea ? areaStart : 0;
+    end = hasArea ? areaEnd : 0;
+    return S_OK;
+}
+
+HRESULT FakeMemoryManager::ReadMemoryValues(TargetAddress start, TargetAddress end, AccessSize accessSize,
+                                            uint8_t* buffer)
+{
+    if (HRESULT hr = Enter("ReadMemoryValues", Hex(start) + " " + Hex(end) + " " + Hex(accessSize));
+        hr != S_OK)
+        return hr;
+    if (!Mapped(start, end))
+        return NotMapped;
+    // The target keeps the most significant byte first; the caller gets its own integers.
+    const size_t length = size_t{end} - start + 1;
+    for (size_t i = 0; i < length; ++i)
+        buffer[i] = Byte(static_cast<TargetAddress>(start + i));
+    for (size_t i = 0; i + accessSize <= length; i += accessSize)
+        std::reverse(buffer + i, buffer + i + accessSize);
+    return S_OK;
+}
+
+HRESULT FakeMemoryManager::WriteMemoryValuesVerified(TargetAddress start, TargetAddress end,
+                                                     VariantBool verify, AccessSize accessSize,
+                                                     const uint8_t* buffer)
+{
+    if (HRESULT hr = Enter("WriteMemoryValuesVerified",
+                           Hex(start) + " " + Hex(end) + " " + Hex(verify) + " " + Hex(accessSize));
+        hr != S_OK)
+        return hr;
+    if (!Mapped(start, end))
+        return NotMapped;
+    std::vector<uint8_t> bytes(buffer, buffer + accessSize);
+    std::reverse(bytes.begin(), bytes.end());
+    Poke(start, bytes);
+    return S_OK;
+}
+
+HRESULT FakeMemoryManager::CompareMemory(TargetAddress start, TargetAddress end, TargetAddress destination,
+                                         AccessSize accessSize, uint8_t& first, uint8_t& second,
+                                         TargetAddress& address)
+{
+    if (HRESULT hr = Enter("CompareMemory",
+                           Hex(start) + " " + Hex(end) + " " + Hex(destination) + " " + Hex(accessSize));
+        hr != S_OK)
+        return hr;
+    for (uint64_t a = start; a <= end; ++a) {
+        auto there = static_cast<TargetAddress>(destination + (a - start));
+        if (Byte(static_cast<TargetAddress>(a)) != Byte(there)) {
+            first = Byte(static_cast<TargetAddress>(a));
+            second = Byte(there);
+            address = static_cast<TargetAddress>(a);
+            return Differs;
+        }
+    }
+    return S_OK;
+}
+
+HRESULT FakeMemoryManager::CopyMemory(TargetAddress start, TargetAddress end, TargetAddress destination,
+                                      VariantBool verify, AccessSize accessSize, uint8_t&, uint8_t&,
+                                      TargetAddress&)
+{
+    if (HRESULT hr = Enter("CopyMemory", Hex(start) + " " + Hex(end) + " " + Hex(destination) + " " +
+                                             Hex(verify) + " " + Hex(accessSize));
+        hr != S_OK)
+        return hr;
+    Poke(destination, Peek(start, size_t{end} - start + 1));
+    return S_OK;
+}
+
+HRESULT FakeMemoryManager::FindMemory(TargetAddress start, TargetAddress end, uint32_t flag1, uint32_t flag2,
+                                      uint32_t patternLength, const uint8_t* pattern, const uint8_t* mask,
+                                      TargetAddress& address)
+{
+    std::string arguments = Hex(start) + " " + Hex(end) + " " + Hex(flag1) + " " + Hex(flag2) + " ";
+    for (uint32_t i = 0; i < patternLength; ++i) {
+        char pair[8];
+        std::snprintf(pair, sizeof pair, "%02x/%02x", pattern[i], mask[i]);
+        arguments += (i ? "," : "") + std::string(pair);
+    }
+    if (HRESULT hr = Enter("FindMemory", arguments); hr != S_OK)
+        return hr;
+    for (uint64_t a = start; a + patternLength - 1 <= end; ++a) {
+        bool match = true;
+        for (uint32_t i = 0; i < patternLength && match; ++i)
+            match = (Byte(static_cast<TargetAddress>(a + i)) & mask[i]) == (pattern[i] & mask[i]);
+        if (match) {
+            address = static_cast<TargetAddress>(a);
+            return S_OK;
+        }
+    }
+    return NotFound;
+}
+
+HRESULT FakeMemoryManager::FillMemoryReporting(TargetAddress start, TargetAddress end, VariantBool verify,
+                                               uint32_t patternLength, const uint8_t* pattern,
+                                               VariantBool& failed, TargetAddress& address, int32_t& written,
+                                               int32_t& found)
+{
+    if (HRESULT hr = Enter("FillMemoryReporting",
+                           Hex(start) + " " + Hex(end) + " " + Hex(verify) + " " + Hex(patternLength));
+        hr != S_OK) {
+        failed = ToVariantBool(fillMismatch);
+        address = fillMismatchAddress;
+        written = fillWritten;
+        found = fillFound;
+        return hr;
+    }
+    std::vector<uint8_t> element(pattern, pattern + patternLength);
+    std::reverse(element.begin(), element.end());
+    for (uint64_t a = start; a + patternLength - 1 <= end; a += patternLength)
+        Poke(static_cast<TargetAddress>(a), element);
+    return S_OK;
+}
+
+HRESULT FakeMemoryManager::TestMemory(TargetAddress start, TargetAddress end)
+{
+    return Enter("TestMemory", Hex(start) + " " + Hex(end));
+}

@@ -1,0 +1,84 @@
+#pragma once
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "boundary/Ids.h"
+#include "component/command/memory/CCmdMemoryCompare.h"
+#include "component/command/memory/CCmdMemoryDisplay.h"
+#include "component/command/memory/CCmdMemoryEdit.h"
+#include "component/command/memory/CCmdMemoryFill.h"
+#include "component/command/memory/CCmdMemoryFind.h"
+#include "component/command/memory/CCmdMemoryMove.h"
+#include "component/command/memory/CCmdMemoryTest.h"
+#include "support/FakeMemoryManager.h"
+#include "support/PrefixEvaluator.h"
+#include "workbench/CommandHelpService.h"
+#include "workbench/ServiceRegistry.h"
+
+// A registry holding the evaluator, the manager and the help service, as the
+// workbench holds them for a connected session; lines go to a command as the
+// command window sends them.
+class MemCmd : public ::testing::Test
+{
+protected:
+    struct Reply {
+        HRESULT hr;
+        std::string message;
+        std::string prompt;
+        bool continuing;
+    };
+
+    MemCmd()
+    {
+        registry.RegisterService(Ids::CommandHelpService, &help);
+        registry.RegisterService(Ids::IQEvaluator2, &evaluator);
+        registry.RegisterService(Ids::IQMemoryManagerCmdLine5,
+                                 static_cast<IQMemoryManagerCmdLine5*>(&manager));
+    }
+
+    static Reply Exec(CCmd& cmd, const std::string& line)
+    {
+        Reply reply{E_NOTIMPL, "", "(none)", false};
+        VariantBool continuing = VARIANT_FALSE, pending = VARIANT_FALSE;
+        reply.hr = cmd.ExecuteCommand(line, reply.message, reply.prompt, continuing, pending, nullptr);
+        reply.continuing = continuing != VARIANT_FALSE;
+        return reply;
+    }
+
+    // One of the seven by its abbreviation.
+    std::unique_ptr<CCmd> Make(const std::string& abbreviation)
+    {
+        IQServiceRegistry* host = &registry;
+        if (abbreviation == "mc")
+            return std::make_unique<CCmdMemoryCompare>(host, onChange);
+        if (abbreviation == "md")
+            return std::make_unique<CCmdMemoryDisplay>(host, onChange);
+        if (abbreviation == "me")
+            return std::make_unique<CCmdMemoryEdit>(host, onChange);
+        if (abbreviation == "mf")
+            return std::make_unique<CCmdMemoryFill>(host, onChange);
+        if (abbreviation == "mi")
+            return std::make_unique<CCmdMemoryFind>(host, onChange);
+        if (abbreviation == "mv")
+            return std::make_unique<CCmdMemoryMove>(host, onChange);
+        if (abbreviation == "mt")
+            return std::make_unique<CCmdMemoryTest>(host, onChange);
+        ADD_FAILURE() << "no command " << abbreviation;
+        return nullptr;
+    }
+    // Runs one line on a fresh command named by the line's first word.
+    Reply Line(const std::string& line)
+    {
+        auto cmd = Make(line.substr(0, line.find(' ')));
+        return cmd ? Exec(*cmd, line) : Reply{E_NOTIMPL, "", "", false};
+    }
+
+    ServiceRegistry registry;
+    CommandHelpService help;
+    PrefixEvaluator evaluator;
+    FakeMemoryManager manager;
+    int changes = 0;
+    CCmdMemory::MemoryChanged onChange = [this] { ++changes; };
+};

@@ -1,0 +1,263 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+
+#include "component/frame/CDebuggerState.h"
+#include "component/symbols/CPDEvaluator.h"
+#include "support/FakePlatform.h"
+#include "workbench/EvaluatorHost.h"
+#include "workbench/ServiceRegistry.h"
+
+namespace
+{
+
+using Calls = std::vector<std::string>;
+
+// The text an operation gives, or "failed:" and what was in the out argument.
+#define TEXT(call)                                                                                           \
+    [&] {                                                                                                    \
+        std::string t = "untouched";                                                                         \
+        return evaluator->call == S_OK ? t : "failed:" + t;                                                  \
+    }()
+
+struct PdEvaluator : ::testing::Test {
+    ServiceRegistry registry;
+    EvaluatorHost host{registry};
+    FakePlatformFunctions functions;
+    FakeForwardTarget limits;
+    EventLog events;
+    CDebuggerState state;
+    std::unique_ptr<CPDEvaluator> evaluator;
+
+    void SetUp() override
+    {
+        FakePd::Reset();
+        registry.RegisterService(Ids::IQEvaluatorHost, &host);
+        registry.RegisterService(Ids::IQPlatformFunctions, &functions);
+        ASSERT_EQ(state.Initialise(&registry, 1), S_OK);
+        registry.AddComponent(&events);
+        evaluator = std::make_unique<CPDEvaluator>(&registry, state);
+        evaluator->AttachPlatform();
+    }
+    void TearDown() override
+    {
+        evaluator.reset();
+        registry.RemoveComponent(&events);
+        state.Terminate(1);
+    }
+    IQEvaluator2* InFront() { return GetServiceAs<IQEvaluator2>(&registry, Ids::IQEvaluator2); }
+    static const Calls& Made() { return FakePd::State().calls; }
+};
+
+TEST_F(PdEvaluator, NumbersAreWrittenWithTheRadixPrefixAtTheWidthOfTheirSize)
+{
+    EXPECT_EQ(TEXT(UInt32ToText(0x1234, 16, t)), "H'00001234");
+    EXPECT_EQ(TEXT(UInt8ToText(static_cast<uint8_t>(0x12F), 16, t)), "H'2F");
+    EXPECT_EQ(TEXT(UInt16ToText(10, 10, t)), "D'00010");
+    EXPECT_EQ(TEXT(UInt16ToText(8, 8, t)), "O'000010");
+    EXPECT_EQ(TEXT(UInt8ToText(5, 2, t)), "B'00000101");
+    EXPECT_EQ(TEXT(AddressToText(0x10, 8, VARIANT_FALSE, t)), "O'00000000020");
+    EXPECT_EQ(TEXT(AddressToTextHex(0xABCDEF, VARIANT_FALSE, t)), "H'00ABCDEF");
+    // Signed values are written as their sign extension to 32 bits, wider than their width.
+    EXPECT_EQ(TEXT(Int8ToText(-1, 16, t)), "H'FFFFFFFF");
+    EXPECT_EQ(TEXT(Int16ToText(-2, 10, t)), "D'4294967294");
+    EXPECT_EQ(TEXT(Int32ToText(-1, 8, t)), "O'37777777777");
+    // 64-bit values: the width of 8 bytes, the low half only.
+    EXPECT_EQ(TEXT(UInt64ToText(0x100000005ull, 16, t)), "H'0000000000000005");
+    EXPECT_EQ(TEXT(Int64ToText(-1, 10, t)), "D'00000000004294967295");
+    EXPECT_EQ(TEXT(UInt64ToText(1, 2, t)), "B'00000000000000000000000000000001");
+    EXPECT_EQ(TEXT(FloatToText(2.75f, 16, t)), "H'00000002");
+    EXPECT_EQ(TEXT(FloatToText(-2.75f, 16, t)), "H'FFFFFFFE");
+    EXPECT_EQ(TEXT(DoubleToText(3e9, 10, t)), "D'00000000003000000000");
+    EXPECT_EQ(TEXT(DoubleToText(std::nan(""), 16, t)), "H'0000000000000000");
+    EXPECT_EQ(TEXT(DoubleToText(1e300, 16, t)), "H'00000000FFFFFFFF");
+}
+
+TEST_F(PdEvaluator, RadixZeroMeansTheCurrentOneAndAnUnknownRadixCannotBeWritten)
+{
+    evaluator->SetRadix(10);
+    EXPECT_EQ(TEXT(UInt16ToText(10, 0, t)), "D'00010");
+    EXPECT_EQ(TEXT(UInt32ToText(1, 7, t)), "failed:untouched");
+    EXPECT_EQ(TEXT(Int64ToText(1, 36, t)), "failed:untouched");
+    evaluator->SetRadix(5);
+    EXPECT_EQ(TEXT(UInt8ToText(1, 0, t)), "failed:untouched");
+}
+
+TEST_F(PdEvaluator, SetRadixStoresAnyValueAndTellsEveryone)
+{
+    int32_t radix = 0;
+    EXPECT_EQ(evaluator->GetRadix(radix), S_OK);
+    EXPECT_EQ(radix, 16);
+    for (int32_t value : {8, 99}) {
+        events.events.clear();
+        EXPECT_EQ(evaluator->SetRadix(value), S_OK);
+        ASSERT_EQ(events.events.size(), 1u);
+        EXPECT_EQ(events.events[0].id, Ids::EVENT_RADIX_CHANGED);
+        EXPECT_EQ(events.events[0].param, value);
+        evaluator->GetRadix(radix);
+        EXPECT_EQ(radix, value);
+    }
+}
+
+TEST_F(PdEvaluator, TextIsEvaluatedInTheRadixAskedOrThePlatformsDefault)
+{
+    uint32_t value = 0;
+    EXPECT_EQ(evaluator->TextToUInt32("10", value), S_OK);
+    EXPECT_EQ(value, 16u);
+    EXPECT_EQ(evaluator->TextToAddressRadix("10", 8, value), S_OK);
+    EXPECT_EQ(value, 8u);
+    EXPECT_EQ(evaluator->TextToUInt32Radix("10", 2, value), S_OK);
+    EXPECT_EQ(value, 2u);
+    // A radix the platform has no digits for is left to its default (ten, here).
+    EXPECT_EQ(evaluator->TextToUInt32Radix("10", 7, value), S_OK);
+    EXPECT_EQ(value, 10u);
+    evaluator->SetRadix(3);
+    EXPECT_EQ(evaluator->TextToAddress("10", value), S_OK);
+    EXPECT_EQ(Made(), (Calls{"EXP_Eval 10 16 0", "EXP_Eval 10 8 0", "EXP_Eval 10 2 0", "EXP_Eval 10 0 0",
+                             "EXP_Eval 10 0 0"}));
+}
+
+TEST_F(PdEvaluator, ValuesAreCutToTheWidthOfTheOperation)
+{
+    uint8_t u8 = 0;
+    int8_t i8 = 0;
+    uint16_t u16 = 0;
+    int16_t i16 = 0;
+    int32_t i32 = 0;
+    uint64_t u64 = 0;
+    int64_t i64 = 0;
+    ASSERT_EQ(evaluator->TextToUInt8("1FF", u8), S_OK);
+    ASSERT_EQ(evaluator->TextToInt8Radix("80", 16, i8), S_OK);
+    ASSERT_EQ(evaluator->TextToUInt16("12345", u16), S_OK);
+    ASSERT_EQ(evaluator->TextToInt16("FFFF", i16), S_OK);
+    ASSERT_EQ(evaluator->TextToInt32("FFFFFFFF", i32), S_OK);
+    ASSERT_EQ(evaluator->TextToUInt64("FFFFFFFF", u64), S_OK);
+    ASSERT_EQ(evaluator->TextToInt64Radix("FFFFFFFF", 16, i64), S_OK);
+    EXPECT_EQ(u8, 0xFF);
+    EXPECT_EQ(i8, -128);
+    EXPECT_EQ(u16, 0x2345);
+    EXPECT_EQ(i16, -1);
+    EXPECT_EQ(i32, -1);
+    EXPECT_EQ(u64, 0xFFFFFFFFu);
+    // The high half of a 64-bit value is 0, not the sign.
+    EXPECT_EQ(i64, 0xFFFFFFFFll);
+}
+
+TEST_F(PdEvaluator, AFailedEvaluationLeavesTheOutArgumentUntouched)
+{
+    // The fake platform writes garbage before it answers 0.
+    uint32_t u32 = 7;
+    int8_t i8 = 7;
+    int64_t i64 = 7;
+    float f = 7;
+    double d = 7;
+    EXPECT_EQ(evaluator->TextToUInt32("zz", u32), E_FAIL);
+    EXPECT_EQ(evaluator->TextToInt8Radix("zz", 10, i8), E_FAIL);
+    EXPECT_EQ(evaluator->TextToInt64("zz", i64), E_FAIL);
+    EXPECT_EQ(evaluator->TextToFloat("zz", f), E_FAIL);
+    EXPECT_EQ(evaluator->TextToDouble("zz", d), E_FAIL);
+    EXPECT_EQ(u32 + i8 + i64, 21);
+    EXPECT_EQ(f + d, 14.0);
+}
+
+TEST_F(PdEvaluator, FloatingTextGoesToItsOwnFunctions)
+{
+    float f = 0;
+    double d = 0;
+    EXPECT_EQ(evaluator->TextToFloat("2.5", f), S_OK);
+    EXPECT_EQ(evaluator->TextToDouble("0.125", d), S_OK);
+    EXPECT_EQ(f, 2.5f);
+    EXPECT_EQ(d, 0.125);
+    EXPECT_EQ(Made(), (Calls{"EXP_Eval_FLOAT 2.5", "EXP_Eval_DOUBLE 0.125"}));
+}
+
+TEST_F(PdEvaluator, ASymbolReplacesTheNumberOnlyWhenAskedWithMinusOne)
+{
+    FakePd::State().symbols[0x100] = "main";
+    EXPECT_EQ(TEXT(AddressToText(0x100, 16, VARIANT_TRUE, t)), "main");
+    EXPECT_EQ(TEXT(FormatAddress(0x100, VARIANT_TRUE, VARIANT_FALSE, VARIANT_TRUE, t)), "main");
+    EXPECT_EQ(TEXT(AddressToTextHex(0x104, VARIANT_TRUE, t)), "H'00000104");
+    EXPECT_EQ(Made(), (Calls{"LOAD_ValToSym 0 0x100", "LOAD_ValToSym 0 0x100", "LOAD_ValToSym 0 0x104"}));
+    FakePd::State().calls.clear();
+    EXPECT_EQ(TEXT(AddressToText(0x100, 16, 1, t)), "H'00000100");
+    EXPECT_EQ(TEXT(FormatAddress(0x100, 1, VARIANT_FALSE, VARIANT_FALSE, t)), "00000100");
+    EXPECT_TRUE(Made().empty());
+}
+
+TEST_F(PdEvaluator, BetweenDetachAndAttachTextFailsAndNumbersHaveNoSymbols)
+{
+    FakePd::State().symbols[0x100] = "main";
+    evaluator->DetachPlatform();
+    uint32_t value = 7;
+    float f = 7;
+    EXPECT_EQ(evaluator->TextToUInt32("10", value), E_FAIL);
+    EXPECT_EQ(evaluator->TextToFloat("1", f), E_FAIL);
+    EXPECT_EQ(value, 7u);
+    EXPECT_EQ(TEXT(AddressToText(0x100, 16, VARIANT_TRUE, t)), "H'00000100");
+    EXPECT_TRUE(Made().empty());
+
+    evaluator->AttachPlatform();
+    EXPECT_EQ(TEXT(AddressToText(0x100, 16, VARIANT_TRUE, t)), "main");
+    EXPECT_EQ(evaluator->TextToUInt32("10", value), S_OK);
+}
+
+TEST_F(PdEvaluator, FormatAddressSizesItselfByTheTargetsHighestAddress)
+{
+    evaluator->SetRadix(10); // not looked at: addresses are hexadecimal
+    EXPECT_EQ(TEXT(FormatAddress(0x12, VARIANT_FALSE, VARIANT_TRUE, VARIANT_FALSE, t)), "00000012");
+    registry.RegisterService(Ids::ForwardTarget, &limits);
+    struct Case {
+        uint32_t highest;
+        const char* expected;
+    };
+    for (const Case& c : {Case{0xFF, "12"}, Case{0x100, "0012"}, Case{0xFFFF, "0012"},
+                          Case{0xFFFFFF, "000012"}, Case{0x1000000, "00000012"}}) {
+        limits.highest = c.highest;
+        EXPECT_EQ(TEXT(FormatAddress(0x12, VARIANT_FALSE, VARIANT_TRUE, VARIANT_FALSE, t)), c.expected);
+    }
+    limits.highest = 0xFFFF;
+    EXPECT_EQ(TEXT(FormatAddress(0x1000, VARIANT_FALSE, VARIANT_TRUE, VARIANT_FALSE, t)), "1000");
+    EXPECT_EQ(TEXT(FormatAddress(0x1000, VARIANT_FALSE, VARIANT_FALSE, VARIANT_TRUE, t)), "H'00001000");
+    EXPECT_EQ(TEXT(FormatAddress(0x1000, VARIANT_FALSE, 1, VARIANT_TRUE, t)), "H'00001000");
+    limits.result = E_FAIL;
+    EXPECT_EQ(TEXT(FormatAddress(0x12, VARIANT_FALSE, VARIANT_TRUE, VARIANT_TRUE, t)), "H'00000012");
+    registry.UnregisterService(Ids::ForwardTarget, &limits);
+}
+
+TEST_F(PdEvaluator, IsTheWorkbenchsEvaluatorWhileAttachedAndNeverTakesAnothersPlace)
+{
+    EXPECT_EQ(InFront(), evaluator.get());
+    evaluator->DetachPlatform();
+    EXPECT_EQ(InFront(), nullptr);
+
+    CPDEvaluator other(&registry, state);
+    other.AttachPlatform();
+    evaluator->DetachPlatform();
+    EXPECT_EQ(InFront(), &other);
+    evaluator->AttachPlatform();
+    EXPECT_EQ(InFront(), evaluator.get());
+    // Going away while attached leaves the place to the one it covered.
+    evaluator.reset();
+    EXPECT_EQ(InFront(), &other);
+    other.DetachPlatform();
+    EXPECT_EQ(InFront(), nullptr);
+}
+
+TEST_F(PdEvaluator, AnswersItsFacesAndReportsThePlatformsError)
+{
+    IUnknown* unknown = static_cast<IQEvaluator2*>(evaluator.get());
+    for (const Guid& id : {Ids::IUnknown, Ids::IQEvaluator, Ids::IQEvaluator2})
+        EXPECT_EQ(QueryAs<IQEvaluator2>(unknown, id), static_cast<IQEvaluator2*>(evaluator.get()));
+    EXPECT_EQ(QueryAs<IUnknown>(unknown, Ids::IQMemoryManager), nullptr);
+    auto* reporter = QueryAs<IQErrorReporter>(unknown, Ids::IQErrorReporter);
+    ASSERT_EQ(reporter, static_cast<IQErrorReporter*>(evaluator.get()));
+
+    std::string text;
+    EXPECT_EQ(reporter->GetErrorText(E_FAIL, text), S_OK);
+    EXPECT_EQ(text, "Target not responding");
+    registry.UnregisterService(Ids::IQPlatformFunctions, &functions);
+    EXPECT_EQ(reporter->GetErrorText(E_FAIL, text), E_FAIL);
+}
+
+} // namespace

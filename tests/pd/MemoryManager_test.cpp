@@ -1,0 +1,383 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+#include "component/memory/CPDMemoryManager.h"
+#include "support/FakePlatform.h"
+#include "workbench/CommandRecorder.h"
+#include "workbench/ErrorTableService.h"
+#include "workbench/ServiceRegistry.h"
+
+namespace
+{
+
+using Calls = std::vector<std::string>;
+using Bytes = std::vector<uint8_t>;
+
+struct PdMemory : ::testing::Test {
+    ServiceRegistry registry;
+    ErrorTableService errors;
+    CommandRecorder recorder;
+    FakePlatformFunctions functions;
+    FakeFreeRun map;
+    std::unique_ptr<CPDMemoryManagerDisableAble> manager;
+
+    void SetUp() override
+    {
+        FakePd::Reset();
+        registry.RegisterService(Ids::ErrorTable, &errors);
+        registry.RegisterService(Ids::IQCommandRecorder, &recorder);
+        registry.RegisterService(Ids::IQPlatformFunctions, &functions);
+        registry.RegisterService(Ids::IQPlatformFreeRun, &map);
+        manager = std::make_unique<CPDMemoryManagerDisableAble>(&registry);
+    }
+    void Attach()
+    {
+        ASSERT_EQ(manager->AttachPlatform(&registry), S_OK);
+        FakePd::State().calls.clear();
+    }
+    static const Calls& Made() { return FakePd::State().calls; }
+    static Bytes Memory(uint32_t from, uint32_t count)
+    {
+        const auto& memory = FakePd::State().memory;
+        return Bytes(memory.begin() + from, memory.begin() + from + count);
+    }
+    IUnknown* Unknown() { return static_cast<IQMemoryManager*>(manager.get()); }
+};
+
+TEST_F(PdMemory, AttachLooksUpTheTenNamesInTableOrder)
+{
+    Attach();
+    EXPECT_EQ(functions.lookups,
+              (Calls{"IN1_Move", "IN1_Move2", "IN1_Move4", "IN1_Fill", "IN1_Get_MemNC", "IN1_Get_Mem2NC",
+                     "IN1_Get_MemNC", "IN1_Put_Mem", "IN1_Put_Mem2", "IN1_Put_Mem4"}));
+}
+
+TEST_F(PdMemory, ReadsAndWritesGoToTheFunctionOfTheAccessSizeWithTheFullLength)
+{
+    struct Case {
+        AccessSize size;
+        const char* read;
+        const char* write;
+    };
+    // 8 bytes have no function of their own: the third one takes the whole range.
+    for (const Case& c : {Case{1, "IN1_Get_MemNC 0x10 16", "IN1_Put_Mem 0x10 16"},
+                          Case{2, "IN1_Get_Mem2NC 0x10 16", "IN1_Put_Mem2 0x10 16"},
+                          Case{4, "IN1_Get_MemNC 0x10 16", "IN1_Put_Mem4 0x10 16"},
+                          Case{8, "IN1_Get_MemNC 0x10 16", "IN1_Put_Mem4 0x10 16"}}) {
+        SCOPED_TRACE(c.size);
+        FakePd::Reset();
+        Attach();
+        Bytes buffer(16);
+        ASSERT_EQ(manager->ReadMemory(0x10, 0x1F, c.size, buffer.data()), S_OK);
+        EXPECT_EQ(buffer, Memory(0x10, 16));
+        Bytes data(16, 0x5A);
+        ASSERT_EQ(manager->WriteMemory(0x10, 0x1F, c.size, data.data()), S_OK);
+        EXPECT_EQ(Memory(0x10, 16), data);
+        EXPECT_EQ(Made(), (Calls{c.read, c.write}));
+    }
+}
+
+TEST_F(PdMemory, AnAccessSizeOtherThanOneTwoFourOrEightIsRefusedWithoutACall)
+{
+    Attach();
+    Bytes buffer(8);
+    for (AccessSize size : {0, 3, 16}) {
+        EXPECT_EQ(manager->ReadMemory(0x10, 0x17, size, buffer.data()), CPDMemoryManager::kCannotRead);
+        EXPECT_EQ(manager->WriteMemory(0x10, 0x17, size, buffer.data()), CPDMemoryManager::kCannotWrite);
+    }
+    EXPECT_TRUE(Made().empty());
+}
+
+TEST_F(PdMemory, AMissingFunctionFailsAsItsCallWould)
+{
+    // Without the word read, no read works at all, bytes included.
+    for (const char* name : {"IN1_Get_Mem2NC", "IN1_Put_Mem4", "IN1_Move", "IN1_Fill"})
+        functions.Withhold(name);
+    Attach();
+    Bytes buffer(4);
+    uint8_t pattern = 0;
+    EXPECT_EQ(manager->ReadMemory(0x10, 0x13, 1, buffer.data()), CPDMemoryManager::kCannotRead);
+    EXPECT_EQ(manager->WriteMemory(0x10, 0x13, 1, buffer.data()), CPDMemoryManager::kCannotWrite);
+    EXPECT_EQ(manager->CopyMemorySimple(0x10, 0x13, 0x20), CPDMemoryManager::kCannotCopy);
+    EXPECT_EQ(manager->FillMemory(0x10, 0x13, 1, &pattern), CPDMemoryManager::kCannotRead);
+    EXPECT_TRUE(Made().empty());
+}
+
+TEST_F(PdMemory, APlatformFailureGivesTheCodeOfTheOperation)
+{
+    Attach();
+    FakePd::State().fail = true;
+    Bytes buffer(4);
+    uint8_t first = 0, second = 0;
+    TargetAddress at = 0;
+    EXPECT_EQ(manager->ReadMemory(0x10, 0x13, 4, buffer.data()), CPDMemoryManager::kCannotRead);
+    EXPECT_EQ(manager->WriteMemory(0x10, 0x13, 4, buffer.data()), CPDMemoryManager::kCannotWrite);
+    EXPECT_EQ(manager->CopyMemorySimple(0x10, 0x13, 0x20), CPDMemoryManager::kCannotCopy);
+    EXPECT_EQ(manager->CopyMemory(0x10, 0x13, 0x20, VARIANT_FALSE, 2, first, second, at),
+              CPDMemoryManager::kCannotCopy);
+    EXPECT_EQ(manager->FillMemory(0x10, 0x13, 2, buffer.data()), CPDMemoryManager::kCannotRead);
+    EXPECT_EQ(Made().size(), 5u);
+}
+
+TEST_F(PdMemory, ValuesAreTurnedRoundElementByElement)
+{
+    Attach();
+    struct Case {
+        AccessSize size;
+        TargetAddress end;
+        Bytes expected;
+    };
+    for (const Case& c :
+         {Case{1, 0x23, {0x20, 0x21, 0x22, 0x23}}, Case{2, 0x24, {0x21, 0x20, 0x23, 0x22, 0x24}},
+          Case{4, 0x27, {0x23, 0x22, 0x21, 0x20, 0x27, 0x26, 0x25, 0x24}},
+          Case{8, 0x27, {0x27, 0x26, 0x25, 0x24, 0x23, 0x22, 0x21, 0x20}}}) {
+        SCOPED_TRACE(c.size);
+        Bytes buffer(c.expected.size());
+        ASSERT_EQ(manager->ReadMemoryValues(0x20, c.end, c.size, buffer.data()), S_OK);
+        EXPECT_EQ(buffer, c.expected);
+    }
+
+    const Bytes values{1, 2, 3, 4, 5, 6};
+    ASSERT_EQ(manager->WriteMemoryValues(0x40, 0x45, 4, values.data()), S_OK);
+    EXPECT_EQ(Memory(0x40, 6), (Bytes{4, 3, 2, 1, 5, 6}));
+    EXPECT_EQ(values, (Bytes{1, 2, 3, 4, 5, 6}));
+}
+
+TEST_F(PdMemory, FillBuildsItsNumberFromThePatternFirstByteLowest)
+{
+    Attach();
+    const Bytes pattern{0x11, 0x22, 0x33, 0x44};
+    const char* expected[] = {"IN1_Fill 0x100 0x107 0x11 1", "IN1_Fill 0x100 0x107 0x2211 2",
+                              "IN1_Fill 0x100 0x107 0x332211 3", "IN1_Fill 0x100 0x107 0x44332211 4"};
+    for (uint32_t length = 1; length <= 4; ++length) {
+        FakePd::State().calls.clear();
+        ASSERT_EQ(manager->FillMemory(0x100, 0x107, length, pattern.data()), S_OK);
+        EXPECT_EQ(Made(), Calls{expected[length - 1]});
+    }
+    EXPECT_EQ(Memory(0x100, 8), (Bytes{0x11, 0x22, 0x33, 0x44, 0x11, 0x22, 0x33, 0x44}));
+}
+
+TEST_F(PdMemory, FillPatternsStopAtFourBytesSoDoubleFails)
+{
+    Attach();
+    const Bytes pattern(8, 0xEE);
+    EXPECT_EQ(manager->FillMemory(0x100, 0x10F, 8, pattern.data()), static_cast<HRESULT>(0x80043092u));
+    EXPECT_EQ(manager->FillMemory(0x100, 0x10F, 0, pattern.data()), static_cast<HRESULT>(0x80043092u));
+    EXPECT_TRUE(Made().empty());
+}
+
+TEST_F(PdMemory, FillIsRecordedFirstAndAlwaysAsNoverify)
+{
+    Attach();
+    const Bytes pattern{0x34, 0x12, 0x56, 0x78, 0x9A, 0xBC, 0xDE, 0xF0};
+    manager->FillMemory(0x100, 0x10F, 2, pattern.data());
+    manager->FillMemoryVerified(0x100, 0x10F, VARIANT_TRUE, 1, pattern.data());
+    manager->FillMemory(0x100, 0x10F, 8, pattern.data());
+    EXPECT_EQ(recorder.Lines(), (Calls{"memory_fill 0x100 0x10F 0x1234 word noverify",
+                                       "memory_fill 0x100 0x10F 0x34 byte noverify",
+                                       "memory_fill 0x100 0x10F 0xF0DEBC9A78561234 double noverify"}));
+}
+
+TEST_F(PdMemory, CopyPicksTheMoveOfItsAccessSizeAndClearsTheOutArguments)
+{
+    Attach();
+    EXPECT_EQ(manager->CopyMemorySimple(0x10, 0x1F, 0x80), S_OK);
+    EXPECT_EQ(Memory(0x80, 4), (Bytes{0x10, 0x11, 0x12, 0x13}));
+    for (AccessSize size : {1, 2, 4, 8}) {
+        uint8_t first = 0xAA, second = 0xAA;
+        TargetAddress at = 0xAAAA;
+        const HRESULT expected = size == 8 ? CPDMemoryManager::kCannotCopy : S_OK;
+        EXPECT_EQ(manager->CopyMemory(0x10, 0x1F, 0x80, VARIANT_TRUE, size, first, second, at), expected);
+        EXPECT_EQ(first + second + at, 0u);
+    }
+    EXPECT_EQ(Made(), (Calls{"IN1_Move 0x10 0x1F 0x80", "IN1_Move 0x10 0x1F 0x80", "IN1_Move2 0x10 0x1F 0x80",
+                             "IN1_Move4 0x10 0x1F 0x80"}));
+}
+
+TEST_F(PdMemory, OperationsThePlatformCannotDoAnswerEFail)
+{
+    Attach();
+    Variant info;
+    uint8_t byte = 0;
+    TargetAddress at = 0;
+    VariantBool failed = 0;
+    const uint64_t generation = manager->Generation();
+    IQMemoryManager5& five = *manager;
+    EXPECT_EQ(manager->GetMemoryInfo(info), E_FAIL);
+    EXPECT_EQ(manager->CompareMemorySimple(0, 3, 8), E_FAIL);
+    EXPECT_EQ(manager->FindMemorySimple(0, 3, 1, &byte, at), E_FAIL);
+    EXPECT_EQ(manager->VerifyMemory(0, 3, &byte), E_FAIL);
+    EXPECT_EQ(manager->TestMemory(0, 3), E_FAIL);
+    EXPECT_EQ(manager->RefreshMemory(), E_FAIL);
+    EXPECT_EQ(manager->RefreshMemoryAgain(), E_FAIL);
+    EXPECT_EQ(five.CompareMemory(0, 3, 8, 1, byte, byte, at), E_FAIL);
+    EXPECT_EQ(five.FindMemory(0, 3, 0, 0, 1, &byte, &byte, at), E_FAIL);
+    EXPECT_EQ(five.FindMemoryEx(0, 3, 0, 0, 0, 1, &byte, &byte, at), E_FAIL);
+    EXPECT_EQ(five.VerifyMemoryReporting(0, 3, &byte, at, failed), E_FAIL);
+    EXPECT_EQ(five.SetCacheEnabled(VARIANT_TRUE), E_FAIL);
+    EXPECT_EQ(five.GetCacheEnabled(), E_FAIL);
+    EXPECT_TRUE(Made().empty());
+    // Whoever kept what it read is still told to read again.
+    EXPECT_EQ(manager->Generation(), generation + 2);
+}
+
+TEST_F(PdMemory, OnlyCopyAndFillAreOffered)
+{
+    IQMemoryManager5& five = *manager;
+    EXPECT_EQ(five.GetCanCopy(), S_OK);
+    EXPECT_EQ(five.GetCanFill(), S_OK);
+    for (HRESULT can : {five.GetCanCompare(), five.GetCanFind(), five.GetCanFindAlternate(),
+                        five.GetCanVerify(), five.GetCanTest()})
+        EXPECT_EQ(can, S_FALSE);
+    EXPECT_TRUE(manager->IsPlatformFunctionFamily());
+}
+
+TEST_F(PdMemory, AreasComeFromThePlatformsMap)
+{
+    map.areas = {{0, 0xFF}, {0x1000, 0x1FFF}};
+    Attach();
+    uint32_t count = 0;
+    TargetAddress start = 0, end = 0;
+    EXPECT_EQ(manager->GetAreaCount(count), S_OK);
+    EXPECT_EQ(count, 2u);
+    EXPECT_EQ(manager->GetAreaBounds(1, start, end), S_OK);
+    EXPECT_EQ(start, 0x1000u);
+    EXPECT_EQ(end, 0x1FFFu);
+
+    registry.UnregisterService(Ids::IQPlatformFreeRun, &map);
+    Attach();
+    EXPECT_EQ(manager->GetAreaCount(count), E_FAIL);
+    EXPECT_EQ(manager->GetAreaBounds(0, start, end), E_FAIL);
+}
+
+TEST_F(PdMemory, ErrorTextIsThePlatformsOrAGeneralOne)
+{
+    std::string text;
+    EXPECT_EQ(manager->GetErrorText(CPDMemoryManager::kCannotRead, text), S_OK);
+    EXPECT_EQ(text, "Target not responding");
+    functions.errorTextFails = true;
+    EXPECT_EQ(manager->GetErrorText(CPDMemoryManager::kCannotRead, text), S_OK);
+    EXPECT_EQ(text, "Error accessing memory in target");
+    registry.UnregisterService(Ids::IQPlatformFunctions, &functions);
+    text.clear();
+    EXPECT_EQ(manager->GetErrorText(0, text), S_OK);
+    EXPECT_EQ(text, "Error accessing memory in target");
+}
+
+TEST_F(PdMemory, AfterDetachTheManagerAnswersAsForAPlatformWithoutFunctions)
+{
+    map.areas = {{0, 0xFF}};
+    Attach();
+    ASSERT_EQ(manager->DetachPlatform(), S_OK);
+    Bytes buffer(4);
+    uint32_t count = 0;
+    EXPECT_EQ(manager->ReadMemory(0, 3, 1, buffer.data()), CPDMemoryManager::kCannotRead);
+    EXPECT_EQ(manager->WriteMemory(0, 3, 1, buffer.data()), CPDMemoryManager::kCannotWrite);
+    EXPECT_EQ(manager->CopyMemorySimple(0, 3, 8), CPDMemoryManager::kCannotCopy);
+    EXPECT_EQ(manager->FillMemory(0, 3, 1, buffer.data()), CPDMemoryManager::kCannotRead);
+    EXPECT_EQ(manager->GetAreaCount(count), E_FAIL);
+    EXPECT_TRUE(Made().empty());
+}
+
+TEST_F(PdMemory, BadRangesAndMissingBuffersAreRefusedWithoutACall)
+{
+    Attach();
+    Bytes buffer(4);
+    EXPECT_EQ(manager->ReadMemory(0x20, 0x10, 1, buffer.data()), E_INVALIDARG);
+    EXPECT_EQ(manager->ReadMemory(0, 0xFFFFFFFF, 1, buffer.data()), E_INVALIDARG);
+    EXPECT_EQ(manager->ReadMemory(0x10, 0x13, 1, nullptr), E_POINTER);
+    EXPECT_EQ(manager->WriteMemoryValues(0x20, 0x10, 2, buffer.data()), E_INVALIDARG);
+    EXPECT_EQ(manager->WriteMemoryValues(0x10, 0x13, 2, nullptr), E_POINTER);
+    EXPECT_EQ(manager->FillMemory(0x20, 0x10, 1, buffer.data()), E_INVALIDARG);
+    EXPECT_EQ(manager->FillMemory(0x10, 0x20, 1, nullptr), E_POINTER);
+    EXPECT_EQ(manager->CopyMemorySimple(0x20, 0x10, 0), E_INVALIDARG);
+    EXPECT_TRUE(Made().empty());
+}
+
+TEST_F(PdMemory, VerifiedAndReportingWritesDropVerifyAndClearFailed)
+{
+    Attach();
+    IQMemoryManager5& five = *manager;
+    const Bytes data{1, 2};
+    VariantBool failed = VARIANT_TRUE;
+    TargetAddress at = 7;
+    int32_t written = 7, found = 7;
+    EXPECT_EQ(five.WriteMemoryReporting(0x50, 0x51, VARIANT_TRUE, 1, data.data(), failed, at, written, found),
+              S_OK);
+    EXPECT_EQ(failed, VARIANT_FALSE);
+    failed = VARIANT_TRUE;
+    EXPECT_EQ(
+        five.WriteMemoryValuesReporting(0x52, 0x53, VARIANT_TRUE, 2, data.data(), failed, at, written, found),
+        S_OK);
+    EXPECT_EQ(failed, VARIANT_FALSE);
+    failed = VARIANT_TRUE;
+    EXPECT_EQ(manager->FillMemoryEx(0x54, 0x55, VARIANT_TRUE, 1, data.data(), &failed, nullptr, nullptr,
+                                    nullptr, 2),
+              S_OK);
+    EXPECT_EQ(failed, VARIANT_FALSE);
+    EXPECT_EQ(Memory(0x50, 6), (Bytes{1, 2, 2, 1, 1, 1}));
+    EXPECT_EQ(Made(), (Calls{"IN1_Put_Mem 0x50 2", "IN1_Put_Mem2 0x52 2", "IN1_Fill 0x54 0x55 0x1 1"}));
+}
+
+TEST_F(PdMemory, ClosedMemoryRefusesEveryWayToTheTargetAndNotesIt)
+{
+    Attach();
+    manager->DisableMemory();
+    EXPECT_FALSE(manager->WasAccessedWhileDisabled());
+    const HRESULT code = manager->GetDisabledCode();
+    std::string text;
+    ASSERT_EQ(errors.GetText(code, text), S_OK);
+    EXPECT_EQ(text, "Memory access has been disabled.");
+
+    IQMemoryManager5& five = *manager;
+    Bytes buffer(16, 0x77);
+    uint8_t first = 0, second = 0;
+    TargetAddress at = 0;
+    int32_t written = 0, found = 0;
+    VariantBool failed = 0;
+    EXPECT_EQ(manager->ReadMemory(0x10, 0x1F, 1, buffer.data()), code);
+    EXPECT_EQ(buffer, Bytes(16, 0x77));
+    EXPECT_EQ(manager->ReadMemoryValues(0x10, 0x1F, 4, buffer.data()), code);
+    EXPECT_EQ(five.ReadMemoryDirect(0x10, 0x1F, 1, buffer.data()), code);
+    EXPECT_EQ(manager->WriteMemory(0x10, 0x1F, 1, buffer.data()), code);
+    EXPECT_EQ(manager->WriteMemoryValues(0x10, 0x1F, 2, buffer.data()), code);
+    EXPECT_EQ(five.WriteMemoryReporting(0x10, 0x1F, 0, 1, buffer.data(), failed, at, written, found), code);
+    EXPECT_EQ(manager->WriteMemoryEx(0x10, 0x1F, 0, 1, buffer.data(), nullptr, nullptr, nullptr, nullptr, 0),
+              code);
+    EXPECT_EQ(manager->CopyMemorySimple(0x10, 0x1F, 0x80), code);
+    EXPECT_EQ(five.CopyMemory(0x10, 0x1F, 0x80, 0, 1, first, second, at), code);
+    EXPECT_EQ(manager->FillMemory(0x10, 0x1F, 1, buffer.data()), code);
+    EXPECT_EQ(manager->FillMemoryEx(0x10, 0x1F, 0, 1, buffer.data(), nullptr, nullptr, nullptr, nullptr, 0),
+              code);
+    EXPECT_TRUE(Made().empty());
+    EXPECT_TRUE(recorder.Lines().empty());
+    EXPECT_TRUE(manager->WasAccessedWhileDisabled());
+
+    manager->EnableMemory();
+    EXPECT_FALSE(manager->WasAccessedWhileDisabled());
+    EXPECT_EQ(manager->ReadMemory(0x10, 0x1F, 1, buffer.data()), S_OK);
+}
+
+TEST_F(PdMemory, TheCommandLineFacesGoRoundClosedMemory)
+{
+    Attach();
+    manager->DisableMemory();
+    auto* five = QueryAs<IQMemoryManagerCmdLine5>(Unknown(), Ids::IQMemoryManagerCmdLine5);
+    auto* one = QueryAs<IQMemoryManagerCmdLine>(Unknown(), Ids::IQMemoryManagerCmdLine);
+    ASSERT_NE(five, nullptr);
+    ASSERT_NE(one, nullptr);
+    Bytes buffer(4);
+    EXPECT_EQ(five->ReadMemoryValues(0x10, 0x13, 4, buffer.data()), S_OK);
+    EXPECT_EQ(buffer, (Bytes{0x13, 0x12, 0x11, 0x10}));
+    const uint8_t pattern = 0x99;
+    EXPECT_EQ(one->FillMemory(0x30, 0x33, 1, &pattern), S_OK);
+    EXPECT_EQ(Memory(0x30, 4), Bytes(4, 0x99));
+    EXPECT_TRUE(manager->IsMemoryDisabled());
+    EXPECT_FALSE(manager->WasAccessedWhileDisabled());
+    // The ordinary face, even from inside a command, stays closed.
+    EXPECT_EQ(manager->ReadMemory(0x10, 0x13, 1, buffer.data()), manager->GetDisabledCode());
+}
+
+} // namespace

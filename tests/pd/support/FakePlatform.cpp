@@ -1,0 +1,217 @@
+#include "support/FakePlatform.h"
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace FakePd
+{
+
+Record& State()
+{
+    static Record record;
+    return record;
+}
+
+void Reset()
+{
+    Record& r = State();
+    for (uint32_t i = 0; i < kMemorySize; ++i)
+        r.memory[i] = static_cast<uint8_t>(i);
+    r.calls.clear();
+    r.fail = false;
+    r.symbols.clear();
+}
+
+} // namespace FakePd
+
+namespace
+{
+
+void Log(const char* format, ...) __attribute__((format(printf, 1, 2)));
+void Log(const char* format, ...)
+{
+    char line[256];
+    va_list args;
+    va_start(args, format);
+    std::vsnprintf(line, sizeof line, format, args);
+    va_end(args);
+    FakePd::State().calls.emplace_back(line);
+}
+
+bool InMemory(uint32_t address, uint64_t length)
+{
+    return address + length <= FakePd::kMemorySize;
+}
+
+int Read(const char* name, uint32_t address, uint32_t length, uint8_t* buffer)
+{
+    Log("%s 0x%X %u", name, address, length);
+    if (FakePd::State().fail || !InMemory(address, length))
+        return 0;
+    std::memcpy(buffer, FakePd::State().memory.data() + address, length);
+    return 1;
+}
+
+int Write(const char* name, uint32_t address, uint32_t length, const uint8_t* buffer)
+{
+    Log("%s 0x%X %u", name, address, length);
+    if (FakePd::State().fail || !InMemory(address, length))
+        return 0;
+    std::memcpy(FakePd::State().memory.data() + address, buffer, length);
+    return 1;
+}
+
+int Move(const char* name, uint32_t start, uint32_t end, uint32_t destination)
+{
+    Log("%s 0x%X 0x%X 0x%X", name, start, end, destination);
+    if (FakePd::State().fail || !InMemory(start, end - start + 1ull) ||
+        !InMemory(destination, end - start + 1ull))
+        return 0;
+    auto& memory = FakePd::State().memory;
+    std::memmove(memory.data() + destination, memory.data() + start, end - start + 1);
+    return 1;
+}
+
+extern "C" {
+
+int GetMemNC(uint32_t address, uint32_t length, uint8_t* buffer)
+{
+    return Read("IN1_Get_MemNC", address, length, buffer);
+}
+int GetMem2NC(uint32_t address, uint32_t length, uint8_t* buffer)
+{
+    return Read("IN1_Get_Mem2NC", address, length, buffer);
+}
+int PutMem(uint32_t address, uint32_t length, uint8_t* buffer)
+{
+    return Write("IN1_Put_Mem", address, length, buffer);
+}
+int PutMem2(uint32_t address, uint32_t length, uint8_t* buffer)
+{
+    return Write("IN1_Put_Mem2", address, length, buffer);
+}
+int PutMem4(uint32_t address, uint32_t length, uint8_t* buffer)
+{
+    return Write("IN1_Put_Mem4", address, length, buffer);
+}
+int Move1(uint32_t start, uint32_t end, uint32_t destination)
+{
+    return Move("IN1_Move", start, end, destination);
+}
+int Move2(uint32_t start, uint32_t end, uint32_t destination)
+{
+    return Move("IN1_Move2", start, end, destination);
+}
+int Move4(uint32_t start, uint32_t end, uint32_t destination)
+{
+    return Move("IN1_Move4", start, end, destination);
+}
+int Fill(uint32_t start, uint32_t end, uint32_t value, uint32_t size)
+{
+    Log("IN1_Fill 0x%X 0x%X 0x%X %u", start, end, value, size);
+    if (FakePd::State().fail || size == 0 || size > 4 || end < start || !InMemory(start, end - start + 1ull))
+        return 0;
+    for (uint32_t at = start, i = 0; at <= end; ++at, i = (i + 1) % size)
+        FakePd::State().memory[at] = static_cast<uint8_t>(value >> (8 * i));
+    return 1;
+}
+
+// Digits only, in the radix given; 0 is taken as ten.
+int Eval(const char* text, int32_t radix, int32_t reserved, uint32_t* value)
+{
+    Log("EXP_Eval %s %d %d", text, radix, reserved);
+    errno = 0;
+    char* end = nullptr;
+    const unsigned long parsed = std::strtoul(text, &end, radix == 0 ? 10 : radix);
+    if (FakePd::State().fail || *text == '\0' || *end != '\0' || errno != 0 || parsed > 0xFFFFFFFFul) {
+        *value = 0xDEADBEEF;
+        return 0;
+    }
+    *value = static_cast<uint32_t>(parsed);
+    return 1;
+}
+int EvalFloat(const char* text, float* value)
+{
+    Log("EXP_Eval_FLOAT %s", text);
+    char* end = nullptr;
+    const float parsed = std::strtof(text, &end);
+    if (FakePd::State().fail || *text == '\0' || *end != '\0') {
+        *value = -1.0f;
+        return 0;
+    }
+    *value = parsed;
+    return 1;
+}
+int EvalDouble(const char* text, double* value)
+{
+    Log("EXP_Eval_DOUBLE %s", text);
+    char* end = nullptr;
+    const double parsed = std::strtod(text, &end);
+    if (FakePd::State().fail || *text == '\0' || *end != '\0') {
+        *value = -1.0;
+        return 0;
+    }
+    *value = parsed;
+    return 1;
+}
+const char* ValToSym(int32_t reserved, uint32_t value)
+{
+    Log("LOAD_ValToSym %d 0x%X", reserved, value);
+    auto& symbols = FakePd::State().symbols;
+    auto it = symbols.find(value);
+    return it != symbols.end() ? it->second.c_str() : nullptr;
+}
+
+} // extern "C"
+
+template <class Fn> void* Pointer(Fn fn)
+{
+    return reinterpret_cast<void*>(fn);
+}
+
+} // namespace
+
+FakePlatformFunctions::FakePlatformFunctions()
+    : offered_{{"IN1_Move", Pointer(&Move1)},           {"IN1_Move2", Pointer(&Move2)},
+               {"IN1_Move4", Pointer(&Move4)},          {"IN1_Fill", Pointer(&Fill)},
+               {"IN1_Get_MemNC", Pointer(&GetMemNC)},   {"IN1_Get_Mem2NC", Pointer(&GetMem2NC)},
+               {"IN1_Put_Mem", Pointer(&PutMem)},       {"IN1_Put_Mem2", Pointer(&PutMem2)},
+               {"IN1_Put_Mem4", Pointer(&PutMem4)},     {"EXP_Eval", Pointer(&Eval)},
+               {"EXP_Eval_FLOAT", Pointer(&EvalFloat)}, {"EXP_Eval_DOUBLE", Pointer(&EvalDouble)},
+               {"LOAD_ValToSym", Pointer(&ValToSym)}}
+{
+}
+
+HRESULT FakePlatformFunctions::GetFunction(const std::string& name, void*& pointer)
+{
+    lookups.push_back(name);
+    auto it = offered_.find(name);
+    pointer = it != offered_.end() ? it->second : nullptr;
+    return pointer != nullptr ? S_OK : E_FAIL;
+}
+
+HRESULT FakePlatformFunctions::GetLastErrorText(std::string& text)
+{
+    if (errorTextFails)
+        return E_FAIL;
+    text = lastError;
+    return S_OK;
+}
+
+HRESULT FakeFreeRun::GetAreaCount(uint32_t& count)
+{
+    count = static_cast<uint32_t>(areas.size());
+    return S_OK;
+}
+
+HRESULT FakeFreeRun::GetAreaBounds(uint32_t index, TargetAddress& start, TargetAddress& end)
+{
+    if (index >= areas.size())
+        return E_INVALIDARG;
+    start = areas[index].first;
+    end = areas[index].second;
+    return S_OK;
+}

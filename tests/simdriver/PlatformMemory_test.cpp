@@ -1,0 +1,269 @@
+// The simulator's whole-range memory operations, on a small map of their own:
+// flash, two RAM regions that touch, a gap, and a peripheral window that
+// reads as zero and drops writes.
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <numeric>
+
+#include "boundary/Ids.h"
+#include "platform/sim/SimTarget.h"
+#include "platform/simdriver/SimPlatformMemory.h"
+#include "support/Firmware.h"
+
+namespace
+{
+
+constexpr TargetAddress kFlash = 0x08000000;
+constexpr TargetAddress kRam = 0x20000000;  // 64 KiB, then 64 KiB more at kRam2
+constexpr TargetAddress kRam2 = 0x20010000; // a match may run across the two
+constexpr TargetAddress kPeripheral = 0x40000000;
+
+constexpr char kMap[] = R"(flash      0x08000000 0x10000 rx  flash
+ram        0x20000000 0x10000 rwx sram
+ram        0x20010000 0x10000 rwx sram2
+peripheral 0x40000000 0x1000  rw  io
+)";
+
+struct PlatformMemory : ::testing::Test {
+    std::unique_ptr<SimTarget> target = Make();
+    SimPlatformMemory memory{*target};
+
+    static std::unique_ptr<SimTarget> Make()
+    {
+        SimTarget::Config config;
+        config.map = SimMemoryMap::Parse(kMap).map;
+        return SimTarget::Create(std::move(config));
+    }
+    std::vector<uint8_t> Bytes(TargetAddress at, size_t count)
+    {
+        std::vector<uint8_t> bytes(count);
+        EXPECT_TRUE(target->ReadMemory(at, count, bytes.data()));
+        return bytes;
+    }
+    void Put(TargetAddress at, const std::vector<uint8_t>& bytes)
+    {
+        ASSERT_TRUE(target->WriteMemory(at, bytes.size(), bytes.data()));
+    }
+    std::string Text(HRESULT code)
+    {
+        std::string text;
+        auto* reporter =
+            QueryAs<IQErrorReporter>(static_cast<IQPlatformMemory*>(&memory), Ids::IQErrorReporter);
+        if (reporter == nullptr || Failed(reporter->GetErrorText(code, text)))
+            return "<no text>";
+        return text;
+    }
+    // 0, 1, 2, ... wrapping at 256.
+    static std::vector<uint8_t> Counting(size_t count)
+    {
+        std::vector<uint8_t> bytes(count);
+        std::iota(bytes.begin(), bytes.end(), uint8_t{0});
+        return bytes;
+    }
+};
+
+TEST_F(PlatformMemory, AreasAreTheRegionsOfTheMap)
+{
+    uint32_t count = 0;
+    ASSERT_EQ(memory.GetAreaCount(count), S_OK);
+    EXPECT_EQ(count, 4u);
+    TargetAddress start = 0, end = 0;
+    uint32_t order = 0, info = 0, flags = 7;
+    VariantBool sized = 1, a1 = 1, a2 = 1, a3 = 1;
+    ASSERT_EQ(memory.GetArea(1, start, end, order, info, sized, a1, a2, a3), S_OK);
+    EXPECT_EQ(start, kRam);
+    EXPECT_EQ(end, kRam + 0xFFFFu);
+    // The target is little-endian: 1 on a little-endian host, 2 elsewhere.
+    EXPECT_EQ(order, std::endian::native == std::endian::little ? 1u : 2u);
+    EXPECT_EQ(info, 1u) << "the region's kind";
+    EXPECT_EQ(sized | a1 | a2 | a3, 0);
+    ASSERT_EQ(memory.GetArea(3, start, end, order, info, flags), S_OK);
+    EXPECT_EQ(end, kPeripheral + 0xFFFu);
+    EXPECT_EQ(flags, 0u) << "no sized access";
+    EXPECT_EQ(memory.GetArea(4, start, end, order, info, flags), E_INVALIDARG);
+
+    Variant variant;
+    ASSERT_EQ(memory.GetMemoryInfo(variant), S_OK);
+    EXPECT_EQ(variant.Text(), "cortex-m3");
+    for (HRESULT offered : {memory.CanCompare(), memory.CanCopy(), memory.CanFill(), memory.CanFind(),
+                            memory.CanFindAlternate(), memory.CanVerify(), memory.CanTest()})
+        EXPECT_EQ(offered, S_OK);
+    void* fourth = nullptr;
+    EXPECT_EQ(memory.QueryInterface(Ids::IQPlatformMemory4, &fourth), E_NOINTERFACE);
+}
+
+TEST_F(PlatformMemory, FillRepeatsThePatternAndCutsTheLastOneShort)
+{
+    Put(kRam + 7, {0xEE});
+    const uint8_t pattern[3] = {1, 2, 3};
+    ASSERT_EQ(memory.Fill(kRam, kRam + 6, 3, pattern), S_OK);
+    EXPECT_EQ(Bytes(kRam, 8), (std::vector<uint8_t>{1, 2, 3, 1, 2, 3, 1, 0xEE}));
+    // Flash takes the debugger's writes, as a download does.
+    ASSERT_EQ(memory.FillVerified(kFlash, kFlash + 3, VARIANT_TRUE, 2, pattern), S_OK);
+    EXPECT_EQ(Bytes(kFlash, 4), (std::vector<uint8_t>{1, 2, 1, 2}));
+}
+
+TEST_F(PlatformMemory, RefusedWritesChangeNothingAndSayWhy)
+{
+    const uint8_t pattern[1] = {0x77};
+    Put(kFlash + 0xFFFF, {0x11});
+    // The range runs off the end of flash into the gap.
+    EXPECT_EQ(memory.Fill(kFlash + 0xFFFF, kFlash + 0x10000, 1, pattern), SimPlatformMemory::kCannotWrite);
+    EXPECT_EQ(Text(SimPlatformMemory::kCannotWrite),
+              "Can not write memory. Address H'08010000 is not mapped");
+    EXPECT_EQ(Bytes(kFlash + 0xFFFF, 1)[0], 0x11);
+
+    EXPECT_EQ(memory.Fill(kRam + 1, kRam, 1, pattern), SimPlatformMemory::kStartAboveEnd);
+    EXPECT_EQ(Text(SimPlatformMemory::kStartAboveEnd),
+              "The start address must be lower than the end address.");
+    EXPECT_EQ(memory.Fill(kRam, kRam, 0, pattern), SimPlatformMemory::kInvalidParameter);
+    EXPECT_EQ(Text(SimPlatformMemory::kCannotWrite), "Can not write memory")
+        << "a code other than the last failure's has its plain text";
+    EXPECT_EQ(Text(E_FAIL), "<no text>");
+
+    EXPECT_EQ(memory.FillVerified(kPeripheral, kPeripheral + 3, VARIANT_TRUE, 1, pattern),
+              SimPlatformMemory::kVerifyFailed);
+    EXPECT_EQ(Text(SimPlatformMemory::kVerifyFailed),
+              "Verify failed. H'40000000 holds H'00, H'77 was written");
+}
+
+// Copies larger than the pieces the platform moves memory in, overlapping either way.
+TEST_F(PlatformMemory, CopyOfOverlappingRangesIsAsThroughABuffer)
+{
+    const auto original = Counting(0x18000);
+    for (int64_t shift : {0x1001, -0x1001}) {
+        Put(kRam + 0x2000, original);
+        const TargetAddress destination = static_cast<TargetAddress>(kRam + 0x2000 + shift);
+        uint8_t first = 1, second = 1;
+        TargetAddress address = 1;
+        ASSERT_EQ(
+            memory.Copy(kRam + 0x2000, kRam + 0x19FFF, destination, VARIANT_TRUE, 4, first, second, address),
+            S_OK);
+        EXPECT_TRUE(Bytes(destination, original.size()) == original) << "shift " << shift;
+        EXPECT_EQ(first | second | address, 0u);
+    }
+}
+
+TEST_F(PlatformMemory, CopyFailuresReportWhere)
+{
+    Put(kRam, {1, 2, 3, 4});
+    uint8_t first = 0, second = 0;
+    TargetAddress address = 0;
+    EXPECT_EQ(memory.Copy(kRam, kRam + 3, kPeripheral + 8, VARIANT_TRUE, 1, first, second, address),
+              SimPlatformMemory::kVerifyFailed);
+    EXPECT_EQ(first, 1);
+    EXPECT_EQ(second, 0);
+    EXPECT_EQ(address, kPeripheral + 8);
+    // Without verify the peripheral window swallows the bytes silently.
+    EXPECT_EQ(memory.Copy(kRam, kRam + 3, kPeripheral + 8), S_OK);
+
+    Put(kRam2 + 0xFFF0, std::vector<uint8_t>(16, 0x5A));
+    EXPECT_EQ(memory.Copy(kRam, kRam + 0x1F, kRam2 + 0xFFF0), SimPlatformMemory::kCannotCopy);
+    EXPECT_EQ(Text(SimPlatformMemory::kCannotCopy), "Can not copy memory. Address H'20020000 is not mapped");
+    EXPECT_EQ(Bytes(kRam2 + 0xFFF0, 16), std::vector<uint8_t>(16, 0x5A)) << "nothing was copied";
+    EXPECT_EQ(memory.Copy(kRam, kRam + 0x1F, 0xFFFFFFF0u), SimPlatformMemory::kInvalidAddress);
+}
+
+TEST_F(PlatformMemory, CompareGivesTheFirstDifference)
+{
+    const auto bytes = Counting(0x100);
+    Put(kRam, bytes);
+    Put(kRam2, bytes);
+    uint8_t first = 0, second = 0;
+    TargetAddress address = 0;
+    EXPECT_EQ(memory.Compare(kRam, kRam + 0xFF, kRam2, 1, first, second, address), S_OK);
+    Put(kRam2 + 0x42, {0xAB});
+    Put(kRam2 + 0x80, {0xCD});
+    EXPECT_EQ(memory.Compare(kRam, kRam + 0xFF, kRam2, 1, first, second, address),
+              SimPlatformMemory::kCompareFailed);
+    EXPECT_EQ(first, 0x42);
+    EXPECT_EQ(second, 0xAB);
+    EXPECT_EQ(address, kRam + 0x42);
+    EXPECT_EQ(Text(SimPlatformMemory::kCompareFailed),
+              "Compare failed. H'42 at H'20000042, H'AB at H'20010042");
+    EXPECT_EQ(memory.Compare(kRam, kRam + 0x41, kRam2), S_OK);
+    EXPECT_EQ(memory.Compare(kRam, kRam + 0xFF, 0x30000000), SimPlatformMemory::kCannotRead);
+}
+
+TEST_F(PlatformMemory, FindTakesTheFirstWholeMatchUnderTheMask)
+{
+    // One occurrence straddles both the platform's 64 KiB pieces and the two RAM regions.
+    Put(kRam2 - 2, {0x12, 0x34, 0x56, 0x78});
+    Put(kRam2 + 0x100, {0x12, 0x99, 0x56, 0x78});
+    const uint8_t pattern[4] = {0x12, 0x34, 0x56, 0x78};
+    const uint8_t ignoreSecond[4] = {0xFF, 0x00, 0xFF, 0xFF};
+    TargetAddress found = 0;
+    ASSERT_EQ(memory.Find(kRam, kRam2 + 0xFFFF, 0xFFFFFFFF, 0xFFFFFFFF, 4, pattern, nullptr, found), S_OK);
+    EXPECT_EQ(found, kRam2 - 2);
+    ASSERT_EQ(memory.FindEx(kRam2, kRam2 + 0xFFFF, 0, 0, 0, 4, pattern, ignoreSecond, found), S_OK);
+    EXPECT_EQ(found, kRam2 + 0x100) << "at or after start";
+    // The gap between flash and RAM is passed over.
+    ASSERT_EQ(memory.Find(kFlash, kRam2 + 0xFFFF, 4, pattern, found), S_OK);
+    EXPECT_EQ(found, kRam2 - 2);
+
+    found = 7;
+    EXPECT_EQ(memory.Find(kRam2 - 2, kRam2, 4, pattern, found), SimPlatformMemory::kFindFailed)
+        << "the whole pattern must lie inside the range";
+    EXPECT_EQ(found, 7u);
+    EXPECT_EQ(Text(SimPlatformMemory::kFindFailed), "Pattern not found");
+    EXPECT_EQ(memory.Find(0x30000000, 0x30001000, 4, pattern, found), SimPlatformMemory::kFindFailed);
+}
+
+TEST_F(PlatformMemory, VerifyComparesMemoryWithTheBuffer)
+{
+    const auto bytes = Counting(0x20);
+    Put(kFlash, bytes);
+    EXPECT_EQ(memory.Verify(kFlash, kFlash + 0x1F, bytes.data()), S_OK);
+    auto changed = bytes;
+    changed[0x11] = 0xFF;
+    EXPECT_EQ(memory.Verify(kFlash, kFlash + 0x1F, changed.data()), SimPlatformMemory::kVerifyFailed);
+    EXPECT_EQ(Text(SimPlatformMemory::kVerifyFailed),
+              "Verify failed. H'08000011 holds H'11, H'FF was expected");
+    EXPECT_EQ(memory.Verify(kFlash, kFlash + 0x1F, nullptr), E_POINTER);
+}
+
+TEST_F(PlatformMemory, TestPassesOnRamAndFlashAndFailsWhereBytesDoNotStay)
+{
+    Put(kRam, Counting(0x100));
+    ASSERT_EQ(memory.Test(kRam, kRam + 0xFF), S_OK);
+    EXPECT_NE(Bytes(kRam, 0x100), Counting(0x100)) << "the test restores nothing";
+    EXPECT_EQ(memory.Test(kFlash, kFlash + 0xFFFF), S_OK);
+
+    EXPECT_EQ(memory.Test(kPeripheral + 0x10, kPeripheral + 0x1F), SimPlatformMemory::kVerifyFailed);
+    EXPECT_EQ(Text(SimPlatformMemory::kVerifyFailed),
+              "Verify failed. Memory test failed at H'40000010: H'55 written, H'00 read");
+
+    Put(kRam2 + 0xFFFF, {0x3C});
+    EXPECT_EQ(memory.Test(kRam2 + 0xFFFF, kRam2 + 0x10000), SimPlatformMemory::kCannotWrite);
+    EXPECT_EQ(Text(SimPlatformMemory::kCannotWrite),
+              "Can not write memory. Address H'20020000 is not mapped");
+    EXPECT_EQ(Bytes(kRam2 + 0xFFFF, 1)[0], 0x3C);
+}
+
+TEST_F(PlatformMemory, DownloadModeIsRemembered)
+{
+    EXPECT_FALSE(memory.DownloadMode());
+    EXPECT_EQ(memory.SetDownloadMode(0xFFFFFFFF), S_OK);
+    EXPECT_TRUE(memory.DownloadMode());
+    EXPECT_EQ(memory.SetDownloadMode(0), S_OK);
+    EXPECT_FALSE(memory.DownloadMode());
+    EXPECT_EQ(memory.Refresh(), S_OK);
+}
+
+TEST_F(PlatformMemory, NothingIsReadWhileTheTargetRuns)
+{
+    auto image = FirmwareImage("count");
+    ASSERT_FALSE(image.empty());
+    ASSERT_EQ(memory.Write(kFlash, kFlash + static_cast<TargetAddress>(image.size()) - 1, image.data()),
+              S_OK);
+    ASSERT_TRUE(target->Reset());
+    ASSERT_TRUE(target->Go());
+    uint8_t byte = 0;
+    EXPECT_EQ(memory.Read(kRam, kRam, &byte), SimPlatformMemory::kCannotRead);
+    EXPECT_EQ(Text(SimPlatformMemory::kCannotRead), "Can not read memory. The target is running");
+    ASSERT_TRUE(target->Halt());
+    ASSERT_TRUE(target->WaitUntilHalted(std::chrono::seconds(5)));
+}
+
+} // namespace
