@@ -25,7 +25,7 @@ struct IQMemoryManager : IUnknown {
     virtual HRESULT FillMemory(TargetAddress start, TargetAddress end, uint32_t patternLength,
                                const uint8_t* pattern) = 0; // 10
     virtual HRESULT FindMemorySimple(TargetAddress start, TargetAddress end, uint32_t patternLength,
-                                     const uint8_t* pattern, TargetAddress& found) = 0;        // 11
+                                     const uint8_t* pattern, TargetAddress& found) = 0;            // 11
     virtual HRESULT VerifyMemory(TargetAddress start, TargetAddress end, const uint8_t* data) = 0; // 12
     virtual HRESULT TestMemory(TargetAddress start, TargetAddress end) = 0;                        // 13
     virtual HRESULT RefreshMemory() = 0;                                                           // 14
@@ -40,13 +40,13 @@ struct IQMemoryManager : IUnknown {
 // answer this face too, since each only adds slots at the end.
 struct IQMemoryManager5 : IUnknown {
     // S_OK if the platform offers the operation, 1 if not.
-    virtual HRESULT GetCanCompare() = 0;       // 3
-    virtual HRESULT GetCanCopy() = 0;          // 4
-    virtual HRESULT GetCanFill() = 0;          // 5
-    virtual HRESULT GetCanFind() = 0;          // 6
-    virtual HRESULT GetCanFindAlternate() = 0; // 7
-    virtual HRESULT GetCanVerify() = 0;        // 8
-    virtual HRESULT GetCanTest() = 0;          // 9
+    virtual HRESULT GetCanCompare() = 0;                                                         // 3
+    virtual HRESULT GetCanCopy() = 0;                                                            // 4
+    virtual HRESULT GetCanFill() = 0;                                                            // 5
+    virtual HRESULT GetCanFind() = 0;                                                            // 6
+    virtual HRESULT GetCanFindAlternate() = 0;                                                   // 7
+    virtual HRESULT GetCanVerify() = 0;                                                          // 8
+    virtual HRESULT GetCanTest() = 0;                                                            // 9
     virtual HRESULT GetAreaCount(uint32_t& count) = 0;                                           // 10
     virtual HRESULT GetAreaBounds(uint32_t index, TargetAddress& start, TargetAddress& end) = 0; // 11
     virtual HRESULT ReadMemory(TargetAddress start, TargetAddress end, AccessSize accessSize,
@@ -63,7 +63,7 @@ struct IQMemoryManager5 : IUnknown {
                                const uint8_t* pattern) = 0; // 16
     virtual HRESULT FindMemory(TargetAddress start, TargetAddress end, uint32_t flag1, uint32_t flag2,
                                uint32_t patternLength, const uint8_t* pattern, const uint8_t* mask,
-                               TargetAddress& address) = 0;                                    // 17
+                               TargetAddress& address) = 0;                                        // 17
     virtual HRESULT VerifyMemory(TargetAddress start, TargetAddress end, const uint8_t* data) = 0; // 18
     virtual HRESULT TestMemory(TargetAddress start, TargetAddress end) = 0;                        // 19
     virtual HRESULT RefreshMemory() = 0;                                                           // 20

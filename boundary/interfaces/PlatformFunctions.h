@@ -15,9 +15,18 @@ struct IQPlatformFunctions : IUnknown {
     virtual HRESULT GetLastErrorText(std::string& text) = 0; // 4
 };
 
+// The function of that name as its type, or null when the platform has none.
+template <class Fn> Fn LookUpPlatformFunction(IQPlatformFunctions& functions, const char* name)
+{
+    void* pointer = nullptr;
+    if (Failed(functions.GetFunction(name, pointer)))
+        return nullptr;
+    return reinterpret_cast<Fn>(pointer);
+}
+
 // The memory areas of a platform driven by function name, bounds inclusive.
 struct IQPlatformFreeRun : IUnknown {
-    virtual HRESULT GetAreaCount(uint32_t& count) = 0;                                             // 6
+    virtual HRESULT GetAreaCount(uint32_t& count) = 0;                                           // 6
     virtual HRESULT GetAreaBounds(uint32_t index, TargetAddress& start, TargetAddress& end) = 0; // 7
 };
 

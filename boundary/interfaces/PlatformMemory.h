@@ -18,19 +18,20 @@ struct IQPlatformMemory : IUnknown {
     virtual HRESULT GetAreaCount(uint32_t& count) = 0; // 4
     // flags: bit 0 or 1 sized access; bits 2, 4 and 5 the three attributes.
     virtual HRESULT GetArea(uint32_t index, TargetAddress& start, TargetAddress& end, uint32_t& byteOrder,
-                            uint32_t& info, uint32_t& flags) = 0;                          // 5
+                            uint32_t& info, uint32_t& flags) = 0;                             // 5
     virtual HRESULT Read(TargetAddress start, TargetAddress end, uint8_t* buffer) = 0;        // 7
     virtual HRESULT Write(TargetAddress start, TargetAddress end, const uint8_t* buffer) = 0; // 8
     virtual HRESULT ReadSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
                               uint8_t* buffer) = 0; // 9
     virtual HRESULT WriteSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
-                               const uint8_t* buffer) = 0;                                         // 10
+                               const uint8_t* buffer) = 0;                                          // 10
     virtual HRESULT Compare(TargetAddress start, TargetAddress end, TargetAddress destination) = 0; // 11
     virtual HRESULT Copy(TargetAddress start, TargetAddress end, TargetAddress destination) = 0;    // 12
     virtual HRESULT Fill(TargetAddress start, TargetAddress end, uint32_t patternLength,
                          const uint8_t* pattern) = 0; // 13
-    virtual HRESULT Find(TargetAddress start, TargetAddress end, uint32_t patternLength, const uint8_t* pattern,
-                         TargetAddress& found) = 0;                                            // 14
+    virtual HRESULT Find(TargetAddress start, TargetAddress end, uint32_t patternLength,
+                         const uint8_t* pattern,
+                         TargetAddress& found) = 0;                                          // 14
     virtual HRESULT Verify(TargetAddress start, TargetAddress end, const uint8_t* data) = 0; // 15
     virtual HRESULT Test(TargetAddress start, TargetAddress end) = 0;                        // 16
     virtual HRESULT Refresh() = 0;                                                           // 17
@@ -42,17 +43,18 @@ struct IQPlatformMemory : IUnknown {
 // connection best.
 struct IQPlatformMemory2 : IUnknown {
     // S_OK when the operation is offered.
-    virtual HRESULT CanCompare() = 0;       // 3
-    virtual HRESULT CanCopy() = 0;          // 4
-    virtual HRESULT CanFill() = 0;          // 5
-    virtual HRESULT CanFind() = 0;          // 6
-    virtual HRESULT CanFindAlternate() = 0; // 7
-    virtual HRESULT CanVerify() = 0;        // 8
-    virtual HRESULT CanTest() = 0;          // 9
+    virtual HRESULT CanCompare() = 0;                  // 3
+    virtual HRESULT CanCopy() = 0;                     // 4
+    virtual HRESULT CanFill() = 0;                     // 5
+    virtual HRESULT CanFind() = 0;                     // 6
+    virtual HRESULT CanFindAlternate() = 0;            // 7
+    virtual HRESULT CanVerify() = 0;                   // 8
+    virtual HRESULT CanTest() = 0;                     // 9
     virtual HRESULT GetAreaCount(uint32_t& count) = 0; // 10
     virtual HRESULT GetArea(uint32_t index, TargetAddress& start, TargetAddress& end, uint32_t& byteOrder,
-                            uint32_t& info, VariantBool& sized, VariantBool& attribute1, VariantBool& attribute2,
-                            VariantBool& attribute3) = 0;                                  // 11
+                            uint32_t& info, VariantBool& sized, VariantBool& attribute1,
+                            VariantBool& attribute2,
+                            VariantBool& attribute3) = 0;                                     // 11
     virtual HRESULT Read(TargetAddress start, TargetAddress end, uint8_t* buffer) = 0;        // 13
     virtual HRESULT Write(TargetAddress start, TargetAddress end, const uint8_t* buffer) = 0; // 14
     virtual HRESULT ReadSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
@@ -63,15 +65,15 @@ struct IQPlatformMemory2 : IUnknown {
     virtual HRESULT Compare(TargetAddress start, TargetAddress end, TargetAddress destination,
                             AccessSize accessSize, uint8_t& first, uint8_t& second,
                             TargetAddress& address) = 0; // 17
-    virtual HRESULT Copy(TargetAddress start, TargetAddress end, TargetAddress destination, VariantBool verify,
-                         AccessSize accessSize, uint8_t& first, uint8_t& second,
+    virtual HRESULT Copy(TargetAddress start, TargetAddress end, TargetAddress destination,
+                         VariantBool verify, AccessSize accessSize, uint8_t& first, uint8_t& second,
                          TargetAddress& address) = 0; // 18
     virtual HRESULT Fill(TargetAddress start, TargetAddress end, uint32_t patternLength,
                          const uint8_t* pattern) = 0; // 19
     // mask: a byte of memory matches where (memory & mask) == (pattern & mask).
     virtual HRESULT Find(TargetAddress start, TargetAddress end, uint32_t flag1, uint32_t flag2,
                          uint32_t patternLength, const uint8_t* pattern, const uint8_t* mask,
-                         TargetAddress& address) = 0;                                          // 20
+                         TargetAddress& address) = 0;                                        // 20
     virtual HRESULT Verify(TargetAddress start, TargetAddress end, const uint8_t* data) = 0; // 21
     virtual HRESULT Test(TargetAddress start, TargetAddress end) = 0;                        // 22
     virtual HRESULT Refresh() = 0;                                                           // 23
@@ -81,8 +83,9 @@ struct IQPlatformMemory2 : IUnknown {
 
 // Writes and fills that read back what they wrote when `verify` is set.
 struct IQPlatformMemory3 : IUnknown {
-    virtual HRESULT FindEx(TargetAddress start, TargetAddress end, uint32_t flag1, uint32_t flag2, uint32_t flag3,
-                           uint32_t patternLength, const uint8_t* pattern, const uint8_t* mask,
+    virtual HRESULT FindEx(TargetAddress start, TargetAddress end, uint32_t flag1, uint32_t flag2,
+                           uint32_t flag3, uint32_t patternLength, const uint8_t* pattern,
+                           const uint8_t* mask,
                            TargetAddress& address) = 0; // 29
     virtual HRESULT WriteVerified(TargetAddress start, TargetAddress end, VariantBool verify,
                                   const uint8_t* buffer) = 0; // 30

@@ -40,8 +40,8 @@ struct IQErrorTable : IUnknown {
     virtual HRESULT GetText(HRESULT code, std::string& text) = 0; // 3
     // A text that needs a code of its own: the table hands out one no one uses.
     virtual HRESULT RegisterErrorText(const std::string& text, HRESULT& code) = 0; // 4
-    virtual HRESULT AddText(HRESULT code, const std::string& text) = 0; // 5
-    virtual HRESULT RemoveText(HRESULT code) = 0;                       // 7
+    virtual HRESULT AddText(HRESULT code, const std::string& text) = 0;            // 5
+    virtual HRESULT RemoveText(HRESULT code) = 0;                                  // 7
 };
 
 // Questions the user can switch off ("do not ask again").

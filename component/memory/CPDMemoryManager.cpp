@@ -11,14 +11,6 @@ namespace
 
 constexpr const char* kGeneralErrorText = "Error accessing memory in target";
 
-template <class Fn> Fn LookUp(IQPlatformFunctions& functions, const char* name)
-{
-    void* pointer = nullptr;
-    if (Failed(functions.GetFunction(name, pointer)))
-        return nullptr;
-    return reinterpret_cast<Fn>(pointer);
-}
-
 // The byte count of start..end. None for a reversed range, and none for the
 // whole address space, whose count does not fit 32 bits and no buffer holds.
 std::optional<uint32_t> RangeLength(TargetAddress start, TargetAddress end)
@@ -68,17 +60,17 @@ HRESULT CPDMemoryManager::AttachPlatform(IQServiceRegistry* locator)
     if (locator == nullptr)
         return E_POINTER;
     if (auto* functions = GetServiceAs<IQPlatformFunctions>(locator, Ids::IQPlatformFunctions)) {
-        Move = LookUp<PlatformMoveFn>(*functions, "IN1_Move");
-        Move2 = LookUp<PlatformMoveFn>(*functions, "IN1_Move2");
-        Move4 = LookUp<PlatformMoveFn>(*functions, "IN1_Move4");
-        Fill = LookUp<PlatformFillFn>(*functions, "IN1_Fill");
-        GetMem = LookUp<PlatformMemoryAccessFn>(*functions, "IN1_Get_MemNC");
-        GetMem2 = LookUp<PlatformMemoryAccessFn>(*functions, "IN1_Get_Mem2NC");
+        Move = LookUpPlatformFunction<PlatformMoveFn>(*functions, "IN1_Move");
+        Move2 = LookUpPlatformFunction<PlatformMoveFn>(*functions, "IN1_Move2");
+        Move4 = LookUpPlatformFunction<PlatformMoveFn>(*functions, "IN1_Move4");
+        Fill = LookUpPlatformFunction<PlatformFillFn>(*functions, "IN1_Fill");
+        GetMem = LookUpPlatformFunction<PlatformMemoryAccessFn>(*functions, "IN1_Get_MemNC");
+        GetMem2 = LookUpPlatformFunction<PlatformMemoryAccessFn>(*functions, "IN1_Get_Mem2NC");
         // The platform reads 4-byte values with its byte function.
-        GetMem4 = LookUp<PlatformMemoryAccessFn>(*functions, "IN1_Get_MemNC");
-        PutMem = LookUp<PlatformMemoryAccessFn>(*functions, "IN1_Put_Mem");
-        PutMem2 = LookUp<PlatformMemoryAccessFn>(*functions, "IN1_Put_Mem2");
-        PutMem4 = LookUp<PlatformMemoryAccessFn>(*functions, "IN1_Put_Mem4");
+        GetMem4 = LookUpPlatformFunction<PlatformMemoryAccessFn>(*functions, "IN1_Get_MemNC");
+        PutMem = LookUpPlatformFunction<PlatformMemoryAccessFn>(*functions, "IN1_Put_Mem");
+        PutMem2 = LookUpPlatformFunction<PlatformMemoryAccessFn>(*functions, "IN1_Put_Mem2");
+        PutMem4 = LookUpPlatformFunction<PlatformMemoryAccessFn>(*functions, "IN1_Put_Mem4");
     }
     MapService = GetServiceAs<IQPlatformFreeRun>(locator, Ids::IQPlatformFreeRun);
     return S_OK;

@@ -11,14 +11,6 @@
 namespace
 {
 
-template <class Fn> Fn LookUp(IQPlatformFunctions& functions, const char* name)
-{
-    void* pointer = nullptr;
-    if (Failed(functions.GetFunction(name, pointer)))
-        return nullptr;
-    return reinterpret_cast<Fn>(pointer);
-}
-
 bool IsPlatformRadix(int32_t radix)
 {
     return radix == 2 || radix == 8 || radix == 10 || radix == 16;
@@ -84,10 +76,10 @@ void CPDEvaluator::AttachPlatform()
 {
     ForgetFunctions();
     if (auto* functions = GetServiceAs<IQPlatformFunctions>(registry_, Ids::IQPlatformFunctions)) {
-        eval_ = LookUp<PlatformEvalFn>(*functions, "EXP_Eval");
-        evalFloat_ = LookUp<PlatformEvalFloatFn>(*functions, "EXP_Eval_FLOAT");
-        evalDouble_ = LookUp<PlatformEvalDoubleFn>(*functions, "EXP_Eval_DOUBLE");
-        valueToSymbol_ = LookUp<PlatformValToSymFn>(*functions, "LOAD_ValToSym");
+        eval_ = LookUpPlatformFunction<PlatformEvalFn>(*functions, "EXP_Eval");
+        evalFloat_ = LookUpPlatformFunction<PlatformEvalFloatFn>(*functions, "EXP_Eval_FLOAT");
+        evalDouble_ = LookUpPlatformFunction<PlatformEvalDoubleFn>(*functions, "EXP_Eval_DOUBLE");
+        valueToSymbol_ = LookUpPlatformFunction<PlatformValToSymFn>(*functions, "LOAD_ValToSym");
     }
     attached_ = true;
     if (host_ != nullptr && host_->SetEvaluator(this) == S_OK)

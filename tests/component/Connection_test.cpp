@@ -111,6 +111,20 @@ TEST_F(Connection, ConnectMakesDriversInOrderAndAnnouncesIt)
                            Sent(Ids::EVENT_PLATFORM_CHANGED),
                            "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
                            "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
                            Sent(Ids::EVENT_PLATFORM_CHANGED),
                            "Debug Connected",
                            "store FIRST_CONNECTION_TAG=NO",
@@ -120,7 +134,7 @@ TEST_F(Connection, ConnectMakesDriversInOrderAndAnnouncesIt)
                            "GetProviders {453547D2-008B-44A3-BDF4-48B86CBCFB44}",
                        }));
     EXPECT_TRUE(state->IsConnected());
-    EXPECT_EQ(state->CommandCount(), 1u) << "disconnect exists while connected";
+    EXPECT_EQ(state->CommandCount(), 8u) << "disconnect and the memory commands exist while connected";
     std::string a, b;
     state->GetCpuText1(a);
     state->GetCpuText2(b);
@@ -169,6 +183,20 @@ TEST_F(Connection, DisconnectLetsTheTargetGoBeforeTheCpu)
                                "Release cpu cm3",
                                "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
                                "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
                                Sent(Ids::EVENT_PLATFORM_CHANGED),
                            }));
         EXPECT_FALSE(state->IsConnected());
@@ -199,7 +227,7 @@ TEST_F(Connection, InitialiseAsksFirstAndKeepsTheCommands)
     int32_t count = 0;
     IUnknown** providers = nullptr;
     registry.GetProviders(Ids::IQCmdClient2, count, providers);
-    ASSERT_EQ(count, 1);
+    ASSERT_EQ(count, 8);
     IUnknown* before = providers[0];
 
     prompts.answerYes = false;
@@ -214,7 +242,7 @@ TEST_F(Connection, InitialiseAsksFirstAndKeepsTheCommands)
     state->InitialiseTarget();
     EXPECT_TRUE(state->IsConnected());
     registry.GetProviders(Ids::IQCmdClient2, count, providers);
-    ASSERT_EQ(count, 1);
+    ASSERT_EQ(count, 8);
     EXPECT_EQ(providers[0], before) << "the same command objects answer after a restart";
     EXPECT_TRUE(Logged(Sent(Ids::EVENT_INITIALISING)));
 }

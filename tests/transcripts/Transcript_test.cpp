@@ -77,11 +77,12 @@ TEST_P(Transcript, ConsoleAnswersExactly)
         args = ReadAll(dir / (name + ".args"));
         args.erase(args.find_last_not_of("\r\n") + 1);
     }
-    fs::path workspace = fs::temp_directory_path() / ("tessel-transcript-" + name + "-" + std::to_string(getpid()));
+    fs::path workspace =
+        fs::temp_directory_path() / ("tessel-transcript-" + name + "-" + std::to_string(getpid()));
     fs::remove_all(workspace);
     fs::create_directories(workspace);
-    std::string output = RunShell("cd " + workspace.string() + " && " + BinaryDirectory() + "/tessel " + args +
-                                  " < " + (dir / (name + ".in")).string());
+    std::string output = RunShell("cd " + workspace.string() + " && " + BinaryDirectory() + "/tessel " +
+                                  args + " < " + (dir / (name + ".in")).string());
     fs::remove_all(workspace);
 
     if (std::getenv("TESSEL_UPDATE_TRANSCRIPTS") != nullptr) {
@@ -95,8 +96,8 @@ INSTANTIATE_TEST_SUITE_P(Cases, Transcript, ::testing::ValuesIn(CaseNames()),
                          [](const ::testing::TestParamInfo<std::string>& info) {
                              std::string id = info.param;
                              std::replace_if(
-                                 id.begin(), id.end(), [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); },
-                                 '_');
+                                 id.begin(), id.end(),
+                                 [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); }, '_');
                              return id;
                          });
 
