@@ -18,10 +18,11 @@ CMemoryManager::CMemoryManager(IQServiceRegistry* host)
 {
     if (Host != nullptr) {
         Host->RegisterService(Ids::IQMemoryManager, static_cast<IQMemoryManager*>(this));
-        for (const Guid& id : {Ids::IQMemoryManager2, Ids::IQMemoryManager3, Ids::IQMemoryManager4,
-                               Ids::IQMemoryManager5})
+        for (const Guid& id :
+             {Ids::IQMemoryManager2, Ids::IQMemoryManager3, Ids::IQMemoryManager4, Ids::IQMemoryManager5})
             Host->RegisterService(id, static_cast<IQMemoryManager5*>(this));
-        Host->RegisterService(Ids::IQMemoryManagerCmdLine, static_cast<IQMemoryManagerCmdLine*>(cmdLine_.get()));
+        Host->RegisterService(Ids::IQMemoryManagerCmdLine,
+                              static_cast<IQMemoryManagerCmdLine*>(cmdLine_.get()));
         for (const Guid& id : {Ids::IQMemoryManagerCmdLine2, Ids::IQMemoryManagerCmdLine3,
                                Ids::IQMemoryManagerCmdLine4, Ids::IQMemoryManagerCmdLine5})
             Host->RegisterService(id, static_cast<IQMemoryManagerCmdLine5*>(cmdLine_.get()));
@@ -40,8 +41,8 @@ CMemoryManager::~CMemoryManager()
             Host->UnregisterService(id, static_cast<IQMemoryManagerCmdLine5*>(cmdLine_.get()));
         Host->UnregisterService(Ids::IQMemoryManagerCmdLine,
                                 static_cast<IQMemoryManagerCmdLine*>(cmdLine_.get()));
-        for (const Guid& id : {Ids::IQMemoryManager5, Ids::IQMemoryManager4, Ids::IQMemoryManager3,
-                               Ids::IQMemoryManager2})
+        for (const Guid& id :
+             {Ids::IQMemoryManager5, Ids::IQMemoryManager4, Ids::IQMemoryManager3, Ids::IQMemoryManager2})
             Host->UnregisterService(id, static_cast<IQMemoryManager5*>(this));
         Host->UnregisterService(Ids::IQMemoryManager, static_cast<IQMemoryManager*>(this));
     }

@@ -32,7 +32,8 @@ HRESULT CMemoryManagerCmdLine::CompareMemorySimple(TargetAddress start, TargetAd
 {
     return Open([&] { return static_cast<M1&>(m_).CompareMemorySimple(start, end, destination); });
 }
-HRESULT CMemoryManagerCmdLine::CopyMemorySimple(TargetAddress start, TargetAddress end, TargetAddress destination)
+HRESULT CMemoryManagerCmdLine::CopyMemorySimple(TargetAddress start, TargetAddress end,
+                                                TargetAddress destination)
 {
     return Open([&] { return static_cast<M1&>(m_).CopyMemorySimple(start, end, destination); });
 }
@@ -41,10 +42,12 @@ HRESULT CMemoryManagerCmdLine::FillMemory(TargetAddress start, TargetAddress end
 {
     return Open([&] { return m_.FillMemory(start, end, patternLength, pattern); });
 }
-HRESULT CMemoryManagerCmdLine::FindMemorySimple(TargetAddress start, TargetAddress end, uint32_t patternLength,
-                                                const uint8_t* pattern, TargetAddress& found)
+HRESULT CMemoryManagerCmdLine::FindMemorySimple(TargetAddress start, TargetAddress end,
+                                                uint32_t patternLength, const uint8_t* pattern,
+                                                TargetAddress& found)
 {
-    return Open([&] { return static_cast<M1&>(m_).FindMemorySimple(start, end, patternLength, pattern, found); });
+    return Open(
+        [&] { return static_cast<M1&>(m_).FindMemorySimple(start, end, patternLength, pattern, found); });
 }
 HRESULT CMemoryManagerCmdLine::VerifyMemory(TargetAddress start, TargetAddress end, const uint8_t* data)
 {
@@ -67,8 +70,8 @@ HRESULT CMemoryManagerCmdLine::ReadMemoryValues(TargetAddress start, TargetAddre
 {
     return Open([&] { return m_.ReadMemoryValues(start, end, accessSize, buffer); });
 }
-HRESULT CMemoryManagerCmdLine::WriteMemoryValues(TargetAddress start, TargetAddress end, AccessSize accessSize,
-                                                 const uint8_t* buffer)
+HRESULT CMemoryManagerCmdLine::WriteMemoryValues(TargetAddress start, TargetAddress end,
+                                                 AccessSize accessSize, const uint8_t* buffer)
 {
     return Open([&] { return m_.WriteMemoryValues(start, end, accessSize, buffer); });
 }
@@ -101,12 +104,13 @@ HRESULT CMemoryManagerCmdLine::GetCanTest()
 {
     return m_.GetCanTest();
 }
-HRESULT CMemoryManagerCmdLine::CompareMemory(TargetAddress start, TargetAddress end, TargetAddress destination,
-                                             AccessSize accessSize, uint8_t& first, uint8_t& second,
-                                             TargetAddress& address)
+HRESULT CMemoryManagerCmdLine::CompareMemory(TargetAddress start, TargetAddress end,
+                                             TargetAddress destination, AccessSize accessSize, uint8_t& first,
+                                             uint8_t& second, TargetAddress& address)
 {
     return Open([&] {
-        return static_cast<M5&>(m_).CompareMemory(start, end, destination, accessSize, first, second, address);
+        return static_cast<M5&>(m_).CompareMemory(start, end, destination, accessSize, first, second,
+                                                  address);
     });
 }
 HRESULT CMemoryManagerCmdLine::CopyMemory(TargetAddress start, TargetAddress end, TargetAddress destination,
@@ -118,12 +122,13 @@ HRESULT CMemoryManagerCmdLine::CopyMemory(TargetAddress start, TargetAddress end
                                                address);
     });
 }
-HRESULT CMemoryManagerCmdLine::FindMemory(TargetAddress start, TargetAddress end, uint32_t flag1, uint32_t flag2,
-                                          uint32_t patternLength, const uint8_t* pattern, const uint8_t* mask,
-                                          TargetAddress& address)
+HRESULT CMemoryManagerCmdLine::FindMemory(TargetAddress start, TargetAddress end, uint32_t flag1,
+                                          uint32_t flag2, uint32_t patternLength, const uint8_t* pattern,
+                                          const uint8_t* mask, TargetAddress& address)
 {
     return Open([&] {
-        return static_cast<M5&>(m_).FindMemory(start, end, flag1, flag2, patternLength, pattern, mask, address);
+        return static_cast<M5&>(m_).FindMemory(start, end, flag1, flag2, patternLength, pattern, mask,
+                                               address);
     });
 }
 HRESULT CMemoryManagerCmdLine::ReadMemoryDirect(TargetAddress start, TargetAddress end, AccessSize accessSize,
@@ -146,17 +151,19 @@ HRESULT CMemoryManagerCmdLine::GetCacheEnabled()
 }
 HRESULT CMemoryManagerCmdLine::FindMemoryEx(TargetAddress start, TargetAddress end, uint32_t flag1,
                                             uint32_t flag2, uint32_t flag3, uint32_t patternLength,
-                                            const uint8_t* pattern, const uint8_t* mask, TargetAddress& address)
+                                            const uint8_t* pattern, const uint8_t* mask,
+                                            TargetAddress& address)
 {
     return Open([&] {
-        return static_cast<M5&>(m_).FindMemoryEx(start, end, flag1, flag2, flag3, patternLength, pattern, mask,
-                                                 address);
+        return static_cast<M5&>(m_).FindMemoryEx(start, end, flag1, flag2, flag3, patternLength, pattern,
+                                                 mask, address);
     });
 }
 HRESULT CMemoryManagerCmdLine::WriteMemoryVerified(TargetAddress start, TargetAddress end, VariantBool verify,
                                                    AccessSize accessSize, const uint8_t* buffer)
 {
-    return Open([&] { return static_cast<M5&>(m_).WriteMemoryVerified(start, end, verify, accessSize, buffer); });
+    return Open(
+        [&] { return static_cast<M5&>(m_).WriteMemoryVerified(start, end, verify, accessSize, buffer); });
 }
 HRESULT CMemoryManagerCmdLine::FillMemoryVerified(TargetAddress start, TargetAddress end, VariantBool verify,
                                                   uint32_t patternLength, const uint8_t* pattern)
@@ -172,29 +179,31 @@ HRESULT CMemoryManagerCmdLine::WriteMemoryValuesVerified(TargetAddress start, Ta
         return static_cast<M5&>(m_).WriteMemoryValuesVerified(start, end, verify, accessSize, buffer);
     });
 }
-HRESULT CMemoryManagerCmdLine::VerifyMemoryReporting(TargetAddress start, TargetAddress end, const uint8_t* data,
-                                                     TargetAddress& address, VariantBool& failed)
+HRESULT CMemoryManagerCmdLine::VerifyMemoryReporting(TargetAddress start, TargetAddress end,
+                                                     const uint8_t* data, TargetAddress& address,
+                                                     VariantBool& failed)
 {
-    return Open([&] { return static_cast<M5&>(m_).VerifyMemoryReporting(start, end, data, address, failed); });
+    return Open(
+        [&] { return static_cast<M5&>(m_).VerifyMemoryReporting(start, end, data, address, failed); });
 }
 HRESULT CMemoryManagerCmdLine::FillMemoryReporting(TargetAddress start, TargetAddress end, VariantBool verify,
                                                    uint32_t patternLength, const uint8_t* pattern,
-                                                   VariantBool& failed, TargetAddress& address, int32_t& written,
-                                                   int32_t& found)
+                                                   VariantBool& failed, TargetAddress& address,
+                                                   int32_t& written, int32_t& found)
 {
     return Open([&] {
         return static_cast<M5&>(m_).FillMemoryReporting(start, end, verify, patternLength, pattern, failed,
                                                         address, written, found);
     });
 }
-HRESULT CMemoryManagerCmdLine::WriteMemoryReporting(TargetAddress start, TargetAddress end, VariantBool verify,
-                                                    AccessSize accessSize, const uint8_t* buffer,
-                                                    VariantBool& failed, TargetAddress& address,
-                                                    int32_t& written, int32_t& found)
+HRESULT CMemoryManagerCmdLine::WriteMemoryReporting(TargetAddress start, TargetAddress end,
+                                                    VariantBool verify, AccessSize accessSize,
+                                                    const uint8_t* buffer, VariantBool& failed,
+                                                    TargetAddress& address, int32_t& written, int32_t& found)
 {
     return Open([&] {
-        return static_cast<M5&>(m_).WriteMemoryReporting(start, end, verify, accessSize, buffer, failed, address,
-                                                         written, found);
+        return static_cast<M5&>(m_).WriteMemoryReporting(start, end, verify, accessSize, buffer, failed,
+                                                         address, written, found);
     });
 }
 HRESULT CMemoryManagerCmdLine::WriteMemoryValuesReporting(TargetAddress start, TargetAddress end,

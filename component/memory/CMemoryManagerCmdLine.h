@@ -15,7 +15,8 @@ public:
     HRESULT GetMemoryInfo(Variant& info) override;
     HRESULT GetAreaCount(uint32_t& count) override;
     HRESULT GetAreaBounds(uint32_t index, TargetAddress& start, TargetAddress& end) override;
-    HRESULT ReadMemory(TargetAddress start, TargetAddress end, AccessSize accessSize, uint8_t* buffer) override;
+    HRESULT ReadMemory(TargetAddress start, TargetAddress end, AccessSize accessSize,
+                       uint8_t* buffer) override;
     HRESULT WriteMemory(TargetAddress start, TargetAddress end, AccessSize accessSize,
                         const uint8_t* buffer) override;
     HRESULT CompareMemorySimple(TargetAddress start, TargetAddress end, TargetAddress destination) override;
@@ -40,10 +41,12 @@ public:
     HRESULT GetCanFindAlternate() override;
     HRESULT GetCanVerify() override;
     HRESULT GetCanTest() override;
-    HRESULT CompareMemory(TargetAddress start, TargetAddress end, TargetAddress destination, AccessSize accessSize,
-                          uint8_t& first, uint8_t& second, TargetAddress& address) override;
+    HRESULT CompareMemory(TargetAddress start, TargetAddress end, TargetAddress destination,
+                          AccessSize accessSize, uint8_t& first, uint8_t& second,
+                          TargetAddress& address) override;
     HRESULT CopyMemory(TargetAddress start, TargetAddress end, TargetAddress destination, VariantBool verify,
-                       AccessSize accessSize, uint8_t& first, uint8_t& second, TargetAddress& address) override;
+                       AccessSize accessSize, uint8_t& first, uint8_t& second,
+                       TargetAddress& address) override;
     HRESULT FindMemory(TargetAddress start, TargetAddress end, uint32_t flag1, uint32_t flag2,
                        uint32_t patternLength, const uint8_t* pattern, const uint8_t* mask,
                        TargetAddress& address) override;
@@ -53,13 +56,13 @@ public:
                                    uint8_t* buffer) override;
     HRESULT SetCacheEnabled(VariantBool enabled) override;
     HRESULT GetCacheEnabled() override;
-    HRESULT FindMemoryEx(TargetAddress start, TargetAddress end, uint32_t flag1, uint32_t flag2, uint32_t flag3,
-                         uint32_t patternLength, const uint8_t* pattern, const uint8_t* mask,
+    HRESULT FindMemoryEx(TargetAddress start, TargetAddress end, uint32_t flag1, uint32_t flag2,
+                         uint32_t flag3, uint32_t patternLength, const uint8_t* pattern, const uint8_t* mask,
                          TargetAddress& address) override;
-    HRESULT WriteMemoryVerified(TargetAddress start, TargetAddress end, VariantBool verify, AccessSize accessSize,
-                                const uint8_t* buffer) override;
-    HRESULT FillMemoryVerified(TargetAddress start, TargetAddress end, VariantBool verify, uint32_t patternLength,
-                               const uint8_t* pattern) override;
+    HRESULT WriteMemoryVerified(TargetAddress start, TargetAddress end, VariantBool verify,
+                                AccessSize accessSize, const uint8_t* buffer) override;
+    HRESULT FillMemoryVerified(TargetAddress start, TargetAddress end, VariantBool verify,
+                               uint32_t patternLength, const uint8_t* pattern) override;
     HRESULT WriteMemoryValuesVerified(TargetAddress start, TargetAddress end, VariantBool verify,
                                       AccessSize accessSize, const uint8_t* buffer) override;
     HRESULT VerifyMemoryReporting(TargetAddress start, TargetAddress end, const uint8_t* data,

@@ -180,7 +180,7 @@ TEST(ConsoleSession, PlatformsAreListedSimulatorFirst)
     Workspace ws;
     auto r = ws.Run("--list-platforms");
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.output, "simulator\nsimulator-m4\n");
+    EXPECT_EQ(r.output, "simulator\nsimulator-m4\nsimulator-legacy\n");
 }
 
 TEST(ConsoleSession, SettingsOfOneRunAreThereInTheNext)

@@ -20,9 +20,12 @@ TEST(MemoryAttach, WhatIsOfferedComesFromTheSecondGeneration)
         platform.RegisterIn(host.registry);
         CVELMemoryManager manager(&host.registry);
         ASSERT_EQ(manager.AttachPlatform(&host.registry), S_OK);
-        for (uint32_t i = 0; i < 7; ++i)
-            EXPECT_EQ((manager.*kCans[i])(), i == bit ? S_OK : S_FALSE)
-                << "offered " << bit << ", asked " << i;
+        uint32_t asked = 0;
+        for (const auto can : kCans) {
+            EXPECT_EQ((manager.*can)(), asked == bit ? S_OK : S_FALSE)
+                << "offered " << bit << ", asked " << asked;
+            ++asked;
+        }
     }
 }
 
