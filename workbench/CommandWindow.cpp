@@ -180,7 +180,7 @@ void CommandWindow::RunItem(const Item& item)
     // While a command continues, every line is its, blank ones too.
     if (continuing_ != nullptr) {
         if (echo_)
-            Show(continuationPrompt_ + line);
+            Show(Prompt() + line);
         Execute(continuing_, line, item);
         return;
     }
@@ -346,7 +346,13 @@ void CommandWindow::DropRestOfBatch(int batch)
 
 std::string CommandWindow::Prompt() const
 {
-    return continuing_ != nullptr ? continuationPrompt_ : "> ";
+    if (continuing_ == nullptr)
+        return "> ";
+    // A command's prompt may end in the value it shows; the blank keeps the
+    // typed text apart from it.
+    if (!continuationPrompt_.empty() && continuationPrompt_.back() != ' ')
+        return continuationPrompt_ + " ";
+    return continuationPrompt_;
 }
 
 std::vector<CommandWindow::Client> CommandWindow::Clients() const

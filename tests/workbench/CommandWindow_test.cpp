@@ -84,9 +84,15 @@ TEST_F(CommandWindowTest, ContinuationSendsEveryLineToTheCommandUntilItEnds)
     Run("md 100");
     EXPECT_EQ(window.Prompt(), "H'100 ? ");
     EXPECT_EQ(Run("go"), "H'100 ? go\n") << "while continuing, even a command name belongs to the command";
+    display.answer = [](const std::string& line) {
+        return ScriptedCommand::Answer{"", S_OK, line != ".", false, "20000000 FF"};
+    };
+    Run("next");
+    EXPECT_EQ(window.Prompt(), "20000000 FF ") << "a blank keeps what is typed apart from the shown value";
+    EXPECT_EQ(Run("12"), "20000000 FF 12\n");
     Run(".");
     EXPECT_EQ(window.Prompt(), "> ");
-    EXPECT_EQ(display.lines, (std::vector<std::string>{"md 100", "go", "."}));
+    EXPECT_EQ(display.lines, (std::vector<std::string>{"md 100", "go", "next", "12", "."}));
     EXPECT_TRUE(go.lines.empty());
 }
 
