@@ -30,6 +30,15 @@ const char* kUsage =
     "  -c COMMANDS    run the commands, separated by ';', then leave\n"
     "  --component F  load the debugger component from F\n"
     "  --version      print the debugger component's name and version\n"
+    "  --list-platforms             print the installed platforms\n"
+    "  --workspace DIR              the workspace folder (default: the current directory)\n"
+    "  --session NAME               pick or make a session of the workspace\n"
+    "  --platform NAME              store the session's platform\n"
+    "  --batch-at TIMING FILE       store a batch file for a timing (connection, before-download,\n"
+    "                               after-download, after-reset, or 0 to 3)\n"
+    "  --hold-memory-until-batch yes|no\n"
+    "                               keep target memory closed to views until the connection\n"
+    "                               batch has run (the batch's own commands reach it)\n"
     "Exit status: 0 when every command succeeded, 1 when one failed.\n";
 
 // Runs the loop until every queued line has run. A command that waits for the
@@ -80,6 +89,15 @@ bool ParseConsoleArguments(const std::vector<std::string>& args, ConsoleOptions&
         } else if (a == "--platform") {
             if (!value(i, options.session.platform))
                 return false;
+        } else if (a == "--hold-memory-until-batch") {
+            std::string answer;
+            if (!value(i, answer))
+                return false;
+            if (answer != "yes" && answer != "no") {
+                error = "--hold-memory-until-batch takes yes or no, not " + answer;
+                return false;
+            }
+            options.session.holdMemory = answer == "yes" ? 1 : 0;
         } else if (a == "--batch-at") {
             std::string timing, file;
             if (!value(i, timing) || !value(i, file))

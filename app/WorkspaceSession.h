@@ -17,6 +17,7 @@ struct SessionOptions {
     std::string session;                                  // empty: the workspace's active one
     std::string platform;                                 // empty: as stored
     std::vector<std::pair<int32_t, std::string>> batches; // timing, file
+    int32_t holdMemory = -1;                              // 1 or 0 to store; -1: as stored
 };
 
 // The console's workspace: its folder, its store and the session it works on,
