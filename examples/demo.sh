@@ -16,3 +16,9 @@ show "$tessel" --platform simulator --batch-at connection "$examples/connect.qdc
 echo
 echo "# The next run finds the platform and the batch file in the workspace's store:"
 show "$tessel" -c "disconnect; connect"
+echo
+echo "# Target memory from the command line (the last line shows a refusal):"
+show "$tessel" --batch "$examples/memory.qdc"
+echo
+echo "# An edit, unit by unit: a value, an empty line to keep one, ^ to go back, . to stop:"
+printf 'memory_edit 0x20000000\n11\n\n^\n22\n.\nmemory_display 0x20000000 4\n' | "$tessel" || true
