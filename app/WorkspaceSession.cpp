@@ -71,8 +71,8 @@ bool WorkspaceSession::Open(const SessionOptions& options, const std::string& in
         error = "Cannot store the platform: " + store_->LastError();
         return false;
     }
-    if (options.holdMemory >= 0 && Failed(store_->SetDisableMemoryUntilBatch(key.workspace, key.project,
-                                                                             key.session, options.holdMemory))) {
+    if (options.holdMemory >= 0 && Failed(store_->SetDisableMemoryUntilBatch(
+                                       key.workspace, key.project, key.session, options.holdMemory))) {
         error = "Cannot store the memory option: " + store_->LastError();
         return false;
     }

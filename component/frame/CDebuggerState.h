@@ -241,6 +241,9 @@ public:
     void RunConnectionBatch();
     // The session option that keeps memory closed until the connection batch ran.
     bool DisableMemoryUntilBatch();
+    // Gives memory access back once the connection batch is over, and has the
+    // views read again if one was refused meanwhile.
+    void OpenMemoryAfterConnection();
 
     int32_t GetBatchRunning() const { return BatchRunning; }
     uint32_t GetStopAddress() const { return StopAddress; }
@@ -271,6 +274,8 @@ protected:
     std::unique_ptr<CLabelManager> Labels;
     std::unique_ptr<CPDEvaluator> Evaluator;
     int32_t BatchRunning = 0;
+    // Memory is kept closed until the running connection batch finishes.
+    bool OpenMemoryAfterBatch = false;
     int32_t BatchTiming = 0;
     bool Building = false;
     bool SyncDriven = false;

@@ -107,7 +107,18 @@ void CDebuggerState::RunConnectionBatch()
     if (!HasBatchFiles(TIMING_AT_CONNECTION))
         return;
     StartBatchFiles(TIMING_AT_CONNECTION);
-    if (DisableMemoryUntilBatch() && Memory) {
+    // The command window runs the files later, line by line: memory stays
+    // closed until the last of them has finished.
+    if (BatchRunning > 0 && Memory && Memory->IsMemoryDisabled())
+        OpenMemoryAfterBatch = true;
+    else
+        OpenMemoryAfterConnection();
+}
+
+void CDebuggerState::OpenMemoryAfterConnection()
+{
+    OpenMemoryAfterBatch = false;
+    if (Memory && Memory->IsMemoryDisabled()) {
         bool refused = Memory->WasAccessedWhileDisabled();
         Memory->EnableMemory();
         if (refused)

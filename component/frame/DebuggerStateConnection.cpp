@@ -214,6 +214,10 @@ bool CDebuggerState::ConnectTo(const std::string& platform, bool runBatch, bool 
         WriteDebugLine(StringTable::Load(5002));
         ApplyFirstConnectionDefaults();
     }
+    // Closed for a connection that failed: no batch will run to open it.
+    // A connection that succeeded opens it through its batch.
+    if (!connected && Memory && Memory->IsMemoryDisabled())
+        OpenMemoryAfterConnection();
     return connected;
 }
 

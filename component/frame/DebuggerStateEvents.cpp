@@ -74,6 +74,8 @@ HRESULT CDebuggerState::OnEvent(const Event& event)
     } else if (id == Ids::EVENT_BATCH_FINISHED) {
         if (BatchRunning > 0)
             --BatchRunning;
+        if (BatchRunning == 0 && OpenMemoryAfterBatch)
+            OpenMemoryAfterConnection();
     } else if (id == Ids::EVENT_DISCONNECT_REQUEST) {
         Disconnect();
     } else if (id == Ids::EVENT_DOWNLOAD_COMPLETE) {

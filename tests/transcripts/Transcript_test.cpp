@@ -66,8 +66,8 @@ class Transcript : public ::testing::TestWithParam<std::string>
 
 // NAME.in is typed into the console; NAME.out is what must come back;
 // NAME.args, when present, holds the console's arguments (default: a session
-// on the simulator). With TESSEL_UPDATE_TRANSCRIPTS set, the output is written
-// to NAME.out instead, for a person to read through before it is kept.
+// on the simulator; {cases} stands for this folder). With TESSEL_UPDATE_TRANSCRIPTS set, the output is
+// written to NAME.out instead, for a person to read through before it is kept.
 TEST_P(Transcript, ConsoleAnswersExactly)
 {
     const fs::path dir = TESSEL_TRANSCRIPT_DIR;
@@ -76,6 +76,9 @@ TEST_P(Transcript, ConsoleAnswersExactly)
     if (fs::exists(dir / (name + ".args"))) {
         args = ReadAll(dir / (name + ".args"));
         args.erase(args.find_last_not_of("\r\n") + 1);
+        // {cases} names this folder, for batch files the case brings along.
+        for (size_t at = args.find("{cases}"); at != std::string::npos; at = args.find("{cases}"))
+            args.replace(at, 7, dir.string());
     }
     fs::path workspace =
         fs::temp_directory_path() / ("tessel-transcript-" + name + "-" + std::to_string(getpid()));
