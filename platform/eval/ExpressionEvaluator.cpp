@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
+#include <type_traits>
 #include <vector>
 
 #include "boundary/Ids.h"
@@ -99,7 +100,12 @@ HRESULT ExpressionEvaluator::TextToUnsigned(const std::string& text, int32_t rad
     const HRESULT hr = Evaluate(text, radix, result);
     if (Failed(hr))
         return hr;
-    if (result > std::numeric_limits<T>::max())
+    // A negative value that the width holds as two's complement is taken, so
+    // that "-1" fills a long with ones; anything wider is refused rather than cut.
+    const auto wide = static_cast<int64_t>(result);
+    const bool fitsSigned =
+        wide < 0 && wide >= static_cast<int64_t>(std::numeric_limits<std::make_signed_t<T>>::min());
+    if (result > std::numeric_limits<T>::max() && !fitsSigned)
         return Report(QE_EVAL_TOO_LARGE);
     value = static_cast<T>(result);
     return S_OK;

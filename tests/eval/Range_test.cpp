@@ -58,7 +58,10 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         RangeCase{"U8Max", Via(&ExpressionEvaluator::TextToUInt8Radix), "255", S_OK, 255},
         RangeCase{"U8Over", Via(&ExpressionEvaluator::TextToUInt8Radix), "256", kBig, 0},
-        RangeCase{"U8Negative", Via(&ExpressionEvaluator::TextToUInt8Radix), "-1", kBig, 0},
+        // A negative value the width holds as two's complement is its bit pattern.
+        RangeCase{"U8Negative", Via(&ExpressionEvaluator::TextToUInt8Radix), "-1", S_OK, 255},
+        RangeCase{"U8TooNegative", Via(&ExpressionEvaluator::TextToUInt8Radix), "-129", kBig, 0},
+        RangeCase{"U32Negative", Via(&ExpressionEvaluator::TextToUInt32Radix), "-2", S_OK, 4294967294},
         RangeCase{"U16Max", Via(&ExpressionEvaluator::TextToUInt16Radix), "65535", S_OK, 65535},
         RangeCase{"U16Over", Via(&ExpressionEvaluator::TextToUInt16Radix), "65536", kBig, 0},
         RangeCase{"U32Max", Via(&ExpressionEvaluator::TextToUInt32Radix), "4294967295", S_OK, 4294967295},
