@@ -9,6 +9,7 @@
 #include "component/breaks/CPCBreakManager.h"
 #include "component/command/CCmd.h"
 #include "component/command/CCmdConnect.h"
+#include "component/command/CCmdRadix.h"
 #include "component/command/memory/CCmdMemoryCompare.h"
 #include "component/command/memory/CCmdMemoryDisplay.h"
 #include "component/command/memory/CCmdMemoryEdit.h"
@@ -115,6 +116,7 @@ HRESULT CDebuggerState::Disconnect()
 
 void CDebuggerState::BuildCommands()
 {
+    Commands.push_back(std::make_unique<CCmdRadix>(Registry, *this));
     Commands.push_back(std::make_unique<CCmdDisconnect>(Registry, *this));
     // Views read memory again when a command has changed it.
     auto memoryChanged = [this] { Broadcast(Event{Ids::EVENT_MEMORY_CHANGED, 0}); };

@@ -2,6 +2,7 @@
 
 #include "boundary/Ids.h"
 #include "component/command/CCmdConnect.h"
+#include "component/command/CCmdEvaluate.h"
 #include "component/frame/CDebuggerState.h"
 #include "component/frame/CDllResource.h"
 #include "component/symbols/CLabelManager.h"
@@ -74,6 +75,7 @@ HRESULT CDyxSessionDataCtrl::Initialise(IQServiceRegistry* registry, int32_t fla
     // keeps working.
     state_.RegisterPrompts();
     state_.RegisterErrorTexts();
+    evaluate_ = std::make_unique<CCmdEvaluate>(registry);
     connect_ = std::make_unique<CCmdConnect>(registry, state_);
     registry->RegisterProvider(Ids::IQWorkSpaceExtendedClient, static_cast<IQWorkSpaceExtendedClient*>(this));
     return S_OK;
@@ -104,6 +106,7 @@ HRESULT CDyxSessionDataCtrl::Terminate(int32_t flag)
         registry_->UnregisterProvider(Ids::IQWorkSpaceExtendedClient,
                                       static_cast<IQWorkSpaceExtendedClient*>(this));
     connect_.reset();
+    evaluate_.reset();
     resource_.reset();
     registry_ = nullptr;
     errorTable_ = nullptr;

@@ -59,5 +59,6 @@ private:
     IQErrorTable* errorTable_ = nullptr;
     std::unique_ptr<CDllResource> resource_;
     // The commands that exist from the start of the session.
+    std::unique_ptr<CCmd> evaluate_;
     std::unique_ptr<CCmd> connect_;
 };

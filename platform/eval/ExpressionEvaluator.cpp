@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
+#include <string>
 #include <type_traits>
 #include <vector>
 
@@ -265,8 +266,16 @@ HRESULT ExpressionEvaluator::Int32ToText(int32_t value, int32_t radix, std::stri
 {
     return ValueToText(SignExtended(value), 4, radix, text);
 }
+// A negative 64-bit value in decimal shows its sign, before the prefix so that
+// the text reads back as the same value: that text is what the signed form
+// adds to the unsigned one. Other radixes show the bits.
 HRESULT ExpressionEvaluator::Int64ToText(int64_t value, int32_t radix, std::string& text)
 {
+    if (value < 0 && Resolve(radix) == 10) {
+        const uint64_t magnitude = uint64_t{0} - static_cast<uint64_t>(value);
+        text = "-D'" + std::to_string(magnitude);
+        return Report(S_OK);
+    }
     return ValueToText(static_cast<uint64_t>(value), 8, radix, text);
 }
 

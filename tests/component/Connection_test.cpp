@@ -125,6 +125,8 @@ TEST_F(Connection, ConnectMakesDriversInOrderAndAnnouncesIt)
                            "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
                            "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
                            "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
                            Sent(Ids::EVENT_PLATFORM_CHANGED),
                            "Debug Connected",
                            "store FIRST_CONNECTION_TAG=NO",
@@ -134,7 +136,7 @@ TEST_F(Connection, ConnectMakesDriversInOrderAndAnnouncesIt)
                            "GetProviders {453547D2-008B-44A3-BDF4-48B86CBCFB44}",
                        }));
     EXPECT_TRUE(state->IsConnected());
-    EXPECT_EQ(state->CommandCount(), 8u) << "disconnect and the memory commands exist while connected";
+    EXPECT_EQ(state->CommandCount(), 9u) << "radix, disconnect and the memory commands exist while connected";
     std::string a, b;
     state->GetCpuText1(a);
     state->GetCpuText2(b);
@@ -197,6 +199,8 @@ TEST_F(Connection, DisconnectLetsTheTargetGoBeforeTheCpu)
                                "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
                                "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
                                "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
+                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
+                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
                                Sent(Ids::EVENT_PLATFORM_CHANGED),
                            }));
         EXPECT_FALSE(state->IsConnected());
@@ -227,7 +231,7 @@ TEST_F(Connection, InitialiseAsksFirstAndKeepsTheCommands)
     int32_t count = 0;
     IUnknown** providers = nullptr;
     registry.GetProviders(Ids::IQCmdClient2, count, providers);
-    ASSERT_EQ(count, 8);
+    ASSERT_EQ(count, 9);
     IUnknown* before = providers[0];
 
     prompts.answerYes = false;
@@ -242,7 +246,7 @@ TEST_F(Connection, InitialiseAsksFirstAndKeepsTheCommands)
     state->InitialiseTarget();
     EXPECT_TRUE(state->IsConnected());
     registry.GetProviders(Ids::IQCmdClient2, count, providers);
-    ASSERT_EQ(count, 8);
+    ASSERT_EQ(count, 9);
     EXPECT_EQ(providers[0], before) << "the same command objects answer after a restart";
     EXPECT_TRUE(Logged(Sent(Ids::EVENT_INITIALISING)));
 }

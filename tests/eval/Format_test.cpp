@@ -71,7 +71,9 @@ INSTANTIATE_TEST_SUITE_P(
         FormatCase{"Positive32Binary", CALL(Int32ToText(31, 2, t)), "B'00000000000000000000000000011111"},
         FormatCase{"Negative8Binary", CALL(Int8ToText(-2, 2, t)), "B'11111111111111111111111111111110"},
         FormatCase{"Negative64", CALL(Int64ToText(-1, 16, t)), "H'FFFFFFFFFFFFFFFF"},
-        FormatCase{"MostNegative64", CALL(Int64ToText(INT64_MIN, 16, t)), "H'8000000000000000"}),
+        FormatCase{"MostNegative64", CALL(Int64ToText(INT64_MIN, 16, t)), "H'8000000000000000"},
+        FormatCase{"Negative64Decimal", CALL(Int64ToText(-1, 10, t)), "-D'1"},
+        FormatCase{"MostNegative64Decimal", CALL(Int64ToText(INT64_MIN, 10, t)), "-D'9223372036854775808"}),
     CaseName);
 
 INSTANTIATE_TEST_SUITE_P(
