@@ -9,7 +9,7 @@
 #include "component/frame/StringTable.h"
 #include "component/memory/CPDMemoryManager.h"
 #include "component/memory/CStatusMemoryPane.h"
-#include "component/memory/CVELMemoryManager.h"
+#include "component/memory/CVELMemoryManagerDisableAble.h"
 #include "component/run/CRunner.h"
 #include "component/session/CDyxSessionDataCommandSink.h"
 #include "component/symbols/CLabelManager.h"

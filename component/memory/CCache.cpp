@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "boundary/Ids.h"
+#include "component/memory/MemoryWalk.h"
 #include "component/memory/SplitByAreas.h"
 
 namespace
@@ -17,14 +18,6 @@ TargetAddress PageLast(TargetAddress page, uint32_t pageSize)
 {
     const uint64_t last = uint64_t{page} + pageSize - 1;
     return last > TopAddress ? TopAddress : static_cast<TargetAddress>(last);
-}
-
-// A buffer holds end - start + 1 bytes, so a reversed range has no meaning.
-HRESULT CheckRange(TargetAddress start, TargetAddress end, const uint8_t* buffer)
-{
-    if (buffer == nullptr)
-        return E_POINTER;
-    return end < start ? E_INVALIDARG : S_OK;
 }
 
 } // namespace

@@ -2,6 +2,26 @@
 
 #include <algorithm>
 
+HRESULT CheckRange(TargetAddress start, TargetAddress end, const void* buffer, uint32_t accessSize)
+{
+    if (buffer == nullptr)
+        return E_POINTER;
+    return end < start || accessSize == 0 ? E_INVALIDARG : S_OK;
+}
+
+AccessSize NormalSize(AccessSize accessSize)
+{
+    switch (accessSize) {
+    case 1:
+    case 2:
+    case 4:
+    case 8:
+        return accessSize;
+    default:
+        return accessSize % 2 == 0 ? 2 : 1;
+    }
+}
+
 const CMemoryArea* FindArea(std::span<const CMemoryArea> areas, TargetAddress address)
 {
     for (const auto& area : areas) {

@@ -8,6 +8,19 @@
 #include "boundary/HResult.h"
 #include "component/memory/CMemoryArea.h"
 
+// An area's ByteOrder: 1 says the target keeps integers as this system does.
+inline constexpr uint32_t kOwnByteOrder = 1;
+inline constexpr uint32_t kOtherByteOrder = 2;
+
+// A buffer holds end - start + 1 bytes, and elements of no size cannot be
+// walked: E_POINTER for no buffer, E_INVALIDARG for a reversed range or a
+// zero size, else S_OK.
+HRESULT CheckRange(TargetAddress start, TargetAddress end, const void* buffer, uint32_t accessSize = 1);
+
+// The sizes a sized cache exists for; another size is served as the nearest
+// one that divides it.
+AccessSize NormalSize(AccessSize accessSize);
+
 // The first area that holds `address`, or null.
 const CMemoryArea* FindArea(std::span<const CMemoryArea> areas, TargetAddress address);
 // The area with the lowest start above `address`, or null.

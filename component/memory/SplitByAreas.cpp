@@ -1,26 +1,9 @@
 #include "component/memory/SplitByAreas.h"
 
+#include "component/memory/MemoryWalk.h"
+
 namespace
 {
-
-const CMemoryArea* AreaHolding(TargetAddress pos, std::span<const CMemoryArea> areas)
-{
-    for (const auto& area : areas) {
-        if (area.Start <= pos && pos <= area.End)
-            return &area;
-    }
-    return nullptr;
-}
-
-const CMemoryArea* LowestAreaAbove(TargetAddress pos, std::span<const CMemoryArea> areas)
-{
-    const CMemoryArea* best = nullptr;
-    for (const auto& area : areas) {
-        if (area.Start > pos && area.Start <= area.End && (best == nullptr || area.Start < best->Start))
-            best = &area;
-    }
-    return best;
-}
 
 std::vector<AddressRange> Collect(TargetAddress start, TargetAddress end, std::span<const CMemoryArea> areas)
 {
@@ -29,9 +12,9 @@ std::vector<AddressRange> Collect(TargetAddress start, TargetAddress end, std::s
     // `pos` only moves to just behind an area that ends below `end`, so it
     // never wraps and the loop ends.
     for (;;) {
-        const CMemoryArea* area = AreaHolding(pos, areas);
+        const CMemoryArea* area = FindArea(areas, pos);
         if (area == nullptr) {
-            area = LowestAreaAbove(pos, areas);
+            area = FindNextArea(areas, pos);
             if (area == nullptr || end < area->Start)
                 return parts;
             pos = area->Start;

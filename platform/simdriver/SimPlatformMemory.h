@@ -1,5 +1,6 @@
 #pragma once
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -19,6 +20,9 @@ struct SimResult;
 // the details of the last failure (the address, the bytes) when the code asked
 // about is that failure's. An operation that writes checks first that its whole
 // range is mapped, so a refused one has changed nothing. Main thread only.
+//
+// The whole-range operations (compare, copy, fill, find, verify, test) are in
+// SimMemoryOperations.cpp; the rest in SimPlatformMemory.cpp.
 class SimPlatformMemory final : public IQPlatformMemory,
                                 public IQPlatformMemory2,
                                 public IQPlatformMemory3,
@@ -125,6 +129,12 @@ public:
     static constexpr HRESULT kCannotCopy = static_cast<HRESULT>(0x80043094u);
 
 private:
+    // Bytes from start to end inclusive; 0 when the range is reversed. The whole
+    // address space is one byte more than 32 bits can count, so the count is 64-bit.
+    static uint64_t Length(TargetAddress start, TargetAddress end)
+    {
+        return end < start ? 0 : uint64_t{end} - start + 1;
+    }
     HRESULT Fail(HRESULT code, std::string detail = {});
     HRESULT FailAccess(HRESULT code, const SimResult& result);
     // kStartAboveEnd for a reversed range; otherwise S_OK.

@@ -72,7 +72,8 @@ TEST(Console, SessionStartsAndEndsWhenInputEnds)
 {
     auto r = RunShell("printf 'help\\nquit\\nhelp\\n' | " + BinaryDirectory() + "/tessel");
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.output, "> help\nbatch <filename>\nconnect <no parameters>\nhelp [<command>]\n")
+    EXPECT_EQ(r.output,
+              "> help\nbatch <filename>\nconnect <no parameters>\nevaluate <expression>\nhelp [<command>]\n")
         << "nothing runs after quit";
 }
 

@@ -4,7 +4,7 @@
 
 #include "FakePlatform.h"
 #include "boundary/Ids.h"
-#include "component/memory/CVELMemoryManager.h"
+#include "component/memory/CVELMemoryManagerDisableAble.h"
 #include "workbench/CommandRecorder.h"
 #include "workbench/ErrorTableService.h"
 #include "workbench/ServiceRegistry.h"

@@ -1,0 +1,15 @@
+#pragma once
+#include <cstdint>
+#include <string>
+
+// The pieces of the simulator memory's failure details, so that every address
+// and byte in them looks alike: "H'20000010", "H'12".
+namespace SimMemoryText
+{
+
+std::string HexAddress(uint64_t value);
+std::string HexByte(uint8_t value);
+// "H'20000010 holds H'00, H'12 was written": what a read-back found.
+std::string Mismatch(uint64_t address, uint8_t found, uint8_t wanted, const char* how);
+
+} // namespace SimMemoryText
