@@ -119,8 +119,8 @@ void BM_CachedManagerReadAgainstMemcpy(benchmark::State& state)
     const double bytes = double(state.iterations()) * 16 * kBlock;
     state.counters["manager_bytes_per_second"] = bytes / managerSeconds;
     state.counters["memcpy_bytes_per_second"] = bytes / copySeconds;
-    // How many times longer a cached read of the block takes than a memcpy of it.
-    state.counters["manager_over_memcpy"] = managerSeconds / copySeconds;
+    // The cached read's throughput as a share of memcpy's (the goal is 0.25 or more).
+    state.counters["manager_throughput_vs_memcpy"] = copySeconds / managerSeconds;
     state.counters["platform_calls_when_warm"] = double(rig.platform.reads - warmReads);
 }
 BENCHMARK(BM_CachedManagerReadAgainstMemcpy);
