@@ -53,6 +53,9 @@ inline constexpr Guid IQRunner6 = "{013748EE-56F1-4D11-94EF-7CD6A218C02D}"_guid;
 
 // Memory and evaluation.
 inline constexpr Guid IQMemoryManager = "{A849574A-DE13-11D3-8AF5-00AA0026624A}"_guid;
+inline constexpr Guid IQStatusClient = "{04DCBFF1-F50B-472B-BDD8-D6241664D89C}"_guid;
+// The status window's page of what is loaded where.
+inline constexpr Guid StatusMemoryPage = "{DCAFAA11-3C57-40F2-8F74-AF51A83B32CE}"_guid;
 inline constexpr Guid IQMemoryManager2 = "{52E19F40-C937-11D5-8BC1-0004E2013C71}"_guid;
 inline constexpr Guid IQMemoryManager3 = "{A2E8A611-CC1E-4173-985E-E38024BD0EC1}"_guid;
 inline constexpr Guid IQMemoryManager4 = "{272DF1D0-2F68-4ADC-833C-52F65CF6D1E3}"_guid;

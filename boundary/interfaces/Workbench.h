@@ -128,6 +128,16 @@ struct IQEvaluator2 : IQEvaluator {
                                   std::string& text) = 0; // 37
 };
 
+// A page of the workbench's status window: rows of two columns.
+struct IQStatusClient : IUnknown {
+    // Rows are built anew at each count; another page has none.
+    virtual HRESULT GetRowCount(const Guid& page, int32_t& count) = 0;                  // 3
+    virtual HRESULT GetRowText(const Guid& page, int32_t index, std::string& text) = 0; // 4
+    virtual HRESULT GetPageInfo(Guid& page, std::string& name, std::string& firstColumn,
+                                std::string& secondColumn, int32_t& firstWidth,
+                                int32_t& secondWidth) = 0; // 5
+};
+
 // Where a session's own evaluator makes itself the one the workbench hands out
 // as IQEvaluator2, in place of the platform's.
 struct IQEvaluatorHost : IUnknown {

@@ -63,6 +63,7 @@ TEST_F(DebuggerState, InitialiseFetchesThenRegistersInOrder)
                        "RegisterService IQRunner",
                        "RegisterService IQSourceManager",
                        "RegisterService IQDebuggerApplicationServer",
+                       "RegisterProvider IQStatusClient",
                    }));
     // The versions point at one face, the first version at the primary one.
     EXPECT_EQ(registry.Service(Ids::IQDebuggerState2), registry.Service(Ids::IQDebuggerState9));
@@ -84,6 +85,7 @@ TEST_F(DebuggerState, TerminateGivesEverythingBackInReverse)
     ASSERT_EQ(state->Terminate(1), S_OK);
     EXPECT_EQ(Since(mark), (CallLog{
                                "Broadcast {4A135B5C-8CD7-11D5-80DB-00C04F68EAD7}",
+                               "UnregisterProvider IQStatusClient",
                                "UnregisterService IQRunner",
                                "UnregisterService IQPCBreakManager",
                                "UnregisterService IQPCBreakManager2",

@@ -46,6 +46,7 @@ std::string IdName(const Guid& id)
         {Ids::IQMemoryManagerCmdLine3, "IQMemoryManagerCmdLine3"},
         {Ids::IQMemoryManagerCmdLine4, "IQMemoryManagerCmdLine4"},
         {Ids::IQMemoryManagerCmdLine5, "IQMemoryManagerCmdLine5"},
+        {Ids::IQStatusClient, "IQStatusClient"},
         {Ids::IQRunner, "IQRunner"},
         {Ids::IQRunner2, "IQRunner2"},
         {Ids::IQRunner3, "IQRunner3"},
