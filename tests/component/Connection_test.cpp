@@ -32,6 +32,24 @@ std::string Sent(const Guid& event)
     return "Broadcast " + event.ToText();
 }
 
+// Each command made at a connection is a provider of both command faces:
+// radix, disconnect and the seven memory commands.
+CallLog CommandRegistrations(const std::string& call)
+{
+    constexpr int kCommands = 9;
+    CallLog calls;
+    for (int i = 0; i < kCommands; ++i) {
+        calls.push_back(call + " {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}");
+        calls.push_back(call + " {76FDAC8B-D0C3-4365-BB64-56412E74A430}");
+    }
+    return calls;
+}
+
+void Append(CallLog& log, const CallLog& more)
+{
+    log.insert(log.end(), more.begin(), more.end());
+}
+
 struct Connection : StateFixture {
     FakeStore store{log};
     RecordingOutput output{log};
@@ -102,39 +120,25 @@ TEST_F(Connection, DriverFailuresReleaseWhatWasMadeBeforeTheMessage)
 TEST_F(Connection, ConnectMakesDriversInOrderAndAnnouncesIt)
 {
     ASSERT_EQ(state->Connect(), S_OK);
-    EXPECT_EQ(Calls(), (CallLog{
-                           "GetProviders {453547D2-008B-44A3-BDF4-48B86CBCFB44}",
-                           Sent(Ids::EVENT_PLATFORM_CHANGED), // the disconnection before a connection
-                           "Create cpu cm3",
-                           "Create target sim",
-                           "SetCpuIdentity 3 7",
-                           Sent(Ids::EVENT_PLATFORM_CHANGED),
-                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                           "RegisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                           "RegisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                           Sent(Ids::EVENT_PLATFORM_CHANGED),
-                           "Debug Connected",
-                           "store FIRST_CONNECTION_TAG=NO",
-                           "store limit=0",
-                           Sent(Ids::EVENT_CONNECTED),
-                           "GetProviders {89194D47-DA5E-40D3-8AC0-661B13DA561D}", // the listeners hear of it
-                           "GetProviders {453547D2-008B-44A3-BDF4-48B86CBCFB44}",
-                       }));
+    CallLog expected{
+        "GetProviders {453547D2-008B-44A3-BDF4-48B86CBCFB44}",
+        Sent(Ids::EVENT_PLATFORM_CHANGED), // the disconnection before a connection
+        "Create cpu cm3",
+        "Create target sim",
+        "SetCpuIdentity 3 7",
+        Sent(Ids::EVENT_PLATFORM_CHANGED),
+    };
+    Append(expected, CommandRegistrations("RegisterProvider"));
+    Append(expected, {
+                         Sent(Ids::EVENT_PLATFORM_CHANGED),
+                         "Debug Connected",
+                         "store FIRST_CONNECTION_TAG=NO",
+                         "store limit=0",
+                         Sent(Ids::EVENT_CONNECTED),
+                         "GetProviders {89194D47-DA5E-40D3-8AC0-661B13DA561D}", // the listeners hear of it
+                         "GetProviders {453547D2-008B-44A3-BDF4-48B86CBCFB44}",
+                     });
+    EXPECT_EQ(Calls(), expected);
     EXPECT_TRUE(state->IsConnected());
     EXPECT_EQ(state->CommandCount(), 9u) << "radix, disconnect and the memory commands exist while connected";
     std::string a, b;
@@ -176,33 +180,17 @@ TEST_F(Connection, DisconnectLetsTheTargetGoBeforeTheCpu)
         log.clear();
         ASSERT_TRUE(state->CanDisconnect());
         state->Disconnect();
-        EXPECT_EQ(Calls(), (CallLog{
-                               control ? "control goodbye" : "core goodbye",
-                               Sent(Ids::EVENT_DISCONNECTED),
-                               "GetProviders {89194D47-DA5E-40D3-8AC0-661B13DA561D}",
-                               "Release target sim",
-                               "Debug Disconnected",
-                               "Release cpu cm3",
-                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                               "UnregisterProvider {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}",
-                               "UnregisterProvider {76FDAC8B-D0C3-4365-BB64-56412E74A430}",
-                               Sent(Ids::EVENT_PLATFORM_CHANGED),
-                           }));
+        CallLog expected{
+            control ? "control goodbye" : "core goodbye",
+            Sent(Ids::EVENT_DISCONNECTED),
+            "GetProviders {89194D47-DA5E-40D3-8AC0-661B13DA561D}",
+            "Release target sim",
+            "Debug Disconnected",
+            "Release cpu cm3",
+        };
+        Append(expected, CommandRegistrations("UnregisterProvider"));
+        expected.push_back(Sent(Ids::EVENT_PLATFORM_CHANGED));
+        EXPECT_EQ(Calls(), expected);
         EXPECT_FALSE(state->IsConnected());
         EXPECT_EQ(state->CommandCount(), 0u);
         EXPECT_EQ(state->GetPlatformName(), "sim") << "the name stays for the next connection";
