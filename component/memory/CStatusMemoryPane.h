@@ -32,13 +32,11 @@ public:
     static std::string AreaRow(const std::string& file, TargetAddress start, TargetAddress end,
                                IQEvaluator2* evaluator);
 
-    CDebuggerState& State() const { return state_; }
-    IQServiceRegistry* Registry() const { return registry_; }
-
 private:
     void BuildRows();
 
-    CDebuggerState& state_;
+    // The programs whose load areas the rows list, once programs can be loaded.
+    [[maybe_unused]] CDebuggerState& state_;
     IQServiceRegistry* registry_;
     std::string pageName_ = "Memory";
     std::string firstColumn_ = "Item";

@@ -151,16 +151,21 @@ HRESULT CVELMemoryManager::GetAreaBounds(uint32_t index, TargetAddress& start, T
 
 // --- caches ----------------------------------------------------------------
 
-void CVELMemoryManager::ClearAllCaches()
+template <class F> void CVELMemoryManager::ForEachCache(F each)
 {
     if (PlainCache != nullptr)
-        PlainCache->Clear();
+        each(*PlainCache);
     for (auto& bySize : SizedCaches) {
         for (auto& cache : bySize) {
             if (cache != nullptr)
-                cache->Clear();
+                each(*cache);
         }
     }
+}
+
+void CVELMemoryManager::ClearAllCaches()
+{
+    ForEachCache([](CCache& cache) { cache.Clear(); });
 }
 
 CCache& CVELMemoryManager::CacheFor(const CMemoryArea& area, AccessSize accessSize, TargetAddress address)
@@ -188,14 +193,7 @@ CCacheMemoryWithSize& CVELMemoryManager::SizedCache(AccessSize size, uint32_t al
 HRESULT CVELMemoryManager::SetCacheEnabled(VariantBool enabled)
 {
     CacheEnabled = enabled;
-    if (PlainCache != nullptr)
-        PlainCache->SetEnabled(enabled);
-    for (auto& bySize : SizedCaches) {
-        for (auto& cache : bySize) {
-            if (cache != nullptr)
-                cache->SetEnabled(enabled);
-        }
-    }
+    ForEachCache([enabled](CCache& cache) { cache.SetEnabled(enabled); });
     return S_OK;
 }
 

@@ -131,6 +131,7 @@ private:
     HRESULT Refresh();
     void LoadAreas();
     void ClearAllCaches();
+    template <class F> void ForEachCache(F each);
     CCache& CacheFor(const CMemoryArea& area, AccessSize accessSize, TargetAddress address);
     CCacheMemoryWithSize& SizedCache(AccessSize size, uint32_t alignment);
     HRESULT ReadPlatform(const WalkChunk& chunk, AccessSize sizedAccess, uint8_t* out);

@@ -81,7 +81,6 @@ void CPDEvaluator::AttachPlatform()
         evalDouble_ = LookUpPlatformFunction<PlatformEvalDoubleFn>(*functions, "EXP_Eval_DOUBLE");
         valueToSymbol_ = LookUpPlatformFunction<PlatformValToSymFn>(*functions, "LOAD_ValToSym");
     }
-    attached_ = true;
     if (host_ != nullptr && host_->SetEvaluator(this) == S_OK)
         inFront_ = true;
 }
@@ -90,7 +89,6 @@ void CPDEvaluator::DetachPlatform()
 {
     // The functions die with the platform.
     ForgetFunctions();
-    attached_ = false;
     LeaveFront();
 }
 

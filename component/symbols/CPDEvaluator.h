@@ -80,7 +80,6 @@ public:
     // in front of the workbench's. At disconnection: the reverse.
     void AttachPlatform();
     void DetachPlatform();
-    bool Attached() const { return attached_; }
 
 private:
     // The shared step of every conversion from text.
@@ -104,6 +103,5 @@ private:
     // Set while this evaluator is the one the host hands out, so that leaving
     // twice never takes away another session's.
     bool inFront_ = false;
-    bool attached_ = false;
     uint64_t serial_;
 };

@@ -1,7 +1,6 @@
 #include "platform/legacy/LegacyFunctions.h"
 
 #include <cstdint>
-#include <limits>
 #include <string>
 
 #include "boundary/interfaces/PlatformFunctions.h"
@@ -87,22 +86,15 @@ bool KnownRadix(int32_t radix)
     return radix == 0 || radix == 2 || radix == 8 || radix == 10 || radix == 16;
 }
 
-// An integer expression in the radix (0: the default, 16) as a 32-bit value:
-// a result fits when it is a 32-bit number either unsigned or signed.
+// An integer expression in the radix (0: the default, 16, which the
+// platform's evaluator keeps) as a 32-bit value, unsigned or signed.
 bool EvaluateInteger(LegacyPlatform& platform, const char* text, int32_t radix, uint32_t& value)
 {
     ExpressionEvaluator& evaluator = platform.Evaluator();
-    uint64_t wide = 0;
-    if (Failed(evaluator.Evaluate(text, radix, wide))) {
+    if (Failed(evaluator.TextToUInt32Radix(text, radix, value))) {
         Refuse(evaluator.LastErrorText());
         return false;
     }
-    const auto signedWide = static_cast<int64_t>(wide);
-    if (wide > 0xFFFFFFFFu && (signedWide >= 0 || signedWide < std::numeric_limits<int32_t>::min())) {
-        Refuse(EvalErrorText(QE_EVAL_TOO_LARGE));
-        return false;
-    }
-    value = static_cast<uint32_t>(wide);
     return true;
 }
 
