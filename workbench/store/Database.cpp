@@ -14,7 +14,8 @@ namespace fs = std::filesystem;
 namespace
 {
 
-constexpr int kBusyWaitMs = 2000;
+// Another process on the same workspace holds the store only for one write.
+constexpr int kBusyWaitMs = 10000;
 
 std::string Quoted(const fs::path& p)
 {
