@@ -240,6 +240,23 @@ TEST(SettingsStore, UnregisterLeavesASuccessorAlone)
               static_cast<IQTargetRegistry*>(&second));
 }
 
+TEST(SettingsStore, BatchListIsChangedWhereItIsStored)
+{
+    SettingsStore store;
+    auto append = [&](const char* entry) {
+        return store.UpdateCommandFiles("w", "p", "s", [&](Variant& files) {
+            Variant list = files.Type() == VT_EMPTY ? Variant::Array(VT_ARRAY_BSTR) : files;
+            list.Elements().push_back(Variant::String(entry));
+            files = list;
+        });
+    };
+    ASSERT_EQ(append("a.qdc"), S_OK);
+    ASSERT_EQ(append("0"), S_OK);
+    Variant files;
+    EXPECT_EQ(store.GetCommandFiles("W", "P", "S", files), S_OK);
+    EXPECT_EQ(files, StringList({"a.qdc", "0"}));
+}
+
 TEST(SettingsStore, InMemoryByChoiceHasNothingToReport)
 {
     SettingsStore store;
