@@ -16,58 +16,43 @@ constexpr Guid kUnknownKey = "{22222222-0000-0000-0000-0000000000FF}"_guid;
 
 using AskMethod = HRESULT (IQUserPromptTable::*)(Guid, const std::string&, VariantBool&);
 
-enum class State { Enabled, Disabled, Unknown };
-
-struct AskCase {
-    const char* name;
-    AskMethod method;
-    State state;
-    VariantBool reply; // what the message box answers
-    HRESULT expected;
-    VariantBool answer;
-    size_t asked;
-};
-
-class PromptAsk : public ::testing::TestWithParam<AskCase>
+TEST(PromptTable, AsksOnlyWhileEnabledAndAnswersYesWhenNot)
 {
-};
-
-TEST_P(PromptAsk, AsksOnlyWhenEnabled)
-{
-    const auto& c = GetParam();
-    RecordingMessageBox box;
-    box.reply = c.reply;
-    UserPromptTableService table(&box);
-    Guid key = kUnknownKey;
-    if (c.state != State::Unknown) {
-        ASSERT_EQ(table.AddPrompt(kOwner, "reload", ToVariantBool(c.state == State::Enabled), key), S_OK);
-    }
-    VariantBool answer = 0x1234;
-    IQUserPromptTable& asInterface = table;
-    EXPECT_EQ((asInterface.*c.method)(key, "Reload the file?", answer), c.expected);
-    EXPECT_EQ(answer, c.answer);
-    ASSERT_EQ(box.questions.size(), c.asked);
-    if (c.asked == 1) {
-        EXPECT_EQ(box.questions[0].text, "Reload the file?");
-        EXPECT_EQ(box.questions[0].defaultAnswer, VARIANT_TRUE);
+    enum class State { Enabled, Disabled, Unknown };
+    struct Case {
+        AskMethod method;
+        State state;
+        VariantBool reply; // what the message box answers
+        HRESULT expected;
+        VariantBool answer;
+    };
+    for (AskMethod method : {&IQUserPromptTable::AskYesNo, &IQUserPromptTable::AskYesNoReload}) {
+        const Case cases[] = {{method, State::Enabled, VARIANT_TRUE, S_OK, VARIANT_TRUE},
+                              {method, State::Enabled, VARIANT_FALSE, S_OK, VARIANT_FALSE},
+                              {method, State::Disabled, VARIANT_FALSE, S_OK, VARIANT_TRUE},
+                              {method, State::Unknown, VARIANT_TRUE, E_FAIL, VARIANT_FALSE}};
+        for (const auto& c : cases) {
+            RecordingMessageBox box;
+            box.reply = c.reply;
+            UserPromptTableService table(&box);
+            Guid key = kUnknownKey;
+            if (c.state != State::Unknown) {
+                ASSERT_EQ(table.AddPrompt(kOwner, "reload", ToVariantBool(c.state == State::Enabled), key),
+                          S_OK);
+            }
+            VariantBool answer = 0x1234;
+            IQUserPromptTable& asInterface = table;
+            EXPECT_EQ((asInterface.*c.method)(key, "Reload the file?", answer), c.expected);
+            EXPECT_EQ(answer, c.answer);
+            const bool asked = c.state == State::Enabled;
+            ASSERT_EQ(box.questions.size(), asked ? 1u : 0u);
+            if (asked) {
+                EXPECT_EQ(box.questions[0].text, "Reload the file?");
+                EXPECT_EQ(box.questions[0].defaultAnswer, VARIANT_TRUE);
+            }
+        }
     }
 }
-
-constexpr AskMethod kAsk = &IQUserPromptTable::AskYesNo;
-constexpr AskMethod kReload = &IQUserPromptTable::AskYesNoReload;
-
-INSTANTIATE_TEST_SUITE_P(
-    PromptTable, PromptAsk,
-    ::testing::Values(
-        AskCase{"EnabledYes", kAsk, State::Enabled, VARIANT_TRUE, S_OK, VARIANT_TRUE, 1},
-        AskCase{"EnabledNo", kAsk, State::Enabled, VARIANT_FALSE, S_OK, VARIANT_FALSE, 1},
-        AskCase{"DisabledAnswersYesUnasked", kAsk, State::Disabled, VARIANT_FALSE, S_OK, VARIANT_TRUE, 0},
-        AskCase{"UnknownKeyFails", kAsk, State::Unknown, VARIANT_TRUE, E_FAIL, VARIANT_FALSE, 0},
-        AskCase{"ReloadEnabledNo", kReload, State::Enabled, VARIANT_FALSE, S_OK, VARIANT_FALSE, 1},
-        AskCase{"ReloadDisabledAnswersYesUnasked", kReload, State::Disabled, VARIANT_FALSE, S_OK,
-                VARIANT_TRUE, 0},
-        AskCase{"ReloadUnknownKeyFails", kReload, State::Unknown, VARIANT_TRUE, E_FAIL, VARIANT_FALSE, 0}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 TEST(PromptTable, KeysAreUniqueAndNeverNull)
 {
