@@ -55,43 +55,28 @@ void Overwrite(const fs::path& file, std::streamoff at, const std::string& bytes
     io << bytes;
 }
 
-TEST(Database, CreatesItsFolderAndFileAtTheCurrentVersion)
+TEST(Database, CreatesItsFolderAndFileAtTheCurrentVersionAndReopensWhatItWrote)
 {
     TempFolder dir;
     const fs::path file = dir / "deep/er/workspace.db";
     std::string error;
-    auto db = Database::Open(file, error);
-    ASSERT_TRUE(db) << error;
-    EXPECT_TRUE(fs::is_regular_file(file));
-    EXPECT_FALSE(db->InMemory());
-    EXPECT_EQ(db->File(), file);
-    EXPECT_EQ(One(*db, "PRAGMA journal_mode"), "wal");
-    EXPECT_EQ(One(*db, "PRAGMA synchronous"), "2"); // full
-    EXPECT_EQ(One(*db, "SELECT version FROM schema_version"), std::to_string(Schema::kCurrentVersion));
-}
-
-TEST(Database, ReopensWhatItWrote)
-{
-    TempFolder dir;
-    std::string error;
     {
-        auto db = Database::Open(dir / "workspace.db", error);
+        auto db = Database::Open(file, error);
         ASSERT_TRUE(db) << error;
+        EXPECT_EQ(db->File(), file);
+        EXPECT_EQ(One(*db, "PRAGMA journal_mode"), "wal");
+        EXPECT_EQ(One(*db, "PRAGMA synchronous"), "2"); // full
         ASSERT_TRUE(db->Execute("INSERT INTO global_value VALUES ('string', 'k', x'01')", error)) << error;
     }
-    auto db = Database::Open(dir / "workspace.db", error);
+    auto db = Database::Open(file, error);
     ASSERT_TRUE(db) << error;
+    EXPECT_FALSE(db->InMemory());
     EXPECT_EQ(One(*db, "SELECT count(*) FROM global_value"), "1");
-}
-
-TEST(Database, InMemoryHasTheSchemaAndNoFile)
-{
-    std::string error;
-    auto db = Database::OpenInMemory(error);
-    ASSERT_TRUE(db) << error;
-    EXPECT_TRUE(db->InMemory());
-    EXPECT_TRUE(db->File().empty());
     EXPECT_EQ(One(*db, "SELECT version FROM schema_version"), std::to_string(Schema::kCurrentVersion));
+    auto memory = Database::OpenInMemory(error);
+    ASSERT_TRUE(memory) << error;
+    EXPECT_TRUE(memory->InMemory());
+    EXPECT_EQ(One(*memory, "SELECT version FROM schema_version"), std::to_string(Schema::kCurrentVersion));
 }
 
 TEST(Database, BringsAVersionOneFileUpToDateKeepingItsValues)
@@ -235,53 +220,25 @@ std::string OpenWithoutRights(const fs::path& file)
     return answer;
 }
 
-struct RightsCase {
-    const char* name;
-    std::function<fs::path(const TempFolder&)> arrange;
-    const char* reason;
-};
-
-class WithoutRights : public ::testing::TestWithParam<RightsCase>
-{
-};
-
-TEST_P(WithoutRights, IsRefusedWithTheReason)
+TEST(Database, WithoutTheRightToWriteIsRefusedWithTheReason)
 {
     TempFolder dir;
     fs::permissions(dir.Path(), fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
                                     fs::perms::others_read | fs::perms::others_exec);
-    const fs::path file = GetParam().arrange(dir);
-    const std::string answer = OpenWithoutRights(file);
-    EXPECT_EQ(answer.rfind("Cannot open the store '" + file.string() + "': ", 0), 0u) << answer;
-    EXPECT_NE(answer.find(GetParam().reason), std::string::npos) << answer;
+    const auto readOnly = fs::perms::owner_read | fs::perms::others_read;
+    fs::create_directories(dir / "locked");
+    fs::permissions(dir / "locked", readOnly | fs::perms::owner_exec | fs::perms::others_exec);
+    {
+        std::string ignored;
+        Database::Open(dir / "ro.db", ignored);
+    }
+    fs::permissions(dir / "ro.db", readOnly);
+    for (const auto& [file, reason] : {std::pair{dir / "locked/workspace.db", "unable to open"},
+                                       std::pair{dir / "ro.db", "cannot be written"}}) {
+        const std::string answer = OpenWithoutRights(file);
+        EXPECT_EQ(answer.rfind("Cannot open the store '" + file.string() + "': ", 0), 0u) << answer;
+        EXPECT_NE(answer.find(reason), std::string::npos) << answer;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Database, WithoutRights,
-                         ::testing::Values(RightsCase{"FolderNotWritable",
-                                                      [](const TempFolder& d) {
-                                                          fs::create_directories(d / "locked");
-                                                          fs::permissions(d / "locked",
-                                                                          fs::perms::owner_read |
-                                                                              fs::perms::owner_exec |
-                                                                              fs::perms::others_read |
-                                                                              fs::perms::others_exec);
-                                                          return d / "locked/workspace.db";
-                                                      },
-                                                      "unable to open"},
-                                           RightsCase{"FileNotWritable",
-                                                      [](const TempFolder& d) {
-                                                          {
-                                                              auto db = [&] {
-                                                                  std::string e;
-                                                                  return Database::Open(d / "ro.db", e);
-                                                              }();
-                                                          }
-                                                          fs::permissions(d / "ro.db",
-                                                                          fs::perms::owner_read |
-                                                                              fs::perms::others_read);
-                                                          return d / "ro.db";
-                                                      },
-                                                      "cannot be written"}),
-                         [](const auto& info) { return std::string(info.param.name); });
 
 } // namespace

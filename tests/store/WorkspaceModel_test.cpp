@@ -172,72 +172,49 @@ TEST(WorkspaceModel, EverythingIsThereWhenTheFolderIsOpenedAgain)
 
 // The file is what it is: a hand edit or another release may leave rows the
 // rules refuse, or a choice that names nothing.
-struct StoredTroubleCase {
-    const char* name;
-    const char* sql;
-    Names projects;
-    ActiveSession active;
-    const char* note;
-};
-
-class StoredTrouble : public ::testing::TestWithParam<StoredTroubleCase>
+TEST(WorkspaceModel, StoredTroubleIsMendedOrLeftOutAndTheRestKept)
 {
-};
-
-TEST_P(StoredTrouble, IsMendedOrLeftOutAndTheRestKept)
-{
-    TempFolder dir;
-    std::string error;
-    {
+    struct Case {
+        const char* sql;
+        Names projects;
+        ActiveSession active;
+        const char* note;
+    };
+    const ActiveSession fallback{"ws", "default", "Debug", "default"},
+        kept{"ws", "Blinky", "Debug", "default"};
+    const Case cases[] = {
+        {"UPDATE active SET project = 'gone'", {"default", "Blinky"}, fallback, ""},
+        {"INSERT INTO project VALUES ('bad' || char(9), 'bad' || char(9))",
+         {"default", "Blinky"},
+         kept,
+         "Left out of the workspace, its name is not usable: project 'bad"},
+        {"INSERT INTO project VALUES ('../x', '../x')", {"default", "Blinky"}, kept, "project '../x'"},
+        {"INSERT INTO session VALUES ('nowhere', 'x', 'x')",
+         {"default", "Blinky"},
+         kept,
+         "session 'x' of project 'nowhere'"},
+        {"DELETE FROM session WHERE project = 'blinky'", {"default", "Blinky"}, fallback, ""},
+        {"DELETE FROM project; DELETE FROM configuration; DELETE FROM session", {"default"}, fallback, ""},
+        {"DELETE FROM configuration", {"default", "Blinky"}, fallback, ""},
+    };
+    for (const auto& c : cases) {
+        TempFolder dir;
+        std::string error;
+        {
+            WorkspaceModel model;
+            ASSERT_TRUE(model.Open(dir / "ws", error)) << error;
+            ASSERT_TRUE(model.AddProject("Blinky", error)) << error;
+            ASSERT_TRUE(model.SetActive("Blinky", "Debug", "default", error)) << error;
+        }
+        ASSERT_TRUE(RawSql(WorkspaceModel::StoreFileOf(dir / "ws"), c.sql));
         WorkspaceModel model;
-        ASSERT_TRUE(model.Open(dir / "ws", error)) << error;
-        ASSERT_TRUE(model.AddProject("Blinky", error)) << error;
-        ASSERT_TRUE(model.SetActive("Blinky", "Debug", "default", error)) << error;
-    }
-    ASSERT_TRUE(RawSql(WorkspaceModel::StoreFileOf(dir / "ws"), GetParam().sql));
-    WorkspaceModel model;
-    EXPECT_TRUE(model.Open(dir / "ws", error));
-    EXPECT_NE(error.find(GetParam().note), std::string::npos) << error;
-    EXPECT_EQ(model.Projects(), GetParam().projects);
-    EXPECT_EQ(model.Active(), GetParam().active);
-    if (GetParam().note[0] == '\0') {
-        EXPECT_EQ(error, "");
+        EXPECT_TRUE(model.Open(dir / "ws", error));
+        EXPECT_EQ(error.empty(), c.note[0] == '\0') << c.sql << ": " << error;
+        EXPECT_NE(error.find(c.note), std::string::npos) << error;
+        EXPECT_EQ(model.Projects(), c.projects) << c.sql;
+        EXPECT_EQ(model.Active(), c.active) << c.sql;
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    WorkspaceModel, StoredTrouble,
-    ::testing::Values(StoredTroubleCase{"ActiveNamesAGoneProject",
-                                        "UPDATE active SET project = 'gone'",
-                                        {"default", "Blinky"},
-                                        ActiveSession{"ws", "default", "Debug", "default"},
-                                        ""},
-                      StoredTroubleCase{"ProjectNameWithAControlCharacter",
-                                        "INSERT INTO project VALUES ('bad' || char(9), 'bad' || char(9))",
-                                        {"default", "Blinky"},
-                                        ActiveSession{"ws", "Blinky", "Debug", "default"},
-                                        "Left out of the workspace, its name is not usable: project 'bad"},
-                      StoredTroubleCase{"SessionOfNoProject",
-                                        "INSERT INTO session VALUES ('nowhere', 'x', 'x')",
-                                        {"default", "Blinky"},
-                                        ActiveSession{"ws", "Blinky", "Debug", "default"},
-                                        "session 'x' of project 'nowhere'"},
-                      StoredTroubleCase{"ActiveProjectLostItsSessions",
-                                        "DELETE FROM session WHERE project = 'blinky'",
-                                        {"default", "Blinky"},
-                                        ActiveSession{"ws", "default", "Debug", "default"},
-                                        ""},
-                      StoredTroubleCase{"EveryProjectGone",
-                                        "DELETE FROM project; DELETE FROM configuration; DELETE FROM session",
-                                        {"default"},
-                                        ActiveSession{"ws", "default", "Debug", "default"},
-                                        ""},
-                      StoredTroubleCase{"NoConfigurationLeftAnywhere",
-                                        "DELETE FROM configuration",
-                                        {"default", "Blinky"},
-                                        ActiveSession{"ws", "default", "Debug", "default"},
-                                        ""}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 TEST(WorkspaceModel, AStoreThatCannotBeUsedLeavesAWorkingWorkspaceInMemory)
 {
