@@ -16,60 +16,93 @@ namespace fs = std::filesystem;
 namespace
 {
 
-// One distinct value for every operation, written in one run and checked in the next.
-void WriteEverything(SettingsStore& store)
+// Every operation's value in a round: 0 gives each its own, awkward ones
+// among them; 1 writes the empty ones over them; -1 is nothing stored.
+std::string Text(const TextOp& op, int round)
+{
+    return round != 0 ? "" : "text of " + std::string(op.name) + std::string("\0\xc3\xa9|<none>", 11);
+}
+int64_t Number(bool flag, size_t i, int round)
+{
+    const int64_t flags[] = {0xFFFF, 0x8000, 1}, numbers[] = {INT32_MIN, INT32_MAX, -1};
+    return round != 0 ? 0 : flag ? flags[i] : numbers[i];
+}
+Variant Value(size_t i, int round)
+{
+    if (round != 0)
+        return round < 0 || i == 0 ? Variant() : Variant::Array(VT_ARRAY_BSTR);
+    const Variant values[] = {
+        StringList({"$PROJ_DIR$\\out\\a.elf", "-1", "elf", "0", "1", "4", "1"}),
+        Variant::Array(VT_ARRAY | VT_VARIANT,
+                       {StringList({"a"}), Variant::Array(VT_ARRAY_UINT, {Variant::UInt(0xFFFFFFFF)})}),
+        Variant::String("x")};
+    return values[i];
+}
+
+void WriteEverything(SettingsStore& store, int round = 0)
 {
     for (auto& op : TextOps())
-        ASSERT_EQ(op.set(store, kKey, std::string("text of ") + op.name), S_OK) << store.LastError();
-    int64_t n = 0xFFFF;
-    for (auto& op : FlagOps())
-        ASSERT_EQ(op.set(store, kKey, n--), S_OK) << store.LastError();
-    n = -1;
-    for (auto& op : IntOps())
-        ASSERT_EQ(op.set(store, kKey, n--), S_OK) << store.LastError();
-    for (auto& op : VariantOps())
-        ASSERT_EQ(op.set(store, kKey, StringList({op.name, "1"})), S_OK) << store.LastError();
+        ASSERT_EQ(op.set(store, kKey, Text(op, round)), S_OK) << store.LastError();
+    for (bool flag : {true, false}) {
+        auto ops = flag ? FlagOps() : IntOps();
+        for (size_t i = 0; i < ops.size(); ++i)
+            ASSERT_EQ(ops[i].set(store, kKey, Number(flag, i, round)), S_OK) << store.LastError();
+    }
+    auto variants = VariantOps();
+    for (size_t i = 0; i < variants.size(); ++i)
+        ASSERT_EQ(variants[i].set(store, kKey, Value(i, round)), S_OK) << store.LastError();
 }
 
-void CheckEverything(SettingsStore& store)
+// Sessions are found without regard to case; `other` checks only the
+// operations kept per session.
+void CheckEverything(SettingsStore& store, int round = 0, const Names& key = kShouted, bool other = false)
 {
+    const HRESULT expected = round < 0 ? S_FALSE : S_OK;
     for (auto& op : TextOps()) {
         std::string out;
-        EXPECT_EQ(op.get(store, kShouted, out), S_OK) << op.name;
-        EXPECT_EQ(out, std::string("text of ") + op.name);
+        if (!other || op.keyedBySession) {
+            EXPECT_EQ(op.get(store, key, out), expected) << op.name;
+            EXPECT_EQ(out, Text(op, round)) << op.name;
+        }
     }
-    int64_t n = 0xFFFF;
-    for (auto& op : FlagOps()) {
-        int64_t out = 0;
-        EXPECT_EQ(op.get(store, kShouted, out), S_OK) << op.name;
-        EXPECT_EQ(out, n--) << op.name;
+    for (bool flag : {true, false}) {
+        auto ops = flag ? FlagOps() : IntOps();
+        for (size_t i = 0; i < ops.size(); ++i) {
+            int64_t out = 0;
+            if (!other || ops[i].keyedBySession) {
+                EXPECT_EQ(ops[i].get(store, key, out), expected) << ops[i].name;
+                EXPECT_EQ(out, Number(flag, i, round)) << ops[i].name;
+            }
+        }
     }
-    n = -1;
-    for (auto& op : IntOps()) {
-        int64_t out = 0;
-        EXPECT_EQ(op.get(store, kShouted, out), S_OK) << op.name;
-        EXPECT_EQ(out, n--) << op.name;
-    }
-    for (auto& op : VariantOps()) {
+    auto variants = VariantOps();
+    for (size_t i = 0; i < variants.size(); ++i) {
         Variant out;
-        EXPECT_EQ(op.get(store, kShouted, out), S_OK) << op.name;
-        EXPECT_EQ(out, StringList({op.name, "1"})) << op.name;
+        EXPECT_EQ(variants[i].get(store, key, out), expected) << variants[i].name;
+        EXPECT_EQ(out, Value(i, round)) << variants[i].name;
+        EXPECT_EQ(out.Type(), Value(i, round).Type()) << variants[i].name;
     }
 }
 
-TEST(StorePersistence, EveryValueIsThereInTheNextRun)
+TEST(StorePersistence, EveryValueReadsBackExactlyAndIsThereInTheNextRun)
 {
     TempFolder dir;
     const fs::path file = dir / "ws/.tessel/workspace.db";
-    {
-        SettingsStore store(file);
-        ASSERT_FALSE(store.InMemory()) << store.LastError();
-        WriteEverything(store);
+    for (int round : {0, 1}) {
+        {
+            SettingsStore store(file);
+            ASSERT_FALSE(store.InMemory()) << store.LastError();
+            if (round == 0)
+                CheckEverything(store, -1, kKey);
+            WriteEverything(store, round);
+            CheckEverything(store, round);
+        }
+        SettingsStore next(file);
+        ASSERT_FALSE(next.InMemory()) << next.LastError();
+        CheckEverything(next, round);
+        CheckEverything(next, -1, kOtherSession, true);
+        EXPECT_EQ(next.LastError(), "");
     }
-    SettingsStore next(file);
-    ASSERT_FALSE(next.InMemory()) << next.LastError();
-    CheckEverything(next);
-    EXPECT_EQ(next.LastError(), "");
 }
 
 // Nothing runs after the kill: no destructor, no close, no checkpoint.
