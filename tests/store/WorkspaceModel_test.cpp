@@ -7,6 +7,7 @@
 
 #include "support/RawSql.h"
 #include "support/TempFolder.h"
+#include "workbench/store/NameRules.h"
 #include "workbench/store/SettingsStore.h"
 #include "workbench/store/WorkspaceModel.h"
 
@@ -68,87 +69,79 @@ TEST(WorkspaceModel, ListsInOrderOfAdditionKeepingTheSpellingAndIgnoringCase)
     EXPECT_EQ(model.Active(), (ActiveSession{"", "Blinky", "Release", "Flash"}));
 }
 
-struct RefusalCase {
-    const char* name;
-    std::function<bool(WorkspaceModel&, std::string&)> attempt;
-    const char* message;
-};
-
-class Refused : public ::testing::TestWithParam<RefusalCase>
+TEST(NameRules, RefuseNamesThatAreEmptyLongBrokenOrHoldControlsOrSeparators)
 {
-};
-
-TEST_P(Refused, SaysWhyAndChangesNothing)
-{
-    WorkspaceModel model;
-    std::string error;
-    ASSERT_TRUE(model.AddProject("Blinky", error));
-    const Names projects = model.Projects(), configurations = model.Configurations("Blinky"),
-                sessions = model.Sessions("Blinky");
-    const ActiveSession active = model.Active();
-    error.clear();
-    EXPECT_FALSE(GetParam().attempt(model, error));
-    EXPECT_EQ(error, GetParam().message);
-    EXPECT_EQ(model.Projects(), projects);
-    EXPECT_EQ(model.Configurations("Blinky"), configurations);
-    EXPECT_EQ(model.Sessions("Blinky"), sessions);
-    EXPECT_EQ(model.Active(), active);
+    const std::string controls = "The x name may not hold control characters",
+                      separators = "The x name may not hold '/' or '\\'",
+                      utf8 = "The x name is not valid UTF-8";
+    const std::pair<std::string, std::string> cases[] = {
+        {"", "A x needs a name"},
+        {"a\tb", controls},
+        {"a\n", controls},
+        {"a\x7f", controls},
+        {"a\xc2\x85", controls},
+        {"\x01", controls},
+        {"../x", separators},
+        {"a\\b", separators},
+        {"..", "The x name may not be '.' or '..'"},
+        {"caf\xc3", utf8},
+        {"\xc0\xaf", utf8},
+        {"\xed\xa0\x80", utf8},
+        {"\xf4\x90\x80\x80", utf8},
+        {std::string(201, 's'), "The x name is too long (201 bytes, at most 200)"},
+        {std::string(200, 's'), ""},
+        {"Flash \xc3\xa9 \xf0\x9f\x94\xa5", ""},
+        {"a.b", ""},
+    };
+    for (const auto& [name, message] : cases) {
+        std::string error;
+        EXPECT_EQ(NameRules::Check("x", name, error), message.empty()) << name;
+        EXPECT_EQ(error, message) << name;
+    }
 }
 
-auto Project(std::string name)
+TEST(WorkspaceModel, RefusalSaysWhyAndChangesNothing)
 {
-    return [name](WorkspaceModel& m, std::string& e) { return m.AddProject(name, e); };
+    using Attempt = std::function<bool(WorkspaceModel&, std::string&)>;
+    const std::pair<Attempt, std::string> cases[] = {
+        {[](auto& m, auto& e) { return m.AddProject("", e); }, "A project needs a name"},
+        {[](auto& m, auto& e) { return m.AddProject("BLINKY", e); },
+         "There is a project named 'BLINKY' already"},
+        {[](auto& m, auto& e) { return m.AddConfiguration("Blinky", "a\x01", e); },
+         "The configuration name may not hold control characters"},
+        {[](auto& m, auto& e) { return m.AddSession("Blinky", "../x", e); },
+         "The session name may not hold '/' or '\\'"},
+        {[](auto& m, auto& e) { return m.AddConfiguration("blinky", "debug", e); },
+         "The project 'Blinky' has a configuration named 'debug' already"},
+        {[](auto& m, auto& e) { return m.AddSession("blinky", "DEFAULT", e); },
+         "The project 'Blinky' has a session named 'DEFAULT' already"},
+        {[](auto& m, auto& e) { return m.AddConfiguration("Nowhere", "Release", e); },
+         "There is no project named 'Nowhere'"},
+        {[](auto& m, auto& e) { return m.AddSession("Nowhere", "Flash", e); },
+         "There is no project named 'Nowhere'"},
+        {[](auto& m, auto& e) { return m.SetActive("Nowhere", "Debug", "default", e); },
+         "There is no project named 'Nowhere'"},
+        {[](auto& m, auto& e) { return m.SetActive("Blinky", "Release", "default", e); },
+         "The project 'Blinky' has no configuration named 'Release'"},
+        {[](auto& m, auto& e) { return m.SetActive("Blinky", "Debug", "Flash", e); },
+         "The project 'Blinky' has no session named 'Flash'"},
+    };
+    for (const auto& [attempt, message] : cases) {
+        WorkspaceModel model;
+        std::string error;
+        ASSERT_TRUE(model.AddProject("Blinky", error));
+        const Names projects = model.Projects(), configurations = model.Configurations("Blinky"),
+                    sessions = model.Sessions("Blinky");
+        const ActiveSession active = model.Active();
+        error.clear();
+        EXPECT_FALSE(attempt(model, error));
+        EXPECT_EQ(error, message);
+        EXPECT_EQ(model.Projects(), projects);
+        EXPECT_EQ(model.Configurations("Blinky"), configurations);
+        EXPECT_EQ(model.Sessions("Blinky"), sessions);
+        EXPECT_EQ(model.Active(), active);
+    }
 }
-auto Configuration(std::string project, std::string name)
-{
-    return [=](WorkspaceModel& m, std::string& e) { return m.AddConfiguration(project, name, e); };
-}
-auto Session(std::string project, std::string name)
-{
-    return [=](WorkspaceModel& m, std::string& e) { return m.AddSession(project, name, e); };
-}
-auto Activate(std::string p, std::string c, std::string s)
-{
-    return [=](WorkspaceModel& m, std::string& e) { return m.SetActive(p, c, s, e); };
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    WorkspaceModel, Refused,
-    ::testing::Values(
-        RefusalCase{"EmptyProject", Project(""), "A project needs a name"},
-        RefusalCase{"TabInProject", Project("a\tb"), "The project name may not hold control characters"},
-        RefusalCase{"NewlineInProject", Project("a\n"), "The project name may not hold control characters"},
-        RefusalCase{"DeleteInProject", Project("a\x7f"), "The project name may not hold control characters"},
-        RefusalCase{"NextLineInProject", Project("a\xc2\x85"),
-                    "The project name may not hold control characters"},
-        RefusalCase{"SameProjectInCapitals", Project("BLINKY"), "There is a project named 'BLINKY' already"},
-        RefusalCase{"EmptyConfiguration", Configuration("Blinky", ""), "A configuration needs a name"},
-        RefusalCase{"ControlInSession", Session("Blinky", "\x01"),
-                    "The session name may not hold control characters"},
-        RefusalCase{"PathInSession", Session("Blinky", "../x"), "The session name may not hold '/' or '\\'"},
-        RefusalCase{"BackslashInSession", Session("Blinky", "a\\b"),
-                    "The session name may not hold '/' or '\\'"},
-        RefusalCase{"DotsForSession", Session("Blinky", ".."), "The session name may not be '.' or '..'"},
-        RefusalCase{"BrokenUtf8InSession", Session("Blinky", "caf\xc3"),
-                    "The session name is not valid UTF-8"},
-        RefusalCase{"OverlongUtf8InSession", Session("Blinky", "\xc0\xaf"),
-                    "The session name is not valid UTF-8"},
-        RefusalCase{"LongSession", Session("Blinky", std::string(5000, 's')),
-                    "The session name is too long (5000 bytes, at most 200)"},
-        RefusalCase{"SameConfiguration", Configuration("blinky", "debug"),
-                    "The project 'Blinky' has a configuration named 'debug' already"},
-        RefusalCase{"SameSession", Session("blinky", "DEFAULT"),
-                    "The project 'Blinky' has a session named 'DEFAULT' already"},
-        RefusalCase{"ConfigurationOfNoProject", Configuration("Nowhere", "Release"),
-                    "There is no project named 'Nowhere'"},
-        RefusalCase{"SessionOfNoProject", Session("Nowhere", "Flash"), "There is no project named 'Nowhere'"},
-        RefusalCase{"ActiveInNoProject", Activate("Nowhere", "Debug", "default"),
-                    "There is no project named 'Nowhere'"},
-        RefusalCase{"ActiveWithNoConfiguration", Activate("Blinky", "Release", "default"),
-                    "The project 'Blinky' has no configuration named 'Release'"},
-        RefusalCase{"ActiveWithNoSession", Activate("Blinky", "Debug", "Flash"),
-                    "The project 'Blinky' has no session named 'Flash'"}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 TEST(WorkspaceModel, EverythingIsThereWhenTheFolderIsOpenedAgain)
 {
