@@ -28,6 +28,8 @@ TEST(WorkspaceModel, ANewFolderGetsTheDefaultProjectConfigurationAndSession)
 {
     TempFolder dir;
     WorkspaceModel model;
+    EXPECT_TRUE(model.InMemory()) << "an unnamed workspace until a folder is opened";
+    EXPECT_EQ(model.Active(), (ActiveSession{"", "default", "Debug", "default"}));
     std::string error;
     ASSERT_TRUE(model.Open(dir / "Motor Control", error)) << error;
     EXPECT_EQ(error, "");
@@ -230,32 +232,6 @@ TEST(WorkspaceModel, AStoreThatCannotBeUsedLeavesAWorkingWorkspaceInMemory)
     SettingsStore store(model.SharedDatabase());
     EXPECT_TRUE(store.InMemory());
     EXPECT_EQ(store.SetPlatform("ws", "Blinky", "default", "sim"), S_OK);
-}
-
-TEST(WorkspaceModel, ItsStoreKeepsTheSessionSettingsInTheSameFile)
-{
-    TempFolder dir;
-    std::string error;
-    {
-        WorkspaceModel model;
-        ASSERT_TRUE(model.Open(dir / "ws", error)) << error;
-        SettingsStore store(model.SharedDatabase());
-        ASSERT_FALSE(store.InMemory());
-        const ActiveSession key = model.Active();
-        ASSERT_EQ(store.SetPlatform(key.workspace, key.project, key.session, "sim"), S_OK);
-    }
-    SettingsStore store(WorkspaceModel::StoreFileOf(dir / "ws"));
-    ASSERT_FALSE(store.InMemory()) << store.LastError();
-    std::string platform;
-    EXPECT_EQ(store.GetPlatform("WS", "Default", "Default", platform), S_OK);
-    EXPECT_EQ(platform, "sim");
-}
-
-TEST(WorkspaceModel, BeforeAnyFolderIsOpenedItIsAnUnnamedWorkspaceInMemory)
-{
-    WorkspaceModel model;
-    EXPECT_TRUE(model.InMemory());
-    EXPECT_EQ(model.Active(), (ActiveSession{"", "default", "Debug", "default"}));
 }
 
 } // namespace

@@ -68,43 +68,25 @@ TEST(PromptTable, KeysAreUniqueAndNeverNull)
     EXPECT_EQ(keys.size(), 300u);
 }
 
-TEST(PromptTable, EnabledStateReadsAsNonZero)
+TEST(PromptTable, EnableListDeleteAndRemoveAllOfOwner)
 {
     RecordingMessageBox box;
     UserPromptTableService table(&box);
-    Guid on, off;
-    table.AddPrompt(kOwner, "on", VARIANT_TRUE, on);
-    table.AddPrompt(kOwner, "off", VARIANT_FALSE, off);
-    EXPECT_EQ(table.IsPromptEnabled(on), 1);
-    EXPECT_EQ(table.IsPromptEnabled(off), 0);
-    EXPECT_EQ(table.IsPromptEnabled(kUnknownKey), 0);
-
-    EXPECT_EQ(table.SetPromptEnabled(on, 0), S_OK);
-    EXPECT_EQ(table.SetPromptEnabled(off, 5), S_OK);
-    EXPECT_EQ(table.IsPromptEnabled(on), 0);
-    EXPECT_EQ(table.IsPromptEnabled(off), 1);
-    EXPECT_EQ(table.SetPromptEnabled(kUnknownKey, 1), E_FAIL);
-}
-
-TEST(PromptTable, BadInputChangesNothing)
-{
-    RecordingMessageBox box;
-    UserPromptTableService table(&box);
-    Guid key = kUnknownKey;
-    EXPECT_EQ(table.AddPrompt(kOwner, "", VARIANT_TRUE, key), E_INVALIDARG);
-    EXPECT_EQ(key, kUnknownKey);
-    EXPECT_EQ(table.DeletePrompt(kUnknownKey), E_FAIL);
-    EXPECT_TRUE(table.List().empty());
-}
-
-TEST(PromptTable, DeleteListAndRemoveAllOfOwner)
-{
-    RecordingMessageBox box;
-    UserPromptTableService table(&box);
-    Guid a, b, c;
+    Guid a, b, c, unchanged = kUnknownKey;
+    EXPECT_EQ(table.AddPrompt(kOwner, "", VARIANT_TRUE, unchanged), E_INVALIDARG);
+    EXPECT_EQ(unchanged, kUnknownKey);
     table.AddPrompt(kOwner, "a", VARIANT_TRUE, a);
     table.AddPrompt(kOtherOwner, "b", VARIANT_FALSE, b);
     table.AddPrompt(kOwner, "c", VARIANT_TRUE, c);
+    EXPECT_EQ(table.IsPromptEnabled(a), 1);
+    EXPECT_EQ(table.IsPromptEnabled(b), 0);
+    EXPECT_EQ(table.IsPromptEnabled(kUnknownKey), 0);
+    EXPECT_EQ(table.SetPromptEnabled(a, 0), S_OK);
+    EXPECT_EQ(table.SetPromptEnabled(b, 5), S_OK);
+    EXPECT_EQ(table.IsPromptEnabled(a), 0);
+    EXPECT_EQ(table.IsPromptEnabled(b), 1) << "any non-zero enables";
+    EXPECT_EQ(table.SetPromptEnabled(kUnknownKey, 1), E_FAIL);
+    EXPECT_EQ(table.SetPromptEnabled(b, 0), S_OK);
 
     const auto list = table.List();
     ASSERT_EQ(list.size(), 3u);
@@ -115,6 +97,7 @@ TEST(PromptTable, DeleteListAndRemoveAllOfOwner)
 
     EXPECT_EQ(table.DeletePrompt(a), S_OK);
     EXPECT_EQ(table.DeletePrompt(a), E_FAIL);
+    EXPECT_EQ(table.DeletePrompt(kUnknownKey), E_FAIL);
     VariantBool answer = VARIANT_TRUE;
     EXPECT_EQ(table.AskYesNo(a, "?", answer), E_FAIL);
     EXPECT_EQ(answer, VARIANT_FALSE);
