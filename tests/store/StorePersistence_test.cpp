@@ -149,70 +149,56 @@ TEST(StorePersistence, AnUnusableFileGivesAClearMessageAndTheStoreWorksInMemory)
 }
 
 // One bad row costs that value only: it reads as empty with a reason, and the
-// values around it read as before.
-TEST(StorePersistence, ADamagedValueReadsAsEmptyWithAReasonAndLeavesTheRestAlone)
-{
-    for (const char* blob : {"x'00ff13a7'", "'hello'"}) {
-        TempFolder dir;
-        const fs::path file = dir / "workspace.db";
-        {
-            SettingsStore store(file);
-            ASSERT_EQ(store.SetModules("w", "p", "s", StringList({"a.elf"})), S_OK);
-            ASSERT_EQ(store.SetPlatform("w", "p", "s", "sim"), S_OK);
-            ASSERT_EQ(store.SetProperty("FIRST_CONNECTION_TAG", "NO", "w", "p", "s"), S_OK);
-        }
-        ASSERT_TRUE(RawSql(file, std::string("UPDATE session_value SET value = ") + blob +
-                                     " WHERE name IN ('Modules', 'Platform')"));
-        SettingsStore store(file);
-        ASSERT_FALSE(store.InMemory()) << store.LastError();
-        Variant modules = StringList({"stale"});
-        EXPECT_EQ(store.GetModules("w", "p", "s", modules), E_FAIL);
-        EXPECT_EQ(modules, Variant());
-        EXPECT_NE(
-            store.LastError().find("setting 'Modules' of session w/p/s is damaged (not a stored value)"),
-            std::string::npos)
-            << store.LastError();
-        std::string text = "stale";
-        EXPECT_EQ(store.GetPlatform("w", "p", "s", text), E_FAIL);
-        EXPECT_EQ(text, "");
-        EXPECT_EQ(store.GetProperty("FIRST_CONNECTION_TAG", "w", "p", "s", text), S_OK);
-        EXPECT_EQ(text, "NO");
-        // A damaged value is overwritten like any other.
-        EXPECT_EQ(store.SetModules("w", "p", "s", Variant::Array(VT_ARRAY_BSTR)), S_OK);
-        EXPECT_EQ(store.GetModules("w", "p", "s", modules), S_OK);
-        EXPECT_EQ(modules, Variant::Array(VT_ARRAY_BSTR));
-    }
-}
-
-// A text or a number is read back only as what it was written as; the lists
-// keep whatever Variant they are given.
-TEST(StorePersistence, AValueOfAnotherKindReadsAsEmptyWhereAKindIsFixed)
+// values around it read as before. A text or a number is read back only as
+// what it was written as; the lists keep whatever Variant they are given.
+TEST(StorePersistence, ADamagedValueOrOneOfAnotherKindReadsAsEmptyAndLeavesTheRestAlone)
 {
     TempFolder dir;
     const fs::path file = dir / "workspace.db";
     {
         SettingsStore store(file);
+        ASSERT_EQ(store.SetModules("w", "p", "s", StringList({"a.elf"})), S_OK);
+        ASSERT_EQ(store.SetNoAutoConnect("w", "p", "s", VARIANT_TRUE), S_OK);
         ASSERT_EQ(store.SetDownloadAfterBuild("w", "p", "s", VARIANT_TRUE), S_OK);
         ASSERT_EQ(store.SetPlatform("w", "p", "s", "sim"), S_OK);
         ASSERT_EQ(store.SetCommandFiles("w", "p", "s", StringList({"a.cmd", "1"})), S_OK);
+        ASSERT_EQ(store.SetProperty("FIRST_CONNECTION_TAG", "NO", "w", "p", "s"), S_OK);
     }
-    // UInt(0x10000) for the flag; an empty list of strings for the others.
-    ASSERT_TRUE(
-        RawSql(file, "UPDATE session_value SET value = x'5456011702808004' WHERE name = 'DownloadAfterBuild';"
-                     "UPDATE session_value SET value = x'545601884000' WHERE name <> 'DownloadAfterBuild'"));
+    // Random bytes, a text for a blob, UInt(0x10000) for a flag, empty lists of strings.
+    ASSERT_TRUE(RawSql(
+        file, "UPDATE session_value SET value = x'00ff13a7' WHERE name = 'Modules';"
+              "UPDATE session_value SET value = 'hello' WHERE name = 'NoAutoConnect';"
+              "UPDATE session_value SET value = x'5456011702808004' WHERE name = 'DownloadAfterBuild';"
+              "UPDATE session_value SET value = x'545601884000' WHERE name IN ('Platform', 'CommandFiles')"));
     SettingsStore store(file);
+    ASSERT_FALSE(store.InMemory()) << store.LastError();
+    Variant modules = StringList({"stale"});
+    EXPECT_EQ(store.GetModules("w", "p", "s", modules), E_FAIL);
+    EXPECT_EQ(modules, Variant());
+    EXPECT_NE(store.LastError().find("setting 'Modules' of session w/p/s is damaged (not a stored value)"),
+              std::string::npos)
+        << store.LastError();
     VariantBool flag = VARIANT_TRUE;
+    EXPECT_EQ(store.GetNoAutoConnect("w", "p", "s", flag), E_FAIL);
+    EXPECT_EQ(flag, VARIANT_FALSE);
+    flag = VARIANT_TRUE;
     EXPECT_EQ(store.GetDownloadAfterBuild("w", "p", "s", flag), E_FAIL);
-    EXPECT_EQ(flag, 0);
+    EXPECT_EQ(flag, VARIANT_FALSE);
     EXPECT_NE(store.LastError().find("not a number of its kind"), std::string::npos) << store.LastError();
-    std::string platform = "stale";
-    EXPECT_EQ(store.GetPlatform("w", "p", "s", platform), E_FAIL);
-    EXPECT_EQ(platform, "");
+    std::string text = "stale";
+    EXPECT_EQ(store.GetPlatform("w", "p", "s", text), E_FAIL);
+    EXPECT_EQ(text, "");
     EXPECT_NE(store.LastError().find("setting 'Platform' of session w/p/s is not a text"), std::string::npos)
         << store.LastError();
     Variant files;
     EXPECT_EQ(store.GetCommandFiles("w", "p", "s", files), S_OK);
     EXPECT_EQ(files, Variant::Array(VT_ARRAY_BSTR));
+    EXPECT_EQ(store.GetProperty("FIRST_CONNECTION_TAG", "w", "p", "s", text), S_OK);
+    EXPECT_EQ(text, "NO");
+    // A damaged value is overwritten like any other.
+    EXPECT_EQ(store.SetModules("w", "p", "s", Variant::Array(VT_ARRAY_BSTR)), S_OK);
+    EXPECT_EQ(store.GetModules("w", "p", "s", modules), S_OK);
+    EXPECT_EQ(modules, Variant::Array(VT_ARRAY_BSTR));
 }
 
 } // namespace
