@@ -98,45 +98,45 @@ TEST(MessageLoopTimers, FireOnSchedule)
     }
 }
 
-TEST(MessageLoopTimers, CallbackMayStopItsOwnTimer)
-{
+struct MessageLoopTimer : ::testing::Test {
     FakeClock clock;
-    MessageLoop loop(clock.AsClock());
+    MessageLoop loop{clock.AsClock()};
+    void Pass(std::chrono::milliseconds time)
+    {
+        clock.Advance(time);
+        loop.RunUntilIdle();
+    }
+};
+
+TEST_F(MessageLoopTimer, CallbackMayStopItsOwnTimer)
+{
     int fired = 0;
     loop.StartTimer(7, 10, [&] {
         if (++fired == 2) {
             EXPECT_TRUE(loop.StopTimer(7));
         }
     });
-    for (int i = 0; i < 4; ++i) {
-        clock.Advance(10ms);
-        loop.RunUntilIdle();
-    }
+    for (int i = 0; i < 4; ++i)
+        Pass(10ms);
     EXPECT_EQ(fired, 2);
     EXPECT_FALSE(loop.HasTimer(7));
     EXPECT_FALSE(loop.StopTimer(7));
 }
 
-TEST(MessageLoopTimers, StartingAgainRestartsWithTheNewInterval)
+TEST_F(MessageLoopTimer, StartingAgainRestartsWithTheNewInterval)
 {
-    FakeClock clock;
-    MessageLoop loop(clock.AsClock());
     std::vector<std::string> log;
     loop.StartTimer(3, 100, [&] { log.push_back("old"); });
     clock.Advance(90ms);
     loop.StartTimer(3, 50, [&] { log.push_back("new"); });
-    clock.Advance(10ms);
-    loop.RunUntilIdle();
+    Pass(10ms);
     EXPECT_TRUE(log.empty());
-    clock.Advance(40ms);
-    loop.RunUntilIdle();
+    Pass(40ms);
     EXPECT_EQ(log, (std::vector<std::string>{"new"}));
 }
 
-TEST(MessageLoopTimers, NextDelayFollowsTheEarliestTimer)
+TEST_F(MessageLoopTimer, NextDelayFollowsTheEarliestTimerAndRunOnceDoesNotWaitForADueOne)
 {
-    FakeClock clock;
-    MessageLoop loop(clock.AsClock());
     EXPECT_FALSE(loop.NextTimerDelay().has_value());
     loop.StartTimer(1, 300, [] {});
     loop.StartTimer(2, 120, [] {});
@@ -145,17 +145,9 @@ TEST(MessageLoopTimers, NextDelayFollowsTheEarliestTimer)
     EXPECT_EQ(loop.NextTimerDelay(), 20ms);
     clock.Advance(50ms);
     EXPECT_EQ(loop.NextTimerDelay(), 0ms);
+    EXPECT_EQ(loop.RunOnce(10s), 1u);
     EXPECT_FALSE(loop.StartTimer(5, 10, {}));
     EXPECT_FALSE(loop.HasTimer(5));
-}
-
-TEST(MessageLoopTimers, RunOnceRunsADueTimerWithoutWaiting)
-{
-    FakeClock clock;
-    MessageLoop loop(clock.AsClock());
-    loop.StartTimer(1, 50, [] {});
-    clock.Advance(50ms);
-    EXPECT_EQ(loop.RunOnce(10s), 1u);
 }
 
 } // namespace
