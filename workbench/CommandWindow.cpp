@@ -114,8 +114,7 @@ bool CommandWindow::PushBatch(std::unique_ptr<BatchReader> batch)
     if (batches_.size() >= kMaxBatchDepth) {
         Fail("Batch files nested too deeply (more than " + std::to_string(kMaxBatchDepth) +
              "): " + batch->Name());
-        if (batch->Announce())
-            registry_.Broadcast(Event{Ids::EVENT_BATCH_FINISHED, 0});
+        Abandon(*batch);
         StopBatches();
         return false;
     }
@@ -186,10 +185,21 @@ bool CommandWindow::TakeStartedBatches()
     // Files one call started run in the order they were handed over.
     auto started = std::move(started_);
     started_.clear();
-    for (auto it = started.rbegin(); it != started.rend(); ++it)
-        if (!PushBatch(std::move(*it)))
+    for (auto it = started.rbegin(); it != started.rend(); ++it) {
+        if (!PushBatch(std::move(*it))) {
+            while (++it != started.rend())
+                Abandon(**it);
             return false;
+        }
+    }
     return true;
+}
+
+void CommandWindow::Abandon(const BatchReader& batch)
+{
+    // Whoever started it counts on hearing of its end, run or not.
+    if (batch.Announce())
+        registry_.Broadcast(Event{Ids::EVENT_BATCH_FINISHED, 0});
 }
 
 bool CommandWindow::NextBatchLine(std::string& line)
@@ -231,7 +241,10 @@ void CommandWindow::EndBatch()
 
 void CommandWindow::StopBatches(bool report)
 {
+    auto started = std::move(started_);
     started_.clear();
+    for (const auto& batch : started)
+        Abandon(*batch);
     while (!batches_.empty()) {
         BatchReader& batch = *batches_.back();
         if (report)

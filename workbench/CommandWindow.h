@@ -86,6 +86,7 @@ private:
     std::vector<Client> Clients() const;
     void StopBatches(bool report = true);
     bool PushBatch(std::unique_ptr<BatchReader> batch);
+    void Abandon(const BatchReader& batch);
 
     ServiceRegistry& registry_;
     MessageLoop& loop_;

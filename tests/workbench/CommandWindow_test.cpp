@@ -169,16 +169,23 @@ TEST_F(CommandWindowTest, CommandStillContinuingEndsWithItsBatch)
 TEST_F(CommandWindowTest, ServiceBatchesRunInOrderBeforeTheNextLineAndAnnounceTheirEnd)
 {
     std::string first = Batch("first.qdc", "md 1\n"), second = Batch("second.qdc", "md 2\n");
+    ScriptedCommand::Answer goAnswer;
     go.answer = [&](const std::string&) {
         EXPECT_EQ(window.RunBatchFile(first), S_OK);
         EXPECT_EQ(window.RunBatchFile(second), S_OK);
         EXPECT_EQ(window.RunBatchFile(dir + "/missing.qdc"), E_FAIL);
-        return ScriptedCommand::Answer{};
+        return goAnswer;
     };
     window.SubmitSequence("go; md 3");
     workbench.Loop().RunUntilIdle();
     EXPECT_EQ(display.lines, (std::vector<std::string>{"md 1", "md 2", "md 3"}));
     EXPECT_EQ(events, (std::vector<std::string>{"batch:0", "batch:0"}));
+
+    display.lines.clear();
+    goAnswer = {"Target lost", E_FAIL};
+    ASSERT_TRUE(window.SubmitBatchFile(Batch("outer.qdc", "go\nmd never\n")));
+    EXPECT_TRUE(display.lines.empty());
+    EXPECT_EQ(events.size(), 4u) << "a batch stopped before it ran is announced too";
 }
 
 TEST_F(CommandWindowTest, QuitEndsEveryBatchAndEveryWaitingLine)
