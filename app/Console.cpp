@@ -139,7 +139,7 @@ int RunConsole(const ConsoleOptions& options, const std::string& programPath, st
     ComponentLibrary library;
     std::string error;
     if (!library.Load(path, error)) {
-        err << error << "\n";
+        err << "Error: " << error << "\n";
         return 1;
     }
     int32_t major = 0, minor = 0;
@@ -166,12 +166,12 @@ int RunConsole(const ConsoleOptions& options, const std::string& programPath, st
     }
     WorkspaceSession workspace(workbench.Registry(), err);
     if (!workspace.Open(options.session, DirectoryOf(programPath), error)) {
-        err << error << "\n";
+        err << "Error: " << error << "\n";
         return 1;
     }
     DebuggerInstance instance(library, workbench.Registry(), kFirstInstance);
     if (!instance.Start(error)) {
-        err << error << "\n";
+        err << "Error: " << error << "\n";
         return 1;
     }
     const bool echo = scripted || !interactive;

@@ -117,7 +117,7 @@ TEST(Console, RunsAnswerWithTheirOutputAndExitStatus)
          conn + "> disconnect\nDisconnected\n> connect\n" + conn +
              "> help help\nhelp [<command>]\nDisconnected\n"},
         {"session name with a separator", "--session ../x -c ''", "", 1,
-         "The session name may not hold '/' or '\\'\n"},
+         "Error: The session name may not hold '/' or '\\'\n"},
         {"bad timing", "--batch-at lunchtime boot.qdc", "", 2,
          "Unknown timing: lunchtime (use 0 to 3, connection, before-download, after-download or "
          "after-reset)\n"},
@@ -147,7 +147,7 @@ TEST(Console, UnloadableComponentGivesAMessageAndAFailure)
     ConsoleOptions options;
     options.componentPath = "/nonexistent/libtessel-debugger.so";
     EXPECT_EQ(RunConsole(options, "/x/tessel", in, out, err, false), 1);
-    EXPECT_EQ(err.str().rfind("Cannot load component /nonexistent/libtessel-debugger.so", 0), 0u)
+    EXPECT_EQ(err.str().rfind("Error: Cannot load component /nonexistent/libtessel-debugger.so", 0), 0u)
         << err.str();
 }
 
