@@ -6,6 +6,7 @@
 
 #include "app/ComponentLibrary.h"
 #include "app/DebuggerInstance.h"
+#include "app/HeldOutput.h"
 #include "app/PlatformHost.h"
 #include "app/ReadlineShell.h"
 #include "boundary/Ids.h"
@@ -39,7 +40,8 @@ const char* kUsage =
     "  --hold-memory-until-batch yes|no\n"
     "                               keep target memory closed to views until the connection\n"
     "                               batch has run (the batch's own commands reach it)\n"
-    "Exit status: 0 when every command succeeded, 1 when one failed.\n";
+    "Exit status: 1 when anything was reported as an error (a line starting \"Error: \"), else 0;\n"
+    "2 for a bad command line.\n";
 
 // Runs the loop until every queued line has run. A command that waits for the
 // target keeps the window pending; the loop goes on until its text arrives.
@@ -112,12 +114,13 @@ bool ParseConsoleArguments(const std::vector<std::string>& args, ConsoleOptions&
         } else if (a == "-c") {
             if (!value(i, options.commands))
                 return false;
+            options.hasCommands = true;
         } else {
             error = "Unknown option: " + a;
             return false;
         }
     }
-    if (!options.batchFile.empty() && !options.commands.empty()) {
+    if (!options.batchFile.empty() && options.hasCommands) {
         error = "Options --batch and -c cannot be used together";
         return false;
     }
@@ -136,7 +139,7 @@ int RunConsole(const ConsoleOptions& options, const std::string& programPath, st
     ComponentLibrary library;
     std::string error;
     if (!library.Load(path, error)) {
-        err << error << "\n";
+        err << "Error: " << error << "\n";
         return 1;
     }
     int32_t major = 0, minor = 0;
@@ -149,9 +152,12 @@ int RunConsole(const ConsoleOptions& options, const std::string& programPath, st
         return 0;
     }
 
-    const bool scripted = !options.batchFile.empty() || !options.commands.empty();
+    const bool scripted = !options.batchFile.empty() || options.hasCommands;
     const bool asking = interactive && !scripted;
-    Workbench workbench(out, asking ? &in : nullptr, asking);
+    // At a prompt, text waits for the shell to print it above the typed line.
+    HeldOutput held;
+    std::ostream heldStream(&held);
+    Workbench workbench(asking ? heldStream : out, asking ? &in : nullptr, asking, {}, &out);
     PlatformHost platforms(workbench.Registry());
     if (options.listPlatforms) {
         for (const auto& platform : platforms.Names())
@@ -160,12 +166,12 @@ int RunConsole(const ConsoleOptions& options, const std::string& programPath, st
     }
     WorkspaceSession workspace(workbench.Registry(), err);
     if (!workspace.Open(options.session, DirectoryOf(programPath), error)) {
-        err << error << "\n";
+        err << "Error: " << error << "\n";
         return 1;
     }
     DebuggerInstance instance(library, workbench.Registry(), kFirstInstance);
     if (!instance.Start(error)) {
-        err << error << "\n";
+        err << "Error: " << error << "\n";
         return 1;
     }
     const bool echo = scripted || !interactive;
@@ -176,30 +182,31 @@ int RunConsole(const ConsoleOptions& options, const std::string& programPath, st
     int status = 0;
     if (scripted) {
         if (!options.batchFile.empty() && !window.SubmitBatchFile(options.batchFile)) {
-            err << "Cannot open batch file: " << options.batchFile << "\n";
+            err << "Error: Cannot open batch file: " << options.batchFile << "\n";
             status = 1;
         }
         if (!options.commands.empty())
             window.SubmitSequence(options.commands);
         RunUntilIdle(workbench);
     } else if (interactive) {
-        out << name << " " << major << "." << minor
+        out << held.Take() << name << " " << major << "." << minor
             << ". Type \"help\" for the commands, \"quit\" to leave.\n";
-        ReadlineShell shell(workbench, workspace.HistoryFile());
+        ReadlineShell shell(workbench, held, workspace.HistoryFile());
         shell.Run();
     } else {
         // Lines from a pipe: shown with their text, as a transcript.
         std::string line;
-        while (std::getline(in, line)) {
+        while (!window.QuitRequested() && std::getline(in, line)) {
             if (line == "quit" || line == "exit")
                 break;
             window.Submit(line);
             RunUntilIdle(workbench);
         }
     }
-    if (window.Failures() > 0)
+    if (window.Failures() > 0 || workbench.Messages().Errors() > 0 || workspace.Problems() > 0)
         status = 1;
     instance.CloseSession();
     instance.Stop();
+    out << held.Take();
     return status;
 }

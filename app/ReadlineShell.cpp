@@ -10,6 +10,7 @@
 #include <cstring>
 #include <vector>
 
+#include "app/HeldOutput.h"
 #include "workbench/Workbench.h"
 
 namespace
@@ -25,8 +26,8 @@ constexpr int kHistoryLength = 1000;
 
 } // namespace
 
-ReadlineShell::ReadlineShell(Workbench& workbench, std::string historyFile)
-    : workbench_(workbench), historyFile_(std::move(historyFile))
+ReadlineShell::ReadlineShell(Workbench& workbench, HeldOutput& output, std::string historyFile)
+    : workbench_(workbench), output_(output), historyFile_(std::move(historyFile))
 {
     g_shell = this;
     g_workbench = &workbench_;
@@ -57,13 +58,11 @@ void ReadlineShell::OnLine(char* line)
     }
     std::string text(line);
     std::free(line);
-    if (text == "quit" || text == "exit") {
-        *g_done = true;
-        return;
-    }
     if (text.find_first_not_of(" \t") != std::string::npos)
         add_history(text.c_str());
     g_workbench->Commands().Submit(text);
+    if (g_workbench->Commands().QuitRequested())
+        *g_done = true;
 }
 
 char* ReadlineShell::NextCompletion(const char* text, int state)
@@ -104,6 +103,9 @@ void ReadlineShell::Run()
         if (n > 0 && (fds[0].revents & (POLLIN | POLLHUP)))
             rl_callback_read_char();
         workbench_.Loop().RunUntilIdle();
+        if (workbench_.Commands().QuitRequested())
+            done_ = true;
+        ShowOutput();
         std::string now = workbench_.Commands().Prompt();
         if (now != prompt) {
             prompt = now;
@@ -111,5 +113,31 @@ void ReadlineShell::Run()
             rl_redisplay();
         }
     }
+    ShowOutput();
     rl_callback_handler_remove();
+}
+
+void ReadlineShell::ShowOutput()
+{
+    std::string text = output_.Take();
+    if (text.empty())
+        return;
+    // The prompt and the typed line are put aside, the text goes where they
+    // stood, and both are drawn again below it.
+    const int point = rl_point;
+    char* typed = rl_copy_text(0, rl_end);
+    rl_save_prompt();
+    rl_replace_line("", 0);
+    rl_redisplay();
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    // A line the target has not finished shows now; the prompt goes below it.
+    if (text.back() != '\n')
+        std::fputc('\n', stdout);
+    std::fflush(stdout);
+    rl_restore_prompt();
+    rl_replace_line(typed != nullptr ? typed : "", 0);
+    std::free(typed);
+    rl_point = point;
+    rl_on_new_line();
+    rl_redisplay();
 }

@@ -46,11 +46,15 @@ bool WorkspaceSession::Open(const SessionOptions& options, const std::string& in
     std::error_code ec;
     fs::path folder = options.workspace.empty() ? fs::current_path(ec) : fs::absolute(options.workspace, ec);
     std::string problem;
-    if (!model_.Open(folder, problem))
+    if (!model_.Open(folder, problem)) {
         err_ << "Error: " << problem << "\n";
+        ++problems_;
+    }
     store_ = std::make_unique<SettingsStore>(model_.SharedDatabase());
-    if (!store_->LastError().empty() && model_.SharedDatabase() != nullptr)
+    if (!store_->LastError().empty() && model_.SharedDatabase() != nullptr) {
         err_ << "Error: " << store_->LastError() << "\n";
+        ++problems_;
+    }
     store_->Register(registry_);
     info_ = std::make_unique<WorkspaceInfoService>(model_, installDirectory);
     registry_.RegisterService(Ids::IQWorkspaceInfo, static_cast<IQWorkspaceInfo*>(info_.get()));
@@ -77,16 +81,18 @@ bool WorkspaceSession::Open(const SessionOptions& options, const std::string& in
         return false;
     }
     if (!options.batches.empty()) {
-        Variant stored;
-        store_->GetCommandFiles(key.workspace, key.project, key.session, stored);
-        auto records = CComUtils::VariantToRecords(stored, 2);
-        for (const auto& [timing, file] : options.batches) {
-            std::vector<std::string> record{fs::absolute(file, ec).string(), std::to_string(timing)};
-            if (std::find(records.begin(), records.end(), record) == records.end())
-                records.push_back(record);
-        }
-        if (Failed(store_->SetCommandFiles(key.workspace, key.project, key.session,
-                                           CComUtils::RecordsToVariant(records)))) {
+        // Kept as given: a placeholder such as $(WORKSPDIR) is expanded at each use.
+        HRESULT hr =
+            store_->UpdateCommandFiles(key.workspace, key.project, key.session, [&](Variant& stored) {
+                auto records = CComUtils::VariantToRecords(stored, 2);
+                for (const auto& [timing, file] : options.batches) {
+                    std::vector<std::string> record{file, std::to_string(timing)};
+                    if (std::find(records.begin(), records.end(), record) == records.end())
+                        records.push_back(record);
+                }
+                stored = CComUtils::RecordsToVariant(records);
+            });
+        if (Failed(hr)) {
             error = "Cannot store the batch files: " + store_->LastError();
             return false;
         }

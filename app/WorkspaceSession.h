@@ -35,6 +35,8 @@ public:
     // memory; a bad option value gives false with a message.
     bool Open(const SessionOptions& options, const std::string& installDirectory, std::string& error);
     ActiveSession Key() const { return model_.Active(); }
+    // Problems reported while opening: a store that could not be used.
+    int Problems() const { return problems_; }
     // Where the console keeps its history: in the workspace.
     std::string HistoryFile() const;
 
@@ -47,4 +49,5 @@ private:
     WorkspaceModel model_;
     std::unique_ptr<SettingsStore> store_;
     std::unique_ptr<WorkspaceInfoService> info_;
+    int problems_ = 0;
 };

@@ -23,6 +23,9 @@ HRESULT CommandRecorder::LogCommand(const std::string& text)
     if (text.empty())
         return E_INVALIDARG;
     try {
+        // Dropped a block at a time, so each line costs the same on average.
+        if (lines_.size() >= 2 * kKept)
+            lines_.erase(lines_.begin(), lines_.end() - kKept);
         lines_.push_back(text);
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;

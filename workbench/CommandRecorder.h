@@ -6,7 +6,8 @@
 #include "boundary/interfaces/Workbench.h"
 
 // The command log: what the user did, written as the commands that do it.
-// Kept in memory and, when a sink is set, written there line by line.
+// Written to the sink, when one is set, line by line; memory keeps only the
+// latest lines, so that a long batch runs in flat memory.
 class CommandRecorder final : public IQCommandRecorder
 {
 public:
@@ -25,7 +26,10 @@ public:
     void SetLogging(bool on) { logging_ = on; }
     // Null stops writing; the stream must outlive the recorder or be unset first.
     void SetSink(std::ostream* sink) { sink_ = sink; }
+    // The latest lines, oldest first: at least the last kKept of them.
     const std::vector<std::string>& Lines() const { return lines_; }
+
+    static constexpr size_t kKept = 1000;
 
 private:
     bool logging_ = true;

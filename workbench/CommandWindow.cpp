@@ -1,15 +1,17 @@
 #include "workbench/CommandWindow.h"
 
 #include <algorithm>
-#include <fstream>
+#include <iterator>
 #include <ostream>
 #include <strings.h>
 
 #include "boundary/ComUtils.h"
 #include "boundary/Ids.h"
+#include "boundary/ScopeGuard.h"
 #include "workbench/CommandHelpService.h"
 #include "workbench/MessageLoop.h"
 #include "workbench/ServiceRegistry.h"
+#include "workbench/TerminalText.h"
 
 namespace
 {
@@ -33,6 +35,12 @@ std::string Trim(const std::string& s)
     while (last > first && IsBlank(s[last - 1]))
         --last;
     return s.substr(first, last - first);
+}
+
+// `word` begins `name` and is shorter.
+bool IsPrefix(const std::string& word, const std::string& name)
+{
+    return name.size() > word.size() && strncasecmp(name.c_str(), word.c_str(), word.size()) == 0;
 }
 
 std::string Hex(HRESULT hr)
@@ -76,48 +84,47 @@ HRESULT CommandWindow::RunBatchFile(const std::string& path)
 {
     // The caller counts the batch as started only on success, so refuse here
     // what cannot be read rather than later.
-    std::ifstream probe(path);
-    if (!probe)
+    auto batch = BatchReader::Open(path, true);
+    if (!batch)
         return E_FAIL;
-    loop_.PostTask([this, path] {
-        if (!SubmitBatchFile(path))
-            ShowError("Cannot open batch file: " + path);
-    });
-    return S_OK;
-}
-
-bool CommandWindow::QueueBatch(const std::string& path, bool atFront)
-{
-    std::ifstream in(path);
-    if (!in)
-        return false;
-    std::vector<Item> items;
-    int batch = nextBatch_++;
-    std::string line;
-    int number = 0;
-    while (std::getline(in, line)) {
-        ++number;
-        items.push_back(Item{line, batch, number, false, path});
+    if (batches_.size() + started_.size() >= kMaxBatchDepth) {
+        Fail("Batch files nested too deeply (more than " + std::to_string(kMaxBatchDepth) + "): " + path);
+        StopBatches();
+        return E_FAIL;
     }
-    items.push_back(Item{"", batch, number, true, path});
-    if (atFront)
-        queue_.insert(queue_.begin(), items.begin(), items.end());
-    else
-        queue_.insert(queue_.end(), items.begin(), items.end());
-    return true;
+    started_.push_back(std::move(batch));
+    // Inside a line's run the running pump takes it up next; otherwise later.
+    if (!pumping_)
+        loop_.PostTask([this] { Pump(); });
+    return S_OK;
 }
 
 bool CommandWindow::SubmitBatchFile(const std::string& path)
 {
-    if (!QueueBatch(path, false))
+    auto batch = BatchReader::Open(path, false);
+    if (!batch)
         return false;
+    PushBatch(std::move(batch));
     Pump();
+    return true;
+}
+
+bool CommandWindow::PushBatch(std::unique_ptr<BatchReader> batch)
+{
+    if (batches_.size() >= kMaxBatchDepth) {
+        Fail("Batch files nested too deeply (more than " + std::to_string(kMaxBatchDepth) +
+             "): " + batch->Name());
+        Abandon(*batch);
+        StopBatches();
+        return false;
+    }
+    batches_.push_back(std::move(batch));
     return true;
 }
 
 void CommandWindow::Submit(const std::string& line)
 {
-    queue_.push_back(Item{line, 0, 0, false, {}});
+    typed_.push_back(line);
     Pump();
 }
 
@@ -128,7 +135,7 @@ void CommandWindow::SubmitSequence(const std::string& lines)
     bool brace = false;
     for (char c : lines) {
         if (quote == 0 && !brace && c == ';') {
-            queue_.push_back(Item{current, 0, 0, false, {}});
+            typed_.push_back(current);
             current.clear();
             continue;
         }
@@ -142,7 +149,7 @@ void CommandWindow::SubmitSequence(const std::string& lines)
             brace = false;
         current += c;
     }
-    queue_.push_back(Item{current, 0, 0, false, {}});
+    typed_.push_back(current);
     Pump();
 }
 
@@ -152,46 +159,133 @@ void CommandWindow::Pump()
     // outer call, so lines never run inside each other.
     if (pumping_)
         return;
-    pumping_ = true;
-    while (!pending_ && !queue_.empty()) {
-        Item item = queue_.front();
-        queue_.pop_front();
-        RunItem(item);
+    ScopedValue pumping(pumping_, true);
+    while (!pending_ && !quit_) {
+        if (!TakeStartedBatches())
+            continue;
+        std::string line;
+        if (!batches_.empty()) {
+            if (NextBatchLine(line)) {
+                fromBatch_ = true;
+                RunItem(line);
+            }
+            continue;
+        }
+        if (typed_.empty())
+            break;
+        line = std::move(typed_.front());
+        typed_.pop_front();
+        fromBatch_ = false;
+        RunItem(line);
     }
-    pumping_ = false;
 }
 
-void CommandWindow::RunItem(const Item& item)
+bool CommandWindow::TakeStartedBatches()
 {
-    if (item.endOfBatch) {
+    // Files one call started run in the order they were handed over.
+    auto started = std::move(started_);
+    started_.clear();
+    for (auto it = started.rbegin(); it != started.rend(); ++it) {
+        if (!PushBatch(std::move(*it))) {
+            while (++it != started.rend())
+                Abandon(**it);
+            return false;
+        }
+    }
+    return true;
+}
+
+void CommandWindow::Abandon(const BatchReader& batch)
+{
+    // Whoever started it counts on hearing of its end, run or not.
+    if (batch.Announce())
         registry_.Broadcast(Event{Ids::EVENT_BATCH_FINISHED, 0});
-        return;
-    }
-    if (item.text.size() > kMaxLineLength) {
+}
+
+bool CommandWindow::NextBatchLine(std::string& line)
+{
+    BatchReader& batch = *batches_.back();
+    switch (batch.Next(line, kMaxLineLength)) {
+    case BatchReader::Read::Line:
+        return true;
+    case BatchReader::Read::End:
+        EndBatch();
+        return false;
+    case BatchReader::Read::TooLong:
         if (echo_)
-            Show("> " + item.text.substr(0, 60) + "...");
-        ShowError("Line too long: " + std::to_string(item.text.size()) + " characters, at most " +
-                  std::to_string(kMaxLineLength));
-        if (item.batch != 0)
-            DropRestOfBatch(item.batch);
+            Show("> " + line.substr(0, 60) + "...");
+        Fail("Line too long: more than " + std::to_string(kMaxLineLength) + " characters, in " +
+             batch.Name() + " line " + std::to_string(batch.LineNumber()));
+        StopBatches();
+        return false;
+    }
+    return false;
+}
+
+void CommandWindow::EndBatch()
+{
+    const bool announce = batches_.back()->Announce();
+    batches_.pop_back();
+    // A command left waiting for more lines ends with the file that started
+    // it, so that it never takes the next file's or the person's lines.
+    if (continuing_ != nullptr && continuingDepth_ > batches_.size()) {
+        std::string message, prompt;
+        VariantBool continuing = VARIANT_FALSE, pending = VARIANT_FALSE;
+        continuing_->ExecuteCommand(".", message, prompt, continuing, pending, this);
+        continuing_ = nullptr;
+        continuationPrompt_.clear();
+    }
+    if (announce)
+        registry_.Broadcast(Event{Ids::EVENT_BATCH_FINISHED, 0});
+}
+
+void CommandWindow::StopBatches(bool report)
+{
+    auto started = std::move(started_);
+    started_.clear();
+    for (const auto& batch : started)
+        Abandon(*batch);
+    while (!batches_.empty()) {
+        BatchReader& batch = *batches_.back();
+        if (report)
+            ShowError("Batch file " + batch.Name() + " stopped; " +
+                      std::to_string(batch.CountRest(kMaxLineLength)) + " line(s) not run");
+        EndBatch();
+    }
+}
+
+void CommandWindow::RunItem(const std::string& text)
+{
+    if (text.size() > kMaxLineLength) {
+        if (echo_)
+            Show("> " + text.substr(0, 60) + "...");
+        Fail("Line too long: " + std::to_string(text.size()) + " characters, at most " +
+             std::to_string(kMaxLineLength));
         return;
     }
-    std::string line = Trim(item.text);
+    std::string line = Trim(text);
     // While a command continues, every line is its, blank ones too.
     if (continuing_ != nullptr) {
         if (echo_)
             Show(Prompt() + line);
-        Execute(continuing_, line, item);
+        Execute(continuing_, line);
         return;
     }
     if (line.empty() || line[0] == '#')
         return;
     if (echo_)
         Show("> " + line);
-    RunLine(line, item);
+    RunLine(line);
 }
 
-void CommandWindow::RunLine(const std::string& line, const Item& item)
+namespace
+{
+
+constexpr const char* kBuiltIns[] = {"batch", "exit", "help", "quit"};
+
+} // namespace
+
+void CommandWindow::RunLine(const std::string& line)
 {
     size_t end = 0;
     while (end < line.size() && !IsBlank(line[end]))
@@ -205,47 +299,58 @@ void CommandWindow::RunLine(const std::string& line, const Item& item)
         for (const auto& c : clients)
             for (size_t i = 0; i < c.names.size(); ++i)
                 if ((pass == 0) == (i == 0) && SameName(c.names[i], word)) {
-                    Execute(c.client, line, item);
+                    Execute(c.client, line);
                     return;
                 }
-    if (RunBuiltIn(word, rest, item))
-        return;
-    std::vector<const Client*> matches;
+    for (const char* name : kBuiltIns)
+        if (SameName(name, word)) {
+            RunBuiltIn(name, rest);
+            return;
+        }
+    std::vector<std::string> names;
+    IQCmdClient2* match = nullptr;
     for (const auto& c : clients)
-        if (!c.names.empty() && c.names[0].size() > word.size() &&
-            strncasecmp(c.names[0].c_str(), word.c_str(), word.size()) == 0)
-            matches.push_back(&c);
-    if (matches.size() == 1) {
-        Execute(matches[0]->client, line, item);
+        if (IsPrefix(word, c.names[0])) {
+            names.push_back(c.names[0]);
+            match = c.client;
+        }
+    const char* builtIn = nullptr;
+    for (const char* name : kBuiltIns)
+        if (IsPrefix(word, name)) {
+            names.push_back(name);
+            builtIn = name;
+        }
+    if (names.size() == 1) {
+        if (builtIn != nullptr)
+            RunBuiltIn(builtIn, rest);
+        else
+            Execute(match, line);
         return;
     }
-    ++failures_;
-    if (matches.empty()) {
-        ShowError("Unknown command: " + word);
-    } else {
-        std::vector<std::string> names;
-        for (const Client* c : matches)
-            names.push_back(c->names[0]);
-        std::sort(names.begin(), names.end());
-        std::string list;
-        for (const auto& n : names)
-            list += (list.empty() ? "" : ", ") + n;
-        ShowError("Ambiguous command: " + word + " (" + list + ")");
+    if (names.empty()) {
+        Fail("Unknown command: " + word);
+        return;
     }
-    if (item.batch != 0)
-        DropRestOfBatch(item.batch);
+    std::sort(names.begin(), names.end());
+    std::string list;
+    for (const auto& n : names)
+        list += (list.empty() ? "" : ", ") + n;
+    Fail("Ambiguous command: " + word + " (" + list + ")");
 }
 
-bool CommandWindow::RunBuiltIn(const std::string& word, const std::string& rest, const Item& item)
+bool CommandWindow::RunBuiltIn(const std::string& name, const std::string& rest)
 {
-    if (SameName(word, "help")) {
+    if (name == "quit" || name == "exit") {
+        StopBatches(false);
+        typed_.clear();
+        quit_ = true;
+        return true;
+    }
+    if (name == "help") {
         if (!rest.empty()) {
             const auto* entry = help_.Find(rest);
             if (entry == nullptr) {
-                ++failures_;
-                ShowError("No help for: " + rest);
-                if (item.batch != 0)
-                    DropRestOfBatch(item.batch);
+                Fail("No help for: " + rest);
                 return true;
             }
             Show(entry->name + " " + entry->parameterText);
@@ -262,27 +367,25 @@ bool CommandWindow::RunBuiltIn(const std::string& word, const std::string& rest,
             Show(l);
         return true;
     }
-    if (SameName(word, "batch")) {
-        std::string path = rest;
-        if (path.size() >= 2 && path.front() == '"' && path.back() == '"')
-            path = path.substr(1, path.size() - 2);
-        if (path.empty() || !QueueBatch(path, true)) {
-            ++failures_;
-            ShowError("Cannot open batch file: " + path);
-            if (item.batch != 0)
-                DropRestOfBatch(item.batch);
-        }
-        return true;
-    }
-    return false;
+    std::string path = rest;
+    if (path.size() >= 2 && path.front() == '"' && path.back() == '"')
+        path = path.substr(1, path.size() - 2);
+    auto batch = BatchReader::Open(path, false);
+    if (!batch)
+        Fail("Cannot open batch file: " + path);
+    else
+        PushBatch(std::move(batch));
+    return true;
 }
 
-void CommandWindow::Execute(IQCmdClient2* client, const std::string& line, const Item& item)
+void CommandWindow::Execute(IQCmdClient2* client, const std::string& line)
 {
     std::string message, prompt;
     VariantBool continuing = VARIANT_FALSE, pending = VARIANT_FALSE;
     HRESULT hr = client->ExecuteCommand(line, message, prompt, continuing, pending, this);
     if (continuing != 0) {
+        if (continuing_ == nullptr)
+            continuingDepth_ = batches_.size();
         continuing_ = client;
         continuationPrompt_ = prompt;
     } else {
@@ -293,23 +396,28 @@ void CommandWindow::Execute(IQCmdClient2* client, const std::string& line, const
         if (!message.empty())
             Show(message);
         pending_ = true;
-        pendingItem_ = item;
         return;
     }
-    ShowResult(message, hr, item);
+    ShowResult(message, hr);
 }
 
-void CommandWindow::ShowResult(const std::string& text, HRESULT result, const Item& item)
+void CommandWindow::ShowResult(const std::string& text, HRESULT result)
 {
     if (!Failed(result)) {
         if (!text.empty())
             Show(text);
         return;
     }
+    Fail(text.empty() ? "Command failed: " + Hex(result) : text);
+}
+
+void CommandWindow::Fail(const std::string& text)
+{
     ++failures_;
-    ShowError(text.empty() ? "Command failed: " + Hex(result) : text);
-    if (item.batch != 0)
-        DropRestOfBatch(item.batch);
+    ShowError(text);
+    // A failure stops every batch file running, out to the outermost.
+    if (fromBatch_)
+        StopBatches();
 }
 
 HRESULT CommandWindow::OnCommandComplete(const std::string& text, HRESULT result)
@@ -317,31 +425,10 @@ HRESULT CommandWindow::OnCommandComplete(const std::string& text, HRESULT result
     if (!pending_)
         return E_FAIL;
     pending_ = false;
-    ShowResult(text, result, pendingItem_);
+    ShowResult(text, result);
     // Later lines go on after the completing call has returned.
     loop_.PostTask([this] { Pump(); });
     return S_OK;
-}
-
-void CommandWindow::DropRestOfBatch(int batch)
-{
-    std::string name;
-    int line = 0;
-    for (auto& entry : queue_) {
-        if (entry.batch == batch && entry.endOfBatch) {
-            name = entry.batchName;
-            break;
-        }
-    }
-    for (const auto& entry : queue_)
-        if (entry.batch == batch && !entry.endOfBatch)
-            ++line;
-    queue_.erase(std::remove_if(queue_.begin(), queue_.end(),
-                                [batch](const Item& e) { return e.batch == batch && !e.endOfBatch; }),
-                 queue_.end());
-    continuing_ = nullptr;
-    if (!name.empty())
-        ShowError("Batch file " + name + " stopped; " + std::to_string(line) + " line(s) not run");
 }
 
 std::string CommandWindow::Prompt() const
@@ -379,7 +466,7 @@ std::vector<CommandWindow::Client> CommandWindow::Clients() const
 
 std::vector<std::string> CommandWindow::CommandNames() const
 {
-    std::vector<std::string> names{"batch", "help"};
+    std::vector<std::string> names(std::begin(kBuiltIns), std::end(kBuiltIns));
     for (const auto& c : Clients())
         names.insert(names.end(), c.names.begin(), c.names.end());
     std::sort(names.begin(), names.end());
@@ -387,29 +474,12 @@ std::vector<std::string> CommandWindow::CommandNames() const
     return names;
 }
 
-namespace
-{
-
-// Components write line ends as carriage return and line feed; a terminal
-// wants the line feed alone.
-std::string TerminalLines(const std::string& text)
-{
-    std::string lines;
-    lines.reserve(text.size());
-    for (size_t i = 0; i < text.size(); ++i)
-        if (!(text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n'))
-            lines += text[i];
-    return lines;
-}
-
-} // namespace
-
 void CommandWindow::Show(const std::string& text)
 {
-    out_ << TerminalLines(text) << "\n";
+    out_ << TerminalText::Visible(TerminalText::Lines(text)) << "\n";
 }
 
 void CommandWindow::ShowError(const std::string& text)
 {
-    out_ << "Error: " << TerminalLines(text) << "\n";
+    out_ << "Error: " << TerminalText::Visible(TerminalText::Lines(text)) << "\n";
 }

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "boundary/Ids.h"
+#include "workbench/TerminalText.h"
 
 namespace
 {
@@ -44,6 +45,8 @@ HRESULT ConsoleMessageBox::ShowMessage(const std::string& text, MessageIcon icon
     const char* prefix = PrefixOf(icon);
     if (prefix == nullptr)
         return E_INVALIDARG;
+    if (icon == MessageIcon::Stop)
+        ++errors_;
     // A closing newline ends the last line rather than starting an empty one.
     std::string_view rest = text;
     if (!rest.empty() && rest.back() == '\n')
@@ -53,7 +56,7 @@ HRESULT ConsoleMessageBox::ShowMessage(const std::string& text, MessageIcon icon
         std::string_view line = rest.substr(0, end);
         if (!line.empty() && line.back() == '\r')
             line.remove_suffix(1);
-        out_ << prefix << line << '\n';
+        out_ << prefix << TerminalText::Visible(line) << '\n';
         if (end == std::string_view::npos)
             break;
         rest.remove_prefix(end + 1);

@@ -23,6 +23,8 @@ public:
     HRESULT AskYesNo(const std::string& text, VariantBool defaultAnswer, VariantBool& answer) override;
 
     bool Interactive() const { return in_ != nullptr && interactive_; }
+    // How many errors were shown: a script that met one did not run as asked.
+    int Errors() const { return errors_; }
 
     static constexpr int kAttempts = 3;
 
@@ -33,4 +35,5 @@ private:
     std::ostream& out_;
     std::istream* in_;
     bool interactive_;
+    int errors_ = 0;
 };

@@ -13,18 +13,23 @@ HRESULT OutputWindow::AppendText(const std::string& tab, const std::string& text
 {
     if (tab.empty())
         return E_INVALIDARG;
-    std::string& pending = partial_[tab];
-    for (char c : text) {
-        if (c == '\r')
-            continue;
-        if (c != '\n') {
-            pending += c;
-            continue;
-        }
-        // Whole lines go out at once, so that a line shows while the debugger works on.
-        tabs_[tab] += pending + "\n";
-        out_ << pending << "\n" << std::flush;
-        pending.clear();
+    std::string lines;
+    lines.reserve(text.size());
+    for (char c : text)
+        if (c != '\r')
+            lines += c;
+    // Written at once, an unfinished line too: a firmware's "> " asks for
+    // input and must show before the line ends.
+    out_ << lines << std::flush;
+    std::string& kept = tabs_[tab];
+    kept += lines;
+    if (kept.size() > kMaxTabText) {
+        // The oldest text goes, from a line's start where there is one.
+        size_t cut = kept.size() - kMaxTabText;
+        size_t lineStart = kept.find('\n', cut);
+        if (lineStart != std::string::npos && lineStart + 1 < kept.size())
+            cut = lineStart + 1;
+        kept.erase(0, cut);
     }
     return S_OK;
 }
@@ -32,7 +37,6 @@ HRESULT OutputWindow::AppendText(const std::string& tab, const std::string& text
 HRESULT OutputWindow::ClearTab(const std::string& tab)
 {
     tabs_.erase(tab);
-    partial_.erase(tab);
     return S_OK;
 }
 
@@ -45,8 +49,5 @@ HRESULT OutputWindow::BringForward(const std::string& tab)
 std::string OutputWindow::Text(const std::string& tab) const
 {
     auto it = tabs_.find(tab);
-    std::string text = it == tabs_.end() ? std::string() : it->second;
-    if (auto p = partial_.find(tab); p != partial_.end())
-        text += p->second;
-    return text;
+    return it == tabs_.end() ? std::string() : it->second;
 }

@@ -5,8 +5,8 @@
 
 #include "boundary/interfaces/Workbench.h"
 
-// The output window: a text per tab. In the console every tab writes
-// through to the terminal as its text arrives, a line at a time.
+// The output window: a text per tab, the latest kMaxTabText bytes of it. In
+// the console every tab writes through to the terminal as its text arrives.
 class OutputWindow final : public IQOutputWindow
 {
 public:
@@ -22,9 +22,10 @@ public:
     std::string Text(const std::string& tab) const;
     const std::string& Forward() const { return forward_; }
 
+    static constexpr size_t kMaxTabText = 256 * 1024;
+
 private:
     std::ostream& out_;
     std::map<std::string, std::string> tabs_;
-    std::map<std::string, std::string> partial_;
     std::string forward_;
 };

@@ -4,9 +4,11 @@
 
 #include "boundary/Ids.h"
 
-Workbench::Workbench(std::ostream& out, std::istream* in, bool interactive, MessageLoop::Clock clock)
-    : loop_(std::move(clock)), messages_(out, in, interactive), prompts_(&messages_), posts_(loop_),
-      output_(out), evaluators_(registry_), window_(registry_, loop_, help_, out)
+Workbench::Workbench(std::ostream& out, std::istream* in, bool interactive, MessageLoop::Clock clock,
+                     std::ostream* questions)
+    : loop_(std::move(clock)), messages_(questions != nullptr ? *questions : out, in, interactive),
+      prompts_(&messages_), posts_(loop_), output_(out), evaluators_(registry_),
+      window_(registry_, loop_, help_, out)
 {
     // Registration only fails when memory runs out, and then the console
     // could not start anyway; a missing service is answered E_FAIL to the component.

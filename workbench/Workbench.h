@@ -20,7 +20,10 @@
 class Workbench
 {
 public:
-    Workbench(std::ostream& out, std::istream* in, bool interactive, MessageLoop::Clock clock = {});
+    // questions: where message boxes write, when not `out`: a question must
+    // show before its answer is read.
+    Workbench(std::ostream& out, std::istream* in, bool interactive, MessageLoop::Clock clock = {},
+              std::ostream* questions = nullptr);
     Workbench(const Workbench&) = delete;
     Workbench& operator=(const Workbench&) = delete;
 

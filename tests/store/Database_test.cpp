@@ -48,50 +48,28 @@ fs::path FilledStore(const TempFolder& dir)
     return file;
 }
 
-void Overwrite(const fs::path& file, std::streamoff at, const std::string& bytes)
-{
-    std::fstream io(file, std::ios::binary | std::ios::in | std::ios::out);
-    io.seekp(at);
-    io << bytes;
-}
-
-TEST(Database, CreatesItsFolderAndFileAtTheCurrentVersion)
+TEST(Database, CreatesItsFolderAndFileAtTheCurrentVersionAndReopensWhatItWrote)
 {
     TempFolder dir;
     const fs::path file = dir / "deep/er/workspace.db";
     std::string error;
-    auto db = Database::Open(file, error);
-    ASSERT_TRUE(db) << error;
-    EXPECT_TRUE(fs::is_regular_file(file));
-    EXPECT_FALSE(db->InMemory());
-    EXPECT_EQ(db->File(), file);
-    EXPECT_EQ(One(*db, "PRAGMA journal_mode"), "wal");
-    EXPECT_EQ(One(*db, "PRAGMA synchronous"), "2"); // full
-    EXPECT_EQ(One(*db, "SELECT version FROM schema_version"), std::to_string(Schema::kCurrentVersion));
-}
-
-TEST(Database, ReopensWhatItWrote)
-{
-    TempFolder dir;
-    std::string error;
     {
-        auto db = Database::Open(dir / "workspace.db", error);
+        auto db = Database::Open(file, error);
         ASSERT_TRUE(db) << error;
+        EXPECT_EQ(db->File(), file);
+        EXPECT_EQ(One(*db, "PRAGMA journal_mode"), "wal");
+        EXPECT_EQ(One(*db, "PRAGMA synchronous"), "2"); // full
         ASSERT_TRUE(db->Execute("INSERT INTO global_value VALUES ('string', 'k', x'01')", error)) << error;
     }
-    auto db = Database::Open(dir / "workspace.db", error);
+    auto db = Database::Open(file, error);
     ASSERT_TRUE(db) << error;
+    EXPECT_FALSE(db->InMemory());
     EXPECT_EQ(One(*db, "SELECT count(*) FROM global_value"), "1");
-}
-
-TEST(Database, InMemoryHasTheSchemaAndNoFile)
-{
-    std::string error;
-    auto db = Database::OpenInMemory(error);
-    ASSERT_TRUE(db) << error;
-    EXPECT_TRUE(db->InMemory());
-    EXPECT_TRUE(db->File().empty());
     EXPECT_EQ(One(*db, "SELECT version FROM schema_version"), std::to_string(Schema::kCurrentVersion));
+    auto memory = Database::OpenInMemory(error);
+    ASSERT_TRUE(memory) << error;
+    EXPECT_TRUE(memory->InMemory());
+    EXPECT_EQ(One(*memory, "SELECT version FROM schema_version"), std::to_string(Schema::kCurrentVersion));
 }
 
 TEST(Database, BringsAVersionOneFileUpToDateKeepingItsValues)
@@ -116,93 +94,58 @@ TEST(Database, BringsAVersionOneFileUpToDateKeepingItsValues)
     EXPECT_EQ(One(*db, "SELECT count(*) FROM project"), "0");
 }
 
-struct RefusalCase {
-    const char* name;
-    // Prepares the trouble and answers the file to open.
-    std::function<fs::path(const TempFolder&)> arrange;
-    const char* reason;
-};
-
-class RefusedStore : public ::testing::TestWithParam<RefusalCase>
+TEST(Database, RefusalNamesTheFileAndTheReasonAndLeavesTheFileAlone)
 {
-};
-
-TEST_P(RefusedStore, NamesTheFileAndTheReasonAndLeavesTheFileAlone)
-{
-    TempFolder dir;
-    const fs::path file = GetParam().arrange(dir);
-    std::error_code ec;
-    const bool existed = fs::is_regular_file(file, ec);
-    const std::string before = existed ? Bytes(file) : "";
-    std::string error;
-    EXPECT_FALSE(Database::Open(file, error));
-    EXPECT_EQ(error.rfind("Cannot open the store '" + file.string() + "': ", 0), 0u) << error;
-    EXPECT_NE(error.find(GetParam().reason), std::string::npos) << error;
-    if (existed) {
-        EXPECT_TRUE(Bytes(file) == before) << "the file was changed";
+    using Arrange = std::function<fs::path(const TempFolder&)>;
+    auto filled = [](const char* sql) {
+        return [sql](const TempFolder& d) {
+            fs::path f = FilledStore(d);
+            RawSql(f, sql);
+            return f;
+        };
+    };
+    const std::pair<Arrange, const char*> cases[] = {
+        {[](const TempFolder& d) { return d.WriteFile("workspace.db", "my notes\n"); },
+         "the file is not a database"},
+        {[](const TempFolder& d) {
+             fs::path f = FilledStore(d);
+             fs::resize_file(f, fs::file_size(f) / 3);
+             return f;
+         },
+         "the file is damaged"},
+        {[](const TempFolder& d) {
+             fs::path f = FilledStore(d);
+             std::fstream(f, std::ios::binary | std::ios::in | std::ios::out).seekp(4096 * 3)
+                 << std::string(4096 * 4, '\x5a');
+             return f;
+         },
+         "the file is damaged"},
+        {filled("UPDATE schema_version SET version = 99"),
+         "newer version of Tessel (store version 99; this version reads up to 2)"},
+        {filled("DROP TABLE session_value; DROP TABLE global_value; DROP TABLE schema_version"),
+         "a database of another program"},
+        {filled("DELETE FROM schema_version"), "version record is unreadable"},
+        {filled("DROP TABLE session_value"), "the table session_value is missing"},
+        {[](const TempFolder& d) {
+             fs::create_directories(d / "workspace.db");
+             return d / "workspace.db";
+         },
+         "it is a folder"},
+        {[](const TempFolder& d) { return d.WriteFile("blocker", "x") / ".tessel" / "workspace.db"; },
+         "cannot be created"},
+    };
+    for (const auto& [arrange, reason] : cases) {
+        TempFolder dir;
+        const fs::path file = arrange(dir);
+        std::error_code ec;
+        const std::string before = fs::is_regular_file(file, ec) ? Bytes(file) : "";
+        std::string error;
+        EXPECT_FALSE(Database::Open(file, error));
+        EXPECT_EQ(error.rfind("Cannot open the store '" + file.string() + "': ", 0), 0u) << error;
+        EXPECT_NE(error.find(reason), std::string::npos) << error;
+        EXPECT_TRUE((fs::is_regular_file(file, ec) ? Bytes(file) : "") == before) << "the file was changed";
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Database, RefusedStore,
-    ::testing::Values(
-        RefusalCase{"TextFile", [](const TempFolder& d) { return d.WriteFile("workspace.db", "my notes\n"); },
-                    "the file is not a database"},
-        RefusalCase{"TruncatedFile",
-                    [](const TempFolder& d) {
-                        fs::path f = FilledStore(d);
-                        fs::resize_file(f, fs::file_size(f) / 3);
-                        return f;
-                    },
-                    "the file is damaged"},
-        RefusalCase{"OverwrittenPages",
-                    [](const TempFolder& d) {
-                        fs::path f = FilledStore(d);
-                        Overwrite(f, 4096 * 3, std::string(4096 * 4, '\x5a'));
-                        return f;
-                    },
-                    "the file is damaged"},
-        RefusalCase{"NewerSchema",
-                    [](const TempFolder& d) {
-                        fs::path f = FilledStore(d);
-                        RawSql(f, "UPDATE schema_version SET version = 99");
-                        return f;
-                    },
-                    "newer version of Tessel (store version 99; this version reads up to 2)"},
-        RefusalCase{"AnotherProgramsDatabase",
-                    [](const TempFolder& d) {
-                        RawSql(d / "workspace.db", "CREATE TABLE notes (text)");
-                        return d / "workspace.db";
-                    },
-                    "a database of another program"},
-        RefusalCase{"LostVersionRecord",
-                    [](const TempFolder& d) {
-                        fs::path f = FilledStore(d);
-                        RawSql(f, "DELETE FROM schema_version");
-                        return f;
-                    },
-                    "version record is unreadable"},
-        RefusalCase{"LostTable",
-                    [](const TempFolder& d) {
-                        fs::path f = FilledStore(d);
-                        RawSql(f, "DROP TABLE session_value");
-                        return f;
-                    },
-                    "the table session_value is missing"},
-        RefusalCase{"PathIsAFolder",
-                    [](const TempFolder& d) {
-                        fs::create_directories(d / "workspace.db");
-                        return d / "workspace.db";
-                    },
-                    "it is a folder"},
-        RefusalCase{
-            "FolderBlockedByAFile",
-            [](const TempFolder& d) { return d.WriteFile("blocker", "x") / ".tessel" / "workspace.db"; },
-            "cannot be created"},
-        RefusalCase{"FolderNoOneMayWrite",
-                    [](const TempFolder&) { return fs::path("/proc/tessel-store/workspace.db"); },
-                    "cannot be created"}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 // Permissions do not bind the superuser, so as root the attempt is made by a
 // child that has given its rights up.
@@ -235,53 +178,25 @@ std::string OpenWithoutRights(const fs::path& file)
     return answer;
 }
 
-struct RightsCase {
-    const char* name;
-    std::function<fs::path(const TempFolder&)> arrange;
-    const char* reason;
-};
-
-class WithoutRights : public ::testing::TestWithParam<RightsCase>
-{
-};
-
-TEST_P(WithoutRights, IsRefusedWithTheReason)
+TEST(Database, WithoutTheRightToWriteIsRefusedWithTheReason)
 {
     TempFolder dir;
     fs::permissions(dir.Path(), fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
                                     fs::perms::others_read | fs::perms::others_exec);
-    const fs::path file = GetParam().arrange(dir);
-    const std::string answer = OpenWithoutRights(file);
-    EXPECT_EQ(answer.rfind("Cannot open the store '" + file.string() + "': ", 0), 0u) << answer;
-    EXPECT_NE(answer.find(GetParam().reason), std::string::npos) << answer;
+    const auto readOnly = fs::perms::owner_read | fs::perms::others_read;
+    fs::create_directories(dir / "locked");
+    fs::permissions(dir / "locked", readOnly | fs::perms::owner_exec | fs::perms::others_exec);
+    {
+        std::string ignored;
+        Database::Open(dir / "ro.db", ignored);
+    }
+    fs::permissions(dir / "ro.db", readOnly);
+    for (const auto& [file, reason] : {std::pair{dir / "locked/workspace.db", "unable to open"},
+                                       std::pair{dir / "ro.db", "cannot be written"}}) {
+        const std::string answer = OpenWithoutRights(file);
+        EXPECT_EQ(answer.rfind("Cannot open the store '" + file.string() + "': ", 0), 0u) << answer;
+        EXPECT_NE(answer.find(reason), std::string::npos) << answer;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Database, WithoutRights,
-                         ::testing::Values(RightsCase{"FolderNotWritable",
-                                                      [](const TempFolder& d) {
-                                                          fs::create_directories(d / "locked");
-                                                          fs::permissions(d / "locked",
-                                                                          fs::perms::owner_read |
-                                                                              fs::perms::owner_exec |
-                                                                              fs::perms::others_read |
-                                                                              fs::perms::others_exec);
-                                                          return d / "locked/workspace.db";
-                                                      },
-                                                      "unable to open"},
-                                           RightsCase{"FileNotWritable",
-                                                      [](const TempFolder& d) {
-                                                          {
-                                                              auto db = [&] {
-                                                                  std::string e;
-                                                                  return Database::Open(d / "ro.db", e);
-                                                              }();
-                                                          }
-                                                          fs::permissions(d / "ro.db",
-                                                                          fs::perms::owner_read |
-                                                                              fs::perms::others_read);
-                                                          return d / "ro.db";
-                                                      },
-                                                      "cannot be written"}),
-                         [](const auto& info) { return std::string(info.param.name); });
 
 } // namespace

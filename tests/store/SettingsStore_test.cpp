@@ -11,148 +11,7 @@
 namespace
 {
 
-std::string Named(const char* name)
-{
-    return name;
-}
-
-class TextValue : public ::testing::TestWithParam<TextOp>
-{
-};
-
-TEST_P(TextValue, ReadsBackWhatWasWrittenAndNothingBeforeThat)
-{
-    const TextOp& op = GetParam();
-    SettingsStore store;
-    std::string out = "stale";
-    EXPECT_EQ(op.get(store, kKey, out), S_FALSE);
-    EXPECT_EQ(out, "");
-    for (const std::string& value :
-         {std::string("<none>"), std::string(""), std::string("a\0\xc3\xa9|b", 5)}) {
-        ASSERT_EQ(op.set(store, kKey, value), S_OK) << store.LastError();
-        out = "stale";
-        EXPECT_EQ(op.get(store, kKey, out), S_OK);
-        EXPECT_EQ(out, value);
-    }
-    EXPECT_TRUE(store.LastError().empty()) << store.LastError();
-}
-
-INSTANTIATE_TEST_SUITE_P(SettingsStore, TextValue, ::testing::ValuesIn(TextOps()),
-                         [](const auto& info) { return Named(info.param.name); });
-
-class SessionTextValue : public ::testing::TestWithParam<TextOp>
-{
-};
-
-TEST_P(SessionTextValue, FindsTheSessionWithoutRegardToCaseAndKeepsSessionsApart)
-{
-    const TextOp& op = GetParam();
-    SettingsStore store;
-    ASSERT_EQ(op.set(store, kShouted, "first"), S_OK);
-    ASSERT_EQ(op.set(store, kKey, "second"), S_OK);
-    std::string out;
-    EXPECT_EQ(op.get(store, kShouted, out), S_OK);
-    EXPECT_EQ(out, "second");
-    EXPECT_EQ(op.get(store, kOtherSession, out), S_FALSE);
-    EXPECT_EQ(out, "");
-}
-
-std::vector<TextOp> SessionTextOps()
-{
-    std::vector<TextOp> ops;
-    for (auto& op : TextOps())
-        if (op.keyedBySession)
-            ops.push_back(op);
-    return ops;
-}
-
-INSTANTIATE_TEST_SUITE_P(SettingsStore, SessionTextValue, ::testing::ValuesIn(SessionTextOps()),
-                         [](const auto& info) { return Named(info.param.name); });
-
-struct NumberCase {
-    NumberOp op;
-    std::vector<int64_t> values;
-};
-
-class NumberValue : public ::testing::TestWithParam<NumberCase>
-{
-};
-
-// Either form of truth value comes back exactly as written: only the reader
-// decides whether 1, 0xFFFF or anything else counts as true.
-TEST_P(NumberValue, ReadsBackExactlyAndZeroBeforeAnyWrite)
-{
-    const auto& [op, values] = GetParam();
-    SettingsStore store;
-    int64_t out = -5;
-    EXPECT_EQ(op.get(store, kKey, out), S_FALSE);
-    EXPECT_EQ(out, 0);
-    for (int64_t value : values) {
-        ASSERT_EQ(op.set(store, kKey, value), S_OK) << store.LastError();
-        EXPECT_EQ(op.get(store, kKey, out), S_OK);
-        EXPECT_EQ(out, value);
-        if (op.keyedBySession) {
-            EXPECT_EQ(op.get(store, kShouted, out), S_OK);
-            EXPECT_EQ(out, value);
-            EXPECT_EQ(op.get(store, kOtherSession, out), S_FALSE);
-        }
-    }
-}
-
-std::vector<NumberCase> NumberCases()
-{
-    std::vector<NumberCase> cases;
-    for (auto& op : FlagOps())
-        cases.push_back({op, {0xFFFF, 0, 1, 0x8000}});
-    for (auto& op : IntOps())
-        cases.push_back({op, {1, 0, -1, 0xFFFF, INT32_MIN, INT32_MAX}});
-    return cases;
-}
-
-INSTANTIATE_TEST_SUITE_P(SettingsStore, NumberValue, ::testing::ValuesIn(NumberCases()),
-                         [](const auto& info) { return Named(info.param.op.name); });
-
-class VariantValue : public ::testing::TestWithParam<VariantOp>
-{
-};
-
-TEST_P(VariantValue, KeepsEveryVariantExactly)
-{
-    const VariantOp& op = GetParam();
-    SettingsStore store;
-    Variant out = Variant::String("stale");
-    EXPECT_EQ(op.get(store, kKey, out), S_FALSE);
-    EXPECT_EQ(out, Variant());
-    Variant nested =
-        Variant::Array(VT_ARRAY | VT_VARIANT, {StringList({"a"}), Variant::Array(VT_ARRAY_UINT)});
-    for (const Variant& value :
-         {StringList({"$PROJ_DIR$\\out\\a.elf", "-1", "elf", "0", "1", "4", "1"}),
-          Variant::Array(VT_ARRAY_BSTR), Variant(),
-          Variant::Array(VT_ARRAY_UINT, {Variant::UInt(0xFFFFFFFF)}), nested, Variant::String("x")}) {
-        ASSERT_EQ(op.set(store, kKey, value), S_OK) << store.LastError();
-        out = Variant::String("stale");
-        EXPECT_EQ(op.get(store, kShouted, out), S_OK);
-        EXPECT_EQ(out, value);
-    }
-}
-
-TEST_P(VariantValue, KeepsAnEmptyListApartFromNothing)
-{
-    const VariantOp& op = GetParam();
-    SettingsStore store;
-    ASSERT_EQ(op.set(store, kKey, Variant::Array(VT_ARRAY_BSTR)), S_OK);
-    ASSERT_EQ(op.set(store, kOtherSession, Variant()), S_OK);
-    Variant list, none = Variant::String("stale");
-    EXPECT_EQ(op.get(store, kKey, list), S_OK);
-    EXPECT_EQ(list.Type(), VT_ARRAY_BSTR);
-    EXPECT_TRUE(list.Elements().empty());
-    EXPECT_EQ(op.get(store, kOtherSession, none), S_OK); // stored, and empty
-    EXPECT_EQ(none.Type(), VT_EMPTY);
-}
-
-INSTANTIATE_TEST_SUITE_P(SettingsStore, VariantValue, ::testing::ValuesIn(VariantOps()),
-                         [](const auto& info) { return Named(info.param.name); });
-
+// Each value's own round trip is the persistence test's; here, what lies between values.
 TEST(SettingsStore, KeepsValuesOfOneNameInDifferentPlacesApart)
 {
     SettingsStore store;
@@ -174,27 +33,6 @@ TEST(SettingsStore, KeepsValuesOfOneNameInDifferentPlacesApart)
     // Property tags and global keys are exact.
     EXPECT_EQ(store.GetProperty("first_connection_tag", "w", "p", "s", text), S_FALSE);
     EXPECT_EQ(store.GetString("platform", text), S_FALSE);
-}
-
-TEST(SettingsStore, AnswersItsThreeFacesAndNothingElse)
-{
-    SettingsStore store;
-    struct Face {
-        Guid id;
-        void* expected;
-    };
-    for (const Face& face : {Face{Ids::IUnknown, static_cast<IQDebugSettingsStore*>(&store)},
-                             Face{Ids::IQDebugSettingsStore, static_cast<IQDebugSettingsStore*>(&store)},
-                             Face{Ids::IQSessionData, static_cast<IQSessionData*>(&store)},
-                             Face{Ids::IQTargetRegistry, static_cast<IQTargetRegistry*>(&store)}}) {
-        void* out = nullptr;
-        EXPECT_EQ(store.QueryInterface(face.id, &out), S_OK);
-        EXPECT_EQ(out, face.expected);
-    }
-    void* out = &store;
-    EXPECT_EQ(store.QueryInterface(Ids::ErrorTable, &out), E_NOINTERFACE);
-    EXPECT_EQ(out, nullptr);
-    EXPECT_EQ(store.QueryInterface(Ids::IQSessionData, nullptr), E_POINTER);
 }
 
 // The component casts what the registry hands out straight to the interface,
@@ -240,15 +78,26 @@ TEST(SettingsStore, UnregisterLeavesASuccessorAlone)
               static_cast<IQTargetRegistry*>(&second));
 }
 
-TEST(SettingsStore, InMemoryByChoiceHasNothingToReport)
+TEST(SettingsStore, BatchListIsChangedWhereItIsStored)
 {
     SettingsStore store;
-    EXPECT_TRUE(store.InMemory());
-    EXPECT_EQ(store.LastError(), "");
+    auto append = [&](const char* entry) {
+        return store.UpdateCommandFiles("w", "p", "s", [&](Variant& files) {
+            Variant list = files.Type() == VT_EMPTY ? Variant::Array(VT_ARRAY_BSTR) : files;
+            list.Elements().push_back(Variant::String(entry));
+            files = list;
+        });
+    };
+    ASSERT_EQ(append("a.qdc"), S_OK);
+    ASSERT_EQ(append("0"), S_OK);
+    Variant files;
+    EXPECT_EQ(store.GetCommandFiles("W", "P", "S", files), S_OK);
+    EXPECT_EQ(files, StringList({"a.qdc", "0"}));
 }
 
-TEST(SettingsStore, WithoutADatabaseRunsInMemoryAndSaysSo)
+TEST(SettingsStore, WithoutADatabaseRunsInMemoryAndSaysSoUnlessChosen)
 {
+    EXPECT_EQ(SettingsStore().LastError(), "");
     SettingsStore store(std::shared_ptr<Database>{});
     EXPECT_TRUE(store.InMemory());
     EXPECT_NE(store.LastError().find("kept in memory"), std::string::npos) << store.LastError();

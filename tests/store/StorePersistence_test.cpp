@@ -4,9 +4,6 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
-#include <functional>
-#include <sstream>
 #include <string>
 
 #include "support/RawSql.h"
@@ -19,60 +16,93 @@ namespace fs = std::filesystem;
 namespace
 {
 
-// One distinct value for every operation, written in one run and checked in the next.
-void WriteEverything(SettingsStore& store)
+// Every operation's value in a round: 0 gives each its own, awkward ones
+// among them; 1 writes the empty ones over them; -1 is nothing stored.
+std::string Text(const TextOp& op, int round)
+{
+    return round != 0 ? "" : "text of " + std::string(op.name) + std::string("\0\xc3\xa9|<none>", 11);
+}
+int64_t Number(bool flag, size_t i, int round)
+{
+    const int64_t flags[] = {0xFFFF, 0x8000, 1}, numbers[] = {INT32_MIN, INT32_MAX, -1};
+    return round != 0 ? 0 : flag ? flags[i] : numbers[i];
+}
+Variant Value(size_t i, int round)
+{
+    if (round != 0)
+        return round < 0 || i == 0 ? Variant() : Variant::Array(VT_ARRAY_BSTR);
+    const Variant values[] = {
+        StringList({"$PROJ_DIR$\\out\\a.elf", "-1", "elf", "0", "1", "4", "1"}),
+        Variant::Array(VT_ARRAY | VT_VARIANT,
+                       {StringList({"a"}), Variant::Array(VT_ARRAY_UINT, {Variant::UInt(0xFFFFFFFF)})}),
+        Variant::String("x")};
+    return values[i];
+}
+
+void WriteEverything(SettingsStore& store, int round = 0)
 {
     for (auto& op : TextOps())
-        ASSERT_EQ(op.set(store, kKey, std::string("text of ") + op.name), S_OK) << store.LastError();
-    int64_t n = 0xFFFF;
-    for (auto& op : FlagOps())
-        ASSERT_EQ(op.set(store, kKey, n--), S_OK) << store.LastError();
-    n = -1;
-    for (auto& op : IntOps())
-        ASSERT_EQ(op.set(store, kKey, n--), S_OK) << store.LastError();
-    for (auto& op : VariantOps())
-        ASSERT_EQ(op.set(store, kKey, StringList({op.name, "1"})), S_OK) << store.LastError();
+        ASSERT_EQ(op.set(store, kKey, Text(op, round)), S_OK) << store.LastError();
+    for (bool flag : {true, false}) {
+        auto ops = flag ? FlagOps() : IntOps();
+        for (size_t i = 0; i < ops.size(); ++i)
+            ASSERT_EQ(ops[i].set(store, kKey, Number(flag, i, round)), S_OK) << store.LastError();
+    }
+    auto variants = VariantOps();
+    for (size_t i = 0; i < variants.size(); ++i)
+        ASSERT_EQ(variants[i].set(store, kKey, Value(i, round)), S_OK) << store.LastError();
 }
 
-void CheckEverything(SettingsStore& store)
+// Sessions are found without regard to case; `other` checks only the
+// operations kept per session.
+void CheckEverything(SettingsStore& store, int round = 0, const Names& key = kShouted, bool other = false)
 {
+    const HRESULT expected = round < 0 ? S_FALSE : S_OK;
     for (auto& op : TextOps()) {
         std::string out;
-        EXPECT_EQ(op.get(store, kShouted, out), S_OK) << op.name;
-        EXPECT_EQ(out, std::string("text of ") + op.name);
+        if (!other || op.keyedBySession) {
+            EXPECT_EQ(op.get(store, key, out), expected) << op.name;
+            EXPECT_EQ(out, Text(op, round)) << op.name;
+        }
     }
-    int64_t n = 0xFFFF;
-    for (auto& op : FlagOps()) {
-        int64_t out = 0;
-        EXPECT_EQ(op.get(store, kShouted, out), S_OK) << op.name;
-        EXPECT_EQ(out, n--) << op.name;
+    for (bool flag : {true, false}) {
+        auto ops = flag ? FlagOps() : IntOps();
+        for (size_t i = 0; i < ops.size(); ++i) {
+            int64_t out = 0;
+            if (!other || ops[i].keyedBySession) {
+                EXPECT_EQ(ops[i].get(store, key, out), expected) << ops[i].name;
+                EXPECT_EQ(out, Number(flag, i, round)) << ops[i].name;
+            }
+        }
     }
-    n = -1;
-    for (auto& op : IntOps()) {
-        int64_t out = 0;
-        EXPECT_EQ(op.get(store, kShouted, out), S_OK) << op.name;
-        EXPECT_EQ(out, n--) << op.name;
-    }
-    for (auto& op : VariantOps()) {
+    auto variants = VariantOps();
+    for (size_t i = 0; i < variants.size(); ++i) {
         Variant out;
-        EXPECT_EQ(op.get(store, kShouted, out), S_OK) << op.name;
-        EXPECT_EQ(out, StringList({op.name, "1"})) << op.name;
+        EXPECT_EQ(variants[i].get(store, key, out), expected) << variants[i].name;
+        EXPECT_EQ(out, Value(i, round)) << variants[i].name;
+        EXPECT_EQ(out.Type(), Value(i, round).Type()) << variants[i].name;
     }
 }
 
-TEST(StorePersistence, EveryValueIsThereInTheNextRun)
+TEST(StorePersistence, EveryValueReadsBackExactlyAndIsThereInTheNextRun)
 {
     TempFolder dir;
     const fs::path file = dir / "ws/.tessel/workspace.db";
-    {
-        SettingsStore store(file);
-        ASSERT_FALSE(store.InMemory()) << store.LastError();
-        WriteEverything(store);
+    for (int round : {0, 1}) {
+        {
+            SettingsStore store(file);
+            ASSERT_FALSE(store.InMemory()) << store.LastError();
+            if (round == 0)
+                CheckEverything(store, -1, kKey);
+            WriteEverything(store, round);
+            CheckEverything(store, round);
+        }
+        SettingsStore next(file);
+        ASSERT_FALSE(next.InMemory()) << next.LastError();
+        CheckEverything(next, round);
+        CheckEverything(next, -1, kOtherSession, true);
+        EXPECT_EQ(next.LastError(), "");
     }
-    SettingsStore next(file);
-    ASSERT_FALSE(next.InMemory()) << next.LastError();
-    CheckEverything(next);
-    EXPECT_EQ(next.LastError(), "");
 }
 
 // Nothing runs after the kill: no destructor, no close, no checkpoint.
@@ -102,150 +132,73 @@ TEST(StorePersistence, AValueIsKeptWhenTheProgramIsKilledRightAfterTheSet)
     EXPECT_EQ(breaks, StringList({"break"}));
 }
 
-struct UnusableCase {
-    const char* name;
-    std::function<fs::path(const TempFolder&)> arrange;
-    const char* reason;
-};
-
-class UnusableFile : public ::testing::TestWithParam<UnusableCase>
-{
-};
-
-TEST_P(UnusableFile, GivesAClearMessageAndTheStoreWorksInMemory)
+// Why a file is refused is the database's business; here, that the store goes on.
+TEST(StorePersistence, AnUnusableFileGivesAClearMessageAndTheStoreWorksInMemory)
 {
     TempFolder dir;
-    const fs::path file = GetParam().arrange(dir);
+    const fs::path file = dir.WriteFile("workspace.db", "[settings]\n");
     SettingsStore store(file);
     EXPECT_TRUE(store.InMemory());
     const std::string& message = store.LastError();
-    EXPECT_EQ(message.rfind("Cannot open the store '" + file.string() + "': ", 0), 0u) << message;
-    EXPECT_NE(message.find(GetParam().reason), std::string::npos) << message;
+    EXPECT_EQ(message.rfind("Cannot open the store '" + file.string() + "': the file is not a database", 0),
+              0u)
+        << message;
     EXPECT_NE(message.find("kept in memory for this session"), std::string::npos) << message;
     WriteEverything(store);
     CheckEverything(store);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    StorePersistence, UnusableFile,
-    ::testing::Values(
-        UnusableCase{"TextFile",
-                     [](const TempFolder& d) { return d.WriteFile("workspace.db", "[settings]\n"); },
-                     "not a database"},
-        UnusableCase{"TruncatedStore",
-                     [](const TempFolder& d) {
-                         {
-                             SettingsStore store(d / "workspace.db");
-                             for (int i = 0; i < 300; ++i)
-                                 store.SetString("key" + std::to_string(i), std::string(300, 'v'));
-                         }
-                         fs::resize_file(d / "workspace.db", fs::file_size(d / "workspace.db") / 2);
-                         return d / "workspace.db";
-                     },
-                     "damaged"},
-        UnusableCase{"NewerStore",
-                     [](const TempFolder& d) {
-                         {
-                             SettingsStore store(d / "workspace.db");
-                         }
-                         RawSql(d / "workspace.db", "UPDATE schema_version SET version = 3");
-                         return d / "workspace.db";
-                     },
-                     "newer version"},
-        UnusableCase{"FolderThatCannotBeMade",
-                     [](const TempFolder& d) { return d.WriteFile("ws", "") / ".tessel" / "workspace.db"; },
-                     "cannot be created"}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-struct DamagedValueCase {
-    const char* name;
-    const char* blobSql;
-    const char* reason;
-};
-
-class DamagedValue : public ::testing::TestWithParam<DamagedValueCase>
-{
-};
-
 // One bad row costs that value only: it reads as empty with a reason, and the
-// values around it read as before.
-TEST_P(DamagedValue, ReadsAsEmptyWithAReasonAndLeavesTheRestAlone)
+// values around it read as before. A text or a number is read back only as
+// what it was written as; the lists keep whatever Variant they are given.
+TEST(StorePersistence, ADamagedValueOrOneOfAnotherKindReadsAsEmptyAndLeavesTheRestAlone)
 {
     TempFolder dir;
     const fs::path file = dir / "workspace.db";
     {
         SettingsStore store(file);
         ASSERT_EQ(store.SetModules("w", "p", "s", StringList({"a.elf"})), S_OK);
-        ASSERT_EQ(store.SetPlatform("w", "p", "s", "sim"), S_OK);
         ASSERT_EQ(store.SetNoAutoConnect("w", "p", "s", VARIANT_TRUE), S_OK);
-        ASSERT_EQ(store.SetProperty("FIRST_CONNECTION_TAG", "NO", "w", "p", "s"), S_OK);
-    }
-    ASSERT_TRUE(RawSql(file, std::string("UPDATE session_value SET value = ") + GetParam().blobSql +
-                                 " WHERE name IN ('Modules', 'Platform', 'NoAutoConnect')"));
-    SettingsStore store(file);
-    ASSERT_FALSE(store.InMemory()) << store.LastError();
-
-    Variant modules = StringList({"stale"});
-    EXPECT_EQ(store.GetModules("w", "p", "s", modules), E_FAIL);
-    EXPECT_EQ(modules, Variant());
-    EXPECT_NE(store.LastError().find("setting 'Modules' of session w/p/s"), std::string::npos)
-        << store.LastError();
-    EXPECT_NE(store.LastError().find(GetParam().reason), std::string::npos) << store.LastError();
-
-    std::string platform = "stale";
-    EXPECT_EQ(store.GetPlatform("w", "p", "s", platform), E_FAIL);
-    EXPECT_EQ(platform, "");
-    VariantBool flag = VARIANT_TRUE;
-    EXPECT_EQ(store.GetNoAutoConnect("w", "p", "s", flag), E_FAIL);
-    EXPECT_EQ(flag, VARIANT_FALSE);
-
-    std::string tag;
-    EXPECT_EQ(store.GetProperty("FIRST_CONNECTION_TAG", "w", "p", "s", tag), S_OK);
-    EXPECT_EQ(tag, "NO");
-    // A damaged value is overwritten like any other.
-    EXPECT_EQ(store.SetModules("w", "p", "s", Variant::Array(VT_ARRAY_BSTR)), S_OK);
-    EXPECT_EQ(store.GetModules("w", "p", "s", modules), S_OK);
-    EXPECT_EQ(modules, Variant::Array(VT_ARRAY_BSTR));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    StorePersistence, DamagedValue,
-    ::testing::Values(DamagedValueCase{"Truncated", "x'545601'", "ends early"},
-                      DamagedValueCase{"RandomBytes", "x'00ff13a7'", "not a stored value"},
-                      DamagedValueCase{"TextInsteadOfBlob", "'hello'", "not a stored value"},
-                      DamagedValueCase{"EmptyBlob", "x''", "not a stored value"},
-                      DamagedValueCase{"FromAFutureEncoding", "x'5456090000'", "unknown encoding"}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-// A text or a number is read back only as what it was written as; the lists
-// keep whatever Variant they are given.
-TEST(StorePersistence, AValueOfAnotherKindReadsAsEmptyWhereAKindIsFixed)
-{
-    TempFolder dir;
-    const fs::path file = dir / "workspace.db";
-    {
-        SettingsStore store(file);
         ASSERT_EQ(store.SetDownloadAfterBuild("w", "p", "s", VARIANT_TRUE), S_OK);
         ASSERT_EQ(store.SetPlatform("w", "p", "s", "sim"), S_OK);
         ASSERT_EQ(store.SetCommandFiles("w", "p", "s", StringList({"a.cmd", "1"})), S_OK);
+        ASSERT_EQ(store.SetProperty("FIRST_CONNECTION_TAG", "NO", "w", "p", "s"), S_OK);
     }
-    // UInt(0x10000) for the flag; an empty list of strings for the others.
-    ASSERT_TRUE(
-        RawSql(file, "UPDATE session_value SET value = x'5456011702808004' WHERE name = 'DownloadAfterBuild';"
-                     "UPDATE session_value SET value = x'545601884000' WHERE name <> 'DownloadAfterBuild'"));
+    // Random bytes, a text for a blob, UInt(0x10000) for a flag, empty lists of strings.
+    ASSERT_TRUE(RawSql(
+        file, "UPDATE session_value SET value = x'00ff13a7' WHERE name = 'Modules';"
+              "UPDATE session_value SET value = 'hello' WHERE name = 'NoAutoConnect';"
+              "UPDATE session_value SET value = x'5456011702808004' WHERE name = 'DownloadAfterBuild';"
+              "UPDATE session_value SET value = x'545601884000' WHERE name IN ('Platform', 'CommandFiles')"));
     SettingsStore store(file);
+    ASSERT_FALSE(store.InMemory()) << store.LastError();
+    Variant modules = StringList({"stale"});
+    EXPECT_EQ(store.GetModules("w", "p", "s", modules), E_FAIL);
+    EXPECT_EQ(modules, Variant());
+    EXPECT_NE(store.LastError().find("setting 'Modules' of session w/p/s is damaged (not a stored value)"),
+              std::string::npos)
+        << store.LastError();
     VariantBool flag = VARIANT_TRUE;
+    EXPECT_EQ(store.GetNoAutoConnect("w", "p", "s", flag), E_FAIL);
+    EXPECT_EQ(flag, VARIANT_FALSE);
+    flag = VARIANT_TRUE;
     EXPECT_EQ(store.GetDownloadAfterBuild("w", "p", "s", flag), E_FAIL);
-    EXPECT_EQ(flag, 0);
+    EXPECT_EQ(flag, VARIANT_FALSE);
     EXPECT_NE(store.LastError().find("not a number of its kind"), std::string::npos) << store.LastError();
-    std::string platform = "stale";
-    EXPECT_EQ(store.GetPlatform("w", "p", "s", platform), E_FAIL);
-    EXPECT_EQ(platform, "");
+    std::string text = "stale";
+    EXPECT_EQ(store.GetPlatform("w", "p", "s", text), E_FAIL);
+    EXPECT_EQ(text, "");
     EXPECT_NE(store.LastError().find("setting 'Platform' of session w/p/s is not a text"), std::string::npos)
         << store.LastError();
     Variant files;
     EXPECT_EQ(store.GetCommandFiles("w", "p", "s", files), S_OK);
     EXPECT_EQ(files, Variant::Array(VT_ARRAY_BSTR));
+    EXPECT_EQ(store.GetProperty("FIRST_CONNECTION_TAG", "w", "p", "s", text), S_OK);
+    EXPECT_EQ(text, "NO");
+    // A damaged value is overwritten like any other.
+    EXPECT_EQ(store.SetModules("w", "p", "s", Variant::Array(VT_ARRAY_BSTR)), S_OK);
+    EXPECT_EQ(store.GetModules("w", "p", "s", modules), S_OK);
+    EXPECT_EQ(modules, Variant::Array(VT_ARRAY_BSTR));
 }
 
 } // namespace

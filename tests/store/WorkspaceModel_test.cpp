@@ -7,6 +7,7 @@
 
 #include "support/RawSql.h"
 #include "support/TempFolder.h"
+#include "workbench/store/NameRules.h"
 #include "workbench/store/SettingsStore.h"
 #include "workbench/store/WorkspaceModel.h"
 
@@ -27,6 +28,8 @@ TEST(WorkspaceModel, ANewFolderGetsTheDefaultProjectConfigurationAndSession)
 {
     TempFolder dir;
     WorkspaceModel model;
+    EXPECT_TRUE(model.InMemory()) << "an unnamed workspace until a folder is opened";
+    EXPECT_EQ(model.Active(), (ActiveSession{"", "default", "Debug", "default"}));
     std::string error;
     ASSERT_TRUE(model.Open(dir / "Motor Control", error)) << error;
     EXPECT_EQ(error, "");
@@ -68,77 +71,79 @@ TEST(WorkspaceModel, ListsInOrderOfAdditionKeepingTheSpellingAndIgnoringCase)
     EXPECT_EQ(model.Active(), (ActiveSession{"", "Blinky", "Release", "Flash"}));
 }
 
-struct RefusalCase {
-    const char* name;
-    std::function<bool(WorkspaceModel&, std::string&)> attempt;
-    const char* message;
-};
-
-class Refused : public ::testing::TestWithParam<RefusalCase>
+TEST(NameRules, RefuseNamesThatAreEmptyLongBrokenOrHoldControlsOrSeparators)
 {
-};
-
-TEST_P(Refused, SaysWhyAndChangesNothing)
-{
-    WorkspaceModel model;
-    std::string error;
-    ASSERT_TRUE(model.AddProject("Blinky", error));
-    const Names projects = model.Projects(), configurations = model.Configurations("Blinky"),
-                sessions = model.Sessions("Blinky");
-    const ActiveSession active = model.Active();
-    error.clear();
-    EXPECT_FALSE(GetParam().attempt(model, error));
-    EXPECT_EQ(error, GetParam().message);
-    EXPECT_EQ(model.Projects(), projects);
-    EXPECT_EQ(model.Configurations("Blinky"), configurations);
-    EXPECT_EQ(model.Sessions("Blinky"), sessions);
-    EXPECT_EQ(model.Active(), active);
+    const std::string controls = "The x name may not hold control characters",
+                      separators = "The x name may not hold '/' or '\\'",
+                      utf8 = "The x name is not valid UTF-8";
+    const std::pair<std::string, std::string> cases[] = {
+        {"", "A x needs a name"},
+        {"a\tb", controls},
+        {"a\n", controls},
+        {"a\x7f", controls},
+        {"a\xc2\x85", controls},
+        {"\x01", controls},
+        {"../x", separators},
+        {"a\\b", separators},
+        {"..", "The x name may not be '.' or '..'"},
+        {"caf\xc3", utf8},
+        {"\xc0\xaf", utf8},
+        {"\xed\xa0\x80", utf8},
+        {"\xf4\x90\x80\x80", utf8},
+        {std::string(201, 's'), "The x name is too long (201 bytes, at most 200)"},
+        {std::string(200, 's'), ""},
+        {"Flash \xc3\xa9 \xf0\x9f\x94\xa5", ""},
+        {"a.b", ""},
+    };
+    for (const auto& [name, message] : cases) {
+        std::string error;
+        EXPECT_EQ(NameRules::Check("x", name, error), message.empty()) << name;
+        EXPECT_EQ(error, message) << name;
+    }
 }
 
-auto Project(std::string name)
+TEST(WorkspaceModel, RefusalSaysWhyAndChangesNothing)
 {
-    return [name](WorkspaceModel& m, std::string& e) { return m.AddProject(name, e); };
+    using Attempt = std::function<bool(WorkspaceModel&, std::string&)>;
+    const std::pair<Attempt, std::string> cases[] = {
+        {[](auto& m, auto& e) { return m.AddProject("", e); }, "A project needs a name"},
+        {[](auto& m, auto& e) { return m.AddProject("BLINKY", e); },
+         "There is a project named 'BLINKY' already"},
+        {[](auto& m, auto& e) { return m.AddConfiguration("Blinky", "a\x01", e); },
+         "The configuration name may not hold control characters"},
+        {[](auto& m, auto& e) { return m.AddSession("Blinky", "../x", e); },
+         "The session name may not hold '/' or '\\'"},
+        {[](auto& m, auto& e) { return m.AddConfiguration("blinky", "debug", e); },
+         "The project 'Blinky' has a configuration named 'debug' already"},
+        {[](auto& m, auto& e) { return m.AddSession("blinky", "DEFAULT", e); },
+         "The project 'Blinky' has a session named 'DEFAULT' already"},
+        {[](auto& m, auto& e) { return m.AddConfiguration("Nowhere", "Release", e); },
+         "There is no project named 'Nowhere'"},
+        {[](auto& m, auto& e) { return m.AddSession("Nowhere", "Flash", e); },
+         "There is no project named 'Nowhere'"},
+        {[](auto& m, auto& e) { return m.SetActive("Nowhere", "Debug", "default", e); },
+         "There is no project named 'Nowhere'"},
+        {[](auto& m, auto& e) { return m.SetActive("Blinky", "Release", "default", e); },
+         "The project 'Blinky' has no configuration named 'Release'"},
+        {[](auto& m, auto& e) { return m.SetActive("Blinky", "Debug", "Flash", e); },
+         "The project 'Blinky' has no session named 'Flash'"},
+    };
+    for (const auto& [attempt, message] : cases) {
+        WorkspaceModel model;
+        std::string error;
+        ASSERT_TRUE(model.AddProject("Blinky", error));
+        const Names projects = model.Projects(), configurations = model.Configurations("Blinky"),
+                    sessions = model.Sessions("Blinky");
+        const ActiveSession active = model.Active();
+        error.clear();
+        EXPECT_FALSE(attempt(model, error));
+        EXPECT_EQ(error, message);
+        EXPECT_EQ(model.Projects(), projects);
+        EXPECT_EQ(model.Configurations("Blinky"), configurations);
+        EXPECT_EQ(model.Sessions("Blinky"), sessions);
+        EXPECT_EQ(model.Active(), active);
+    }
 }
-auto Configuration(std::string project, std::string name)
-{
-    return [=](WorkspaceModel& m, std::string& e) { return m.AddConfiguration(project, name, e); };
-}
-auto Session(std::string project, std::string name)
-{
-    return [=](WorkspaceModel& m, std::string& e) { return m.AddSession(project, name, e); };
-}
-auto Activate(std::string p, std::string c, std::string s)
-{
-    return [=](WorkspaceModel& m, std::string& e) { return m.SetActive(p, c, s, e); };
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    WorkspaceModel, Refused,
-    ::testing::Values(
-        RefusalCase{"EmptyProject", Project(""), "A project needs a name"},
-        RefusalCase{"TabInProject", Project("a\tb"), "The project name may not hold control characters"},
-        RefusalCase{"NewlineInProject", Project("a\n"), "The project name may not hold control characters"},
-        RefusalCase{"DeleteInProject", Project("a\x7f"), "The project name may not hold control characters"},
-        RefusalCase{"NextLineInProject", Project("a\xc2\x85"),
-                    "The project name may not hold control characters"},
-        RefusalCase{"SameProjectInCapitals", Project("BLINKY"), "There is a project named 'BLINKY' already"},
-        RefusalCase{"EmptyConfiguration", Configuration("Blinky", ""), "A configuration needs a name"},
-        RefusalCase{"ControlInSession", Session("Blinky", "\x01"),
-                    "The session name may not hold control characters"},
-        RefusalCase{"SameConfiguration", Configuration("blinky", "debug"),
-                    "The project 'Blinky' has a configuration named 'debug' already"},
-        RefusalCase{"SameSession", Session("blinky", "DEFAULT"),
-                    "The project 'Blinky' has a session named 'DEFAULT' already"},
-        RefusalCase{"ConfigurationOfNoProject", Configuration("Nowhere", "Release"),
-                    "There is no project named 'Nowhere'"},
-        RefusalCase{"SessionOfNoProject", Session("Nowhere", "Flash"), "There is no project named 'Nowhere'"},
-        RefusalCase{"ActiveInNoProject", Activate("Nowhere", "Debug", "default"),
-                    "There is no project named 'Nowhere'"},
-        RefusalCase{"ActiveWithNoConfiguration", Activate("Blinky", "Release", "default"),
-                    "The project 'Blinky' has no configuration named 'Release'"},
-        RefusalCase{"ActiveWithNoSession", Activate("Blinky", "Debug", "Flash"),
-                    "The project 'Blinky' has no session named 'Flash'"}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 TEST(WorkspaceModel, EverythingIsThereWhenTheFolderIsOpenedAgain)
 {
@@ -162,72 +167,49 @@ TEST(WorkspaceModel, EverythingIsThereWhenTheFolderIsOpenedAgain)
 
 // The file is what it is: a hand edit or another release may leave rows the
 // rules refuse, or a choice that names nothing.
-struct StoredTroubleCase {
-    const char* name;
-    const char* sql;
-    Names projects;
-    ActiveSession active;
-    const char* note;
-};
-
-class StoredTrouble : public ::testing::TestWithParam<StoredTroubleCase>
+TEST(WorkspaceModel, StoredTroubleIsMendedOrLeftOutAndTheRestKept)
 {
-};
-
-TEST_P(StoredTrouble, IsMendedOrLeftOutAndTheRestKept)
-{
-    TempFolder dir;
-    std::string error;
-    {
+    struct Case {
+        const char* sql;
+        Names projects;
+        ActiveSession active;
+        const char* note;
+    };
+    const ActiveSession fallback{"ws", "default", "Debug", "default"},
+        kept{"ws", "Blinky", "Debug", "default"};
+    const Case cases[] = {
+        {"UPDATE active SET project = 'gone'", {"default", "Blinky"}, fallback, ""},
+        {"INSERT INTO project VALUES ('bad' || char(9), 'bad' || char(9))",
+         {"default", "Blinky"},
+         kept,
+         "Left out of the workspace, its name is not usable: project 'bad"},
+        {"INSERT INTO project VALUES ('../x', '../x')", {"default", "Blinky"}, kept, "project '../x'"},
+        {"INSERT INTO session VALUES ('nowhere', 'x', 'x')",
+         {"default", "Blinky"},
+         kept,
+         "session 'x' of project 'nowhere'"},
+        {"DELETE FROM session WHERE project = 'blinky'", {"default", "Blinky"}, fallback, ""},
+        {"DELETE FROM project; DELETE FROM configuration; DELETE FROM session", {"default"}, fallback, ""},
+        {"DELETE FROM configuration", {"default", "Blinky"}, fallback, ""},
+    };
+    for (const auto& c : cases) {
+        TempFolder dir;
+        std::string error;
+        {
+            WorkspaceModel model;
+            ASSERT_TRUE(model.Open(dir / "ws", error)) << error;
+            ASSERT_TRUE(model.AddProject("Blinky", error)) << error;
+            ASSERT_TRUE(model.SetActive("Blinky", "Debug", "default", error)) << error;
+        }
+        ASSERT_TRUE(RawSql(WorkspaceModel::StoreFileOf(dir / "ws"), c.sql));
         WorkspaceModel model;
-        ASSERT_TRUE(model.Open(dir / "ws", error)) << error;
-        ASSERT_TRUE(model.AddProject("Blinky", error)) << error;
-        ASSERT_TRUE(model.SetActive("Blinky", "Debug", "default", error)) << error;
-    }
-    ASSERT_TRUE(RawSql(WorkspaceModel::StoreFileOf(dir / "ws"), GetParam().sql));
-    WorkspaceModel model;
-    EXPECT_TRUE(model.Open(dir / "ws", error));
-    EXPECT_NE(error.find(GetParam().note), std::string::npos) << error;
-    EXPECT_EQ(model.Projects(), GetParam().projects);
-    EXPECT_EQ(model.Active(), GetParam().active);
-    if (GetParam().note[0] == '\0') {
-        EXPECT_EQ(error, "");
+        EXPECT_TRUE(model.Open(dir / "ws", error));
+        EXPECT_EQ(error.empty(), c.note[0] == '\0') << c.sql << ": " << error;
+        EXPECT_NE(error.find(c.note), std::string::npos) << error;
+        EXPECT_EQ(model.Projects(), c.projects) << c.sql;
+        EXPECT_EQ(model.Active(), c.active) << c.sql;
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    WorkspaceModel, StoredTrouble,
-    ::testing::Values(StoredTroubleCase{"ActiveNamesAGoneProject",
-                                        "UPDATE active SET project = 'gone'",
-                                        {"default", "Blinky"},
-                                        ActiveSession{"ws", "default", "Debug", "default"},
-                                        ""},
-                      StoredTroubleCase{"ProjectNameWithAControlCharacter",
-                                        "INSERT INTO project VALUES ('bad' || char(9), 'bad' || char(9))",
-                                        {"default", "Blinky"},
-                                        ActiveSession{"ws", "Blinky", "Debug", "default"},
-                                        "Left out of the workspace, its name is not usable: project 'bad"},
-                      StoredTroubleCase{"SessionOfNoProject",
-                                        "INSERT INTO session VALUES ('nowhere', 'x', 'x')",
-                                        {"default", "Blinky"},
-                                        ActiveSession{"ws", "Blinky", "Debug", "default"},
-                                        "session 'x' of project 'nowhere'"},
-                      StoredTroubleCase{"ActiveProjectLostItsSessions",
-                                        "DELETE FROM session WHERE project = 'blinky'",
-                                        {"default", "Blinky"},
-                                        ActiveSession{"ws", "default", "Debug", "default"},
-                                        ""},
-                      StoredTroubleCase{"EveryProjectGone",
-                                        "DELETE FROM project; DELETE FROM configuration; DELETE FROM session",
-                                        {"default"},
-                                        ActiveSession{"ws", "default", "Debug", "default"},
-                                        ""},
-                      StoredTroubleCase{"NoConfigurationLeftAnywhere",
-                                        "DELETE FROM configuration",
-                                        {"default", "Blinky"},
-                                        ActiveSession{"ws", "default", "Debug", "default"},
-                                        ""}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 TEST(WorkspaceModel, AStoreThatCannotBeUsedLeavesAWorkingWorkspaceInMemory)
 {
@@ -250,32 +232,6 @@ TEST(WorkspaceModel, AStoreThatCannotBeUsedLeavesAWorkingWorkspaceInMemory)
     SettingsStore store(model.SharedDatabase());
     EXPECT_TRUE(store.InMemory());
     EXPECT_EQ(store.SetPlatform("ws", "Blinky", "default", "sim"), S_OK);
-}
-
-TEST(WorkspaceModel, ItsStoreKeepsTheSessionSettingsInTheSameFile)
-{
-    TempFolder dir;
-    std::string error;
-    {
-        WorkspaceModel model;
-        ASSERT_TRUE(model.Open(dir / "ws", error)) << error;
-        SettingsStore store(model.SharedDatabase());
-        ASSERT_FALSE(store.InMemory());
-        const ActiveSession key = model.Active();
-        ASSERT_EQ(store.SetPlatform(key.workspace, key.project, key.session, "sim"), S_OK);
-    }
-    SettingsStore store(WorkspaceModel::StoreFileOf(dir / "ws"));
-    ASSERT_FALSE(store.InMemory()) << store.LastError();
-    std::string platform;
-    EXPECT_EQ(store.GetPlatform("WS", "Default", "Default", platform), S_OK);
-    EXPECT_EQ(platform, "sim");
-}
-
-TEST(WorkspaceModel, BeforeAnyFolderIsOpenedItIsAnUnnamedWorkspaceInMemory)
-{
-    WorkspaceModel model;
-    EXPECT_TRUE(model.InMemory());
-    EXPECT_EQ(model.Active(), (ActiveSession{"", "default", "Debug", "default"}));
 }
 
 } // namespace

@@ -37,9 +37,8 @@ struct CommandWindowTest : ::testing::Test {
     void TearDown() override { std::system(("rm -rf " + dir).c_str()); }
     std::string Batch(const std::string& name, const std::string& text)
     {
-        std::string path = dir + "/" + name;
-        std::ofstream(path) << text;
-        return path;
+        std::ofstream(dir + "/" + name) << text;
+        return dir + "/" + name;
     }
     std::string Run(const std::string& line)
     {
@@ -48,51 +47,54 @@ struct CommandWindowTest : ::testing::Test {
         workbench.Loop().RunUntilIdle();
         return out.str();
     }
+    // md fails for a line holding "bad"; answers "ok" otherwise.
+    void FailOnBad()
+    {
+        display.answer = [](const std::string& line) {
+            return line.find("bad") != std::string::npos
+                       ? ScriptedCommand::Answer{"Parameter is invalid", E_FAIL}
+                       : ScriptedCommand::Answer{"ok", S_OK};
+        };
+    }
 };
 
-TEST_F(CommandWindowTest, ExactNameWinsThenAliasThenAUniquePrefix)
+TEST_F(CommandWindowTest, NamesMatchExactlyThenByAliasThenByAnUnambiguousBeginning)
 {
-    EXPECT_EQ(Run("memory_display 100"), "> memory_display 100\nmemory_display ran\n");
-    EXPECT_EQ(Run("MD 100"), "> MD 100\nmemory_display ran\n");
-    EXPECT_EQ(Run("memory_di 0"), "> memory_di 0\nmemory_display ran\n");
-    EXPECT_EQ(Run("memory_d 0"),
-              "> memory_d 0\nError: Ambiguous command: memory_d (memory_display, memory_dump)\n");
-    EXPECT_EQ(Run("frobnicate"), "> frobnicate\nError: Unknown command: frobnicate\n");
-    EXPECT_EQ(display.lines, (std::vector<std::string>{"memory_display 100", "MD 100", "memory_di 0"}))
-        << "a command gets the line as typed";
-    EXPECT_EQ(window.Failures(), 2);
-}
-
-TEST_F(CommandWindowTest, FailureIsMarkedAsAnErrorAndBlankLinesAreSkipped)
-{
-    display.answer = [](const std::string&) {
-        return ScriptedCommand::Answer{"Parameter '<address>' is empty", E_FAIL};
+    workbench.Help().AddCommandHelp("go", "[<address>]", 0);
+    dump.answer = [](const std::string&) { return ScriptedCommand::Answer{"", E_FAIL}; };
+    const std::pair<std::string, std::string> cases[] = {
+        {"memory_dump", "> memory_dump\nError: Command failed: 0x80004005\n"},
+        {"memory_display 100", "> memory_display 100\nmemory_display ran\n"},
+        {"MD 100", "> MD 100\nmemory_display ran\n"},
+        {"memory_di 0", "> memory_di 0\nmemory_display ran\n"},
+        {"memory_d 0", "> memory_d 0\nError: Ambiguous command: memory_d (memory_display, memory_dump)\n"},
+        {"frobnicate", "> frobnicate\nError: Unknown command: frobnicate\n"},
+        {"hel go", "> hel go\ngo [<address>]\n"},
+        {"batc", "> batc\nError: Cannot open batch file: \n"},
+        {"   \t ", ""},
+        {"# a comment", ""},
+        {"md \x1b[2J\x7f", "> md ^[[2J^?\nmemory_display ran\n"},
     };
-    EXPECT_EQ(Run("md"), "> md\nError: Parameter '<address>' is empty\n");
-    display.answer = [](const std::string&) { return ScriptedCommand::Answer{"", E_FAIL}; };
-    EXPECT_EQ(Run("md"), "> md\nError: Command failed: 0x80004005\n");
-    EXPECT_EQ(Run("   \t "), "");
-    EXPECT_EQ(Run("# a comment"), "");
+    for (const auto& [line, shown] : cases)
+        EXPECT_EQ(Run(line), shown) << line;
+    EXPECT_EQ(display.lines,
+              (std::vector<std::string>{"memory_display 100", "MD 100", "memory_di 0", "md \x1b[2J\x7f"}))
+        << "a command gets the line as typed";
+    EXPECT_EQ(window.Failures(), 4);
 }
 
 TEST_F(CommandWindowTest, ContinuationSendsEveryLineToTheCommandUntilItEnds)
 {
     display.answer = [](const std::string& line) {
-        bool more = line != ".";
-        return ScriptedCommand::Answer{"", S_OK, more, false, "H'100 ? "};
-    };
-    Run("md 100");
-    EXPECT_EQ(window.Prompt(), "H'100 ? ");
-    EXPECT_EQ(Run("go"), "H'100 ? go\n") << "while continuing, even a command name belongs to the command";
-    display.answer = [](const std::string& line) {
         return ScriptedCommand::Answer{"", S_OK, line != ".", false, "20000000 FF"};
     };
-    Run("next");
+    Run("md 100");
     EXPECT_EQ(window.Prompt(), "20000000 FF ") << "a blank keeps what is typed apart from the shown value";
-    EXPECT_EQ(Run("12"), "20000000 FF 12\n");
+    EXPECT_EQ(Run("go"), "20000000 FF go\n")
+        << "while continuing, even a command name belongs to the command";
     Run(".");
     EXPECT_EQ(window.Prompt(), "> ");
-    EXPECT_EQ(display.lines, (std::vector<std::string>{"md 100", "go", "next", "12", "."}));
+    EXPECT_EQ(display.lines, (std::vector<std::string>{"md 100", "go", "."}));
     EXPECT_TRUE(go.lines.empty());
 }
 
@@ -100,9 +102,7 @@ TEST_F(CommandWindowTest, PendingCommandHoldsLaterLinesUntilItsTextArrives)
 {
     go.answer = [](const std::string&) { return ScriptedCommand::Answer{"", S_OK, false, true}; };
     Run("go");
-    EXPECT_TRUE(window.Pending());
     EXPECT_EQ(Run("md 0"), "") << "the next line waits";
-    EXPECT_TRUE(display.lines.empty());
     out.str("");
     ASSERT_NE(go.lastSink, nullptr);
     go.lastSink->OnCommandComplete("Stopped at H'08000124", S_OK);
@@ -113,59 +113,91 @@ TEST_F(CommandWindowTest, PendingCommandHoldsLaterLinesUntilItsTextArrives)
         << "a completion with nothing pending is refused";
 }
 
-TEST_F(CommandWindowTest, BatchRunsLineByLineAndStopsAtAFailedCommand)
+TEST_F(CommandWindowTest, FailureInANestedBatchStopsEveryBatchOutToTheOutermost)
+{
+    FailOnBad();
+    std::string inner = Batch("inner.qdc", "md 2\nmd bad\nmd 3\n");
+    std::string outer = Batch("outer.qdc", "md 1\n\n# note\nbatch " + inner + "\nmd 4\nmd 5\n");
+    ASSERT_TRUE(window.SubmitBatchFile(outer));
+    window.Submit("md typed");
+    EXPECT_EQ(display.lines, (std::vector<std::string>{"md 1", "md 2", "md bad", "md typed"}));
+    EXPECT_NE(out.str().find("Error: Parameter is invalid\nError: Batch file " + inner +
+                             " stopped; 1 line(s) not run\nError: Batch file " + outer +
+                             " stopped; 2 line(s) not run\n> md typed\n"),
+              std::string::npos)
+        << out.str();
+    EXPECT_TRUE(events.empty()) << "only batches started through the service announce their end";
+    EXPECT_FALSE(window.SubmitBatchFile(dir + "/missing.qdc"));
+    EXPECT_FALSE(window.SubmitBatchFile(dir)) << "a folder is no batch file";
+}
+
+TEST_F(CommandWindowTest, BatchThatCallsItselfStopsAtTheDepthLimit)
+{
+    std::string self = dir + "/self.qdc";
+    Batch("self.qdc", "md 1\nbatch " + self + "\nmd after\n");
+    ASSERT_TRUE(window.SubmitBatchFile(self));
+    EXPECT_EQ(display.lines.size(), CommandWindow::kMaxBatchDepth);
+    EXPECT_NE(out.str().find("Error: Batch files nested too deeply (more than 16): " + self),
+              std::string::npos);
+    EXPECT_TRUE(window.Idle());
+    EXPECT_EQ(window.Failures(), 1);
+}
+
+TEST_F(CommandWindowTest, OverlongBatchLineIsRefusedAsSoonAsItIsSeen)
+{
+    ASSERT_TRUE(window.SubmitBatchFile("/dev/zero")) << "a file without an end is read a line at a time";
+    EXPECT_NE(out.str().find("Error: Line too long: more than 65536 characters, in /dev/zero line 1\n"
+                             "Error: Batch file /dev/zero stopped; 1 line(s) not run\n"),
+              std::string::npos);
+    std::string huge(1 << 20, 'x');
+    EXPECT_NE(Run("md " + huge).find("Error: Line too long: 1048579 characters, at most 65536"),
+              std::string::npos);
+    EXPECT_TRUE(display.lines.empty());
+}
+
+TEST_F(CommandWindowTest, CommandStillContinuingEndsWithItsBatch)
 {
     display.answer = [](const std::string& line) {
-        return line.find("bad") != std::string::npos ? ScriptedCommand::Answer{"Parameter is invalid", E_FAIL}
-                                                     : ScriptedCommand::Answer{"ok", S_OK};
+        return ScriptedCommand::Answer{"", S_OK, line != ".", false, "20000000 FF"};
     };
-    std::string good = Batch("good.qdc", "md 1\n\n# note\nmd 2\n");
-    std::string bad = Batch("bad.qdc", "md 1\nmd bad\nmd 3\nmd 4\n");
-    out.str("");
-    ASSERT_TRUE(window.SubmitBatchFile(good));
-    ASSERT_TRUE(window.SubmitBatchFile(bad));
-    workbench.Loop().RunUntilIdle();
-    EXPECT_EQ(out.str(), "> md 1\nok\n> md 2\nok\n> md 1\nok\n> md bad\nError: Parameter is invalid\n"
-                         "Error: Batch file " +
-                             bad + " stopped; 2 line(s) not run\n");
-    EXPECT_EQ(events.size(), 2u) << "each batch's end is broadcast, a stopped one too";
-    EXPECT_FALSE(window.SubmitBatchFile(dir + "/missing.qdc"));
+    ASSERT_TRUE(window.SubmitBatchFile(Batch("edit.qdc", "md 20000000\n")));
+    EXPECT_EQ(window.Prompt(), "> ");
+    EXPECT_EQ(Run("go"), "> go\ngo ran\n");
+    EXPECT_EQ(display.lines, (std::vector<std::string>{"md 20000000", "."})) << "the command is told to end";
 }
 
-TEST_F(CommandWindowTest, ComponentsStartBatchesThatRunAfterTheirCallReturns)
+TEST_F(CommandWindowTest, ServiceBatchesRunInOrderBeforeTheNextLineAndAnnounceTheirEnd)
 {
-    std::string file = Batch("later.qdc", "md 7\n");
-    EXPECT_EQ(window.RunBatchFile(file), S_OK);
+    std::string first = Batch("first.qdc", "md 1\n"), second = Batch("second.qdc", "md 2\n");
+    ScriptedCommand::Answer goAnswer;
+    go.answer = [&](const std::string&) {
+        EXPECT_EQ(window.RunBatchFile(first), S_OK);
+        EXPECT_EQ(window.RunBatchFile(second), S_OK);
+        EXPECT_EQ(window.RunBatchFile(dir + "/missing.qdc"), E_FAIL);
+        return goAnswer;
+    };
+    window.SubmitSequence("go; md 3");
+    workbench.Loop().RunUntilIdle();
+    EXPECT_EQ(display.lines, (std::vector<std::string>{"md 1", "md 2", "md 3"}));
+    EXPECT_EQ(events, (std::vector<std::string>{"batch:0", "batch:0"}));
+
+    display.lines.clear();
+    goAnswer = {"Target lost", E_FAIL};
+    ASSERT_TRUE(window.SubmitBatchFile(Batch("outer.qdc", "go\nmd never\n")));
     EXPECT_TRUE(display.lines.empty());
-    EXPECT_EQ(window.RunBatchFile(dir + "/missing.qdc"), E_FAIL);
-    workbench.Loop().RunUntilIdle();
-    EXPECT_EQ(display.lines, (std::vector<std::string>{"md 7"}));
-    EXPECT_EQ(events, (std::vector<std::string>{"batch:0"}));
+    EXPECT_EQ(events.size(), 4u) << "a batch stopped before it ran is announced too";
 }
 
-TEST_F(CommandWindowTest, NestedBatchRunsInPlace)
+TEST_F(CommandWindowTest, QuitEndsEveryBatchAndEveryWaitingLine)
 {
-    std::string inner = Batch("inner.qdc", "md inner\n");
-    std::string outer = Batch("outer.qdc", "md 1\nbatch " + inner + "\nmd 2\n");
-    out.str("");
-    ASSERT_TRUE(window.SubmitBatchFile(outer));
-    workbench.Loop().RunUntilIdle();
-    EXPECT_EQ(display.lines, (std::vector<std::string>{"md 1", "md inner", "md 2"}));
-    EXPECT_EQ(events.size(), 2u);
-}
-
-TEST_F(CommandWindowTest, MalformedLinesAreRefusedWhole)
-{
-    std::string huge(1 << 20, 'x');
-    std::string text = Run("md " + huge);
-    EXPECT_NE(text.find("Error: Line too long: 1048579 characters, at most 65536"), std::string::npos);
-    EXPECT_TRUE(display.lines.empty());
-    EXPECT_EQ(Run("md 1"), "> md 1\nmemory_display ran\n") << "the session goes on";
+    ASSERT_TRUE(window.SubmitBatchFile(Batch("quit.qdc", "md 1\nqu\nmd 2\n")));
+    EXPECT_TRUE(window.QuitRequested());
+    window.SubmitSequence("md 3");
+    EXPECT_EQ(display.lines, (std::vector<std::string>{"md 1"}));
 }
 
 TEST_F(CommandWindowTest, SequenceSplitsAtSemicolonsOutsideQuotesAndBraces)
 {
-    out.str("");
     window.SubmitSequence("md \"a;b\"; md {c;d};md 3");
     EXPECT_EQ(display.lines, (std::vector<std::string>{"md \"a;b\"", "md {c;d}", "md 3"}));
 }
@@ -174,13 +206,12 @@ TEST_F(CommandWindowTest, HelpListsRegisteredCommandsWithTheirParameters)
 {
     workbench.Help().AddCommandHelp("memory_display", "<address> [<length>] [<mode>]", 0);
     workbench.Help().AddCommandHelp("md", "<address> [<length>] [<mode>]", 1);
-    workbench.Help().AddCommandHelp("go", "[<wait key>] [<address>]", 0);
-    EXPECT_EQ(Run("help"), "> help\nbatch <filename>\ngo [<wait key>] [<address>]\nhelp [<command>]\n"
-                           "memory_display <address> [<length>] [<mode>]\n");
+    EXPECT_EQ(Run("help"),
+              "> help\nbatch <filename>\nhelp [<command>]\nmemory_display <address> [<length>] [<mode>]\n");
     EXPECT_EQ(Run("help md"), "> help md\nmd <address> [<length>] [<mode>]\n");
     EXPECT_EQ(Run("help nothing"), "> help nothing\nError: No help for: nothing\n");
-    EXPECT_EQ(window.CommandNames(),
-              (std::vector<std::string>{"batch", "go", "help", "md", "memory_display", "memory_dump"}));
+    EXPECT_EQ(window.CommandNames(), (std::vector<std::string>{"batch", "exit", "go", "help", "md",
+                                                               "memory_display", "memory_dump", "quit"}));
 }
 
 } // namespace

@@ -9,51 +9,36 @@ namespace
 {
 
 // Only identity matters here: the host never calls an evaluator.
-using StubEvaluator = FakeEvaluator;
-
-IQEvaluator2* Current(ServiceRegistry& registry)
-{
-    return GetServiceAs<IQEvaluator2>(&registry, Ids::IQEvaluator2);
-}
-
-TEST(EvaluatorHost, ASessionEvaluatorCoversThePlatformsUntilCleared)
-{
+struct EvaluatorHostTest : ::testing::Test {
     ServiceRegistry registry;
-    EvaluatorHost host(registry);
-    StubEvaluator platform, session;
+    EvaluatorHost host{registry};
+    FakeEvaluator platform, session, later;
+    IQEvaluator2* Current() { return GetServiceAs<IQEvaluator2>(&registry, Ids::IQEvaluator2); }
+};
+
+TEST_F(EvaluatorHostTest, ASessionEvaluatorCoversThePlatformsUntilCleared)
+{
     registry.RegisterService(Ids::IQEvaluator2, &platform);
-
     EXPECT_EQ(host.SetEvaluator(&session), S_OK);
-    EXPECT_EQ(Current(registry), &session);
+    EXPECT_EQ(Current(), &session);
     EXPECT_EQ(host.ClearEvaluator(), S_OK);
-    EXPECT_EQ(Current(registry), &platform);
-    // Nothing left in front: clearing again changes nothing.
-    EXPECT_EQ(host.ClearEvaluator(), S_FALSE);
-    EXPECT_EQ(Current(registry), &platform);
-}
-
-TEST(EvaluatorHost, WithoutAPlatformEvaluatorClearingLeavesNone)
-{
-    ServiceRegistry registry;
-    EvaluatorHost host(registry);
-    StubEvaluator session;
-    host.SetEvaluator(&session);
-    host.SetEvaluator(&session);
-    host.ClearEvaluator();
-    EXPECT_EQ(Current(registry), nullptr);
+    EXPECT_EQ(Current(), &platform);
+    EXPECT_EQ(host.ClearEvaluator(), S_FALSE) << "nothing left in front";
+    EXPECT_EQ(Current(), &platform);
     EXPECT_EQ(host.SetEvaluator(nullptr), E_POINTER);
 }
 
-TEST(EvaluatorHost, AnEvaluatorRegisteredMeanwhileIsNotTakenAway)
+TEST_F(EvaluatorHostTest, ClearingLeavesWhatWasThereBeforeOrRegisteredMeanwhile)
 {
-    ServiceRegistry registry;
-    EvaluatorHost host(registry);
-    StubEvaluator platform, session, later;
+    host.SetEvaluator(&session);
+    host.SetEvaluator(&session);
+    host.ClearEvaluator();
+    EXPECT_EQ(Current(), nullptr);
     registry.RegisterService(Ids::IQEvaluator2, &platform);
     host.SetEvaluator(&session);
     registry.RegisterService(Ids::IQEvaluator2, &later);
     host.ClearEvaluator();
-    EXPECT_EQ(Current(registry), &later);
+    EXPECT_EQ(Current(), &later);
 }
 
 } // namespace

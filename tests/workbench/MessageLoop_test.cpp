@@ -73,81 +73,70 @@ TEST(MessageLoopTasks, RunUntilGivesUpAfterTheTimeout)
     EXPECT_GE(std::chrono::steady_clock::now() - start, 20ms);
 }
 
-// Each advance is followed by one RunUntilIdle; the counts are the callbacks run.
-struct TimerCase {
-    const char* name;
-    uint32_t intervalMs;
-    std::vector<int> advancesMs;
-    std::vector<int> firesAfter;
-};
-
-class TimerRuns : public ::testing::TestWithParam<TimerCase>
+TEST(MessageLoopTimers, FireOnSchedule)
 {
-};
-
-TEST_P(TimerRuns, FiresOnSchedule)
-{
-    FakeClock clock;
-    MessageLoop loop(clock.AsClock());
-    int fired = 0;
-    ASSERT_TRUE(loop.StartTimer(1, GetParam().intervalMs, [&] { ++fired; }));
-    const auto& c = GetParam();
-    ASSERT_EQ(c.advancesMs.size(), c.firesAfter.size());
-    for (size_t i = 0; i < c.advancesMs.size(); ++i) {
-        clock.Advance(std::chrono::milliseconds(c.advancesMs[i]));
-        loop.RunUntilIdle();
-        EXPECT_EQ(fired, c.firesAfter[i]) << "after advance " << i;
+    struct Case {
+        const char* name;
+        uint32_t intervalMs;
+        std::vector<int> advancesMs, firesAfter; // one RunUntilIdle after each advance
+    };
+    const Case cases[] = {{"not before due", 100, {0, 99, 1}, {0, 0, 1}},
+                          {"repeats", 100, {100, 100, 0, 100}, {1, 2, 2, 3}},
+                          {"keeps cadence when late", 100, {150, 50, 100}, {1, 2, 3}},
+                          {"a stall folds into one tick", 10, {1000, 9, 1}, {1, 1, 2}},
+                          {"zero interval is one millisecond", 0, {0, 1, 1}, {0, 1, 2}}};
+    for (const auto& c : cases) {
+        FakeClock clock;
+        MessageLoop loop(clock.AsClock());
+        int fired = 0;
+        ASSERT_TRUE(loop.StartTimer(1, c.intervalMs, [&] { ++fired; }));
+        for (size_t i = 0; i < c.advancesMs.size(); ++i) {
+            clock.Advance(std::chrono::milliseconds(c.advancesMs[i]));
+            loop.RunUntilIdle();
+            EXPECT_EQ(fired, c.firesAfter[i]) << c.name << ", after advance " << i;
+        }
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(MessageLoopTimers, TimerRuns,
-                         ::testing::Values(TimerCase{"NotBeforeDue", 100, {0, 99, 1}, {0, 0, 1}},
-                                           TimerCase{"Repeats", 100, {100, 100, 0, 100}, {1, 2, 2, 3}},
-                                           TimerCase{"KeepsCadenceWhenLate", 100, {150, 50, 100}, {1, 2, 3}},
-                                           TimerCase{"StallFoldsIntoOneTick", 10, {1000, 9, 1}, {1, 1, 2}},
-                                           TimerCase{
-                                               "ZeroIntervalIsOneMillisecond", 0, {0, 1, 1}, {0, 1, 2}}),
-                         [](const auto& info) { return std::string(info.param.name); });
-
-TEST(MessageLoopTimers, CallbackMayStopItsOwnTimer)
-{
+struct MessageLoopTimer : ::testing::Test {
     FakeClock clock;
-    MessageLoop loop(clock.AsClock());
+    MessageLoop loop{clock.AsClock()};
+    void Pass(std::chrono::milliseconds time)
+    {
+        clock.Advance(time);
+        loop.RunUntilIdle();
+    }
+};
+
+TEST_F(MessageLoopTimer, CallbackMayStopItsOwnTimer)
+{
     int fired = 0;
     loop.StartTimer(7, 10, [&] {
         if (++fired == 2) {
             EXPECT_TRUE(loop.StopTimer(7));
         }
     });
-    for (int i = 0; i < 4; ++i) {
-        clock.Advance(10ms);
-        loop.RunUntilIdle();
-    }
+    for (int i = 0; i < 4; ++i)
+        Pass(10ms);
     EXPECT_EQ(fired, 2);
     EXPECT_FALSE(loop.HasTimer(7));
     EXPECT_FALSE(loop.StopTimer(7));
 }
 
-TEST(MessageLoopTimers, StartingAgainRestartsWithTheNewInterval)
+TEST_F(MessageLoopTimer, StartingAgainRestartsWithTheNewInterval)
 {
-    FakeClock clock;
-    MessageLoop loop(clock.AsClock());
     std::vector<std::string> log;
     loop.StartTimer(3, 100, [&] { log.push_back("old"); });
     clock.Advance(90ms);
     loop.StartTimer(3, 50, [&] { log.push_back("new"); });
-    clock.Advance(10ms);
-    loop.RunUntilIdle();
+    Pass(10ms);
     EXPECT_TRUE(log.empty());
-    clock.Advance(40ms);
-    loop.RunUntilIdle();
+    Pass(40ms);
     EXPECT_EQ(log, (std::vector<std::string>{"new"}));
 }
 
-TEST(MessageLoopTimers, NextDelayFollowsTheEarliestTimer)
+TEST_F(MessageLoopTimer, NextDelayFollowsTheEarliestTimerAndRunOnceDoesNotWaitForADueOne)
 {
-    FakeClock clock;
-    MessageLoop loop(clock.AsClock());
     EXPECT_FALSE(loop.NextTimerDelay().has_value());
     loop.StartTimer(1, 300, [] {});
     loop.StartTimer(2, 120, [] {});
@@ -156,19 +145,9 @@ TEST(MessageLoopTimers, NextDelayFollowsTheEarliestTimer)
     EXPECT_EQ(loop.NextTimerDelay(), 20ms);
     clock.Advance(50ms);
     EXPECT_EQ(loop.NextTimerDelay(), 0ms);
+    EXPECT_EQ(loop.RunOnce(10s), 1u);
     EXPECT_FALSE(loop.StartTimer(5, 10, {}));
     EXPECT_FALSE(loop.HasTimer(5));
-}
-
-TEST(MessageLoopTimers, RunOnceRunsADueTimerWithoutWaiting)
-{
-    FakeClock clock;
-    MessageLoop loop(clock.AsClock());
-    int fired = 0;
-    loop.StartTimer(1, 50, [&] { ++fired; });
-    clock.Advance(50ms);
-    EXPECT_EQ(loop.RunOnce(10s), 1u);
-    EXPECT_EQ(fired, 1);
 }
 
 } // namespace

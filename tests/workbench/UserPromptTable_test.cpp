@@ -16,58 +16,43 @@ constexpr Guid kUnknownKey = "{22222222-0000-0000-0000-0000000000FF}"_guid;
 
 using AskMethod = HRESULT (IQUserPromptTable::*)(Guid, const std::string&, VariantBool&);
 
-enum class State { Enabled, Disabled, Unknown };
-
-struct AskCase {
-    const char* name;
-    AskMethod method;
-    State state;
-    VariantBool reply; // what the message box answers
-    HRESULT expected;
-    VariantBool answer;
-    size_t asked;
-};
-
-class PromptAsk : public ::testing::TestWithParam<AskCase>
+TEST(PromptTable, AsksOnlyWhileEnabledAndAnswersYesWhenNot)
 {
-};
-
-TEST_P(PromptAsk, AsksOnlyWhenEnabled)
-{
-    const auto& c = GetParam();
-    RecordingMessageBox box;
-    box.reply = c.reply;
-    UserPromptTableService table(&box);
-    Guid key = kUnknownKey;
-    if (c.state != State::Unknown) {
-        ASSERT_EQ(table.AddPrompt(kOwner, "reload", ToVariantBool(c.state == State::Enabled), key), S_OK);
-    }
-    VariantBool answer = 0x1234;
-    IQUserPromptTable& asInterface = table;
-    EXPECT_EQ((asInterface.*c.method)(key, "Reload the file?", answer), c.expected);
-    EXPECT_EQ(answer, c.answer);
-    ASSERT_EQ(box.questions.size(), c.asked);
-    if (c.asked == 1) {
-        EXPECT_EQ(box.questions[0].text, "Reload the file?");
-        EXPECT_EQ(box.questions[0].defaultAnswer, VARIANT_TRUE);
+    enum class State { Enabled, Disabled, Unknown };
+    struct Case {
+        AskMethod method;
+        State state;
+        VariantBool reply; // what the message box answers
+        HRESULT expected;
+        VariantBool answer;
+    };
+    for (AskMethod method : {&IQUserPromptTable::AskYesNo, &IQUserPromptTable::AskYesNoReload}) {
+        const Case cases[] = {{method, State::Enabled, VARIANT_TRUE, S_OK, VARIANT_TRUE},
+                              {method, State::Enabled, VARIANT_FALSE, S_OK, VARIANT_FALSE},
+                              {method, State::Disabled, VARIANT_FALSE, S_OK, VARIANT_TRUE},
+                              {method, State::Unknown, VARIANT_TRUE, E_FAIL, VARIANT_FALSE}};
+        for (const auto& c : cases) {
+            RecordingMessageBox box;
+            box.reply = c.reply;
+            UserPromptTableService table(&box);
+            Guid key = kUnknownKey;
+            if (c.state != State::Unknown) {
+                ASSERT_EQ(table.AddPrompt(kOwner, "reload", ToVariantBool(c.state == State::Enabled), key),
+                          S_OK);
+            }
+            VariantBool answer = 0x1234;
+            IQUserPromptTable& asInterface = table;
+            EXPECT_EQ((asInterface.*c.method)(key, "Reload the file?", answer), c.expected);
+            EXPECT_EQ(answer, c.answer);
+            const bool asked = c.state == State::Enabled;
+            ASSERT_EQ(box.questions.size(), asked ? 1u : 0u);
+            if (asked) {
+                EXPECT_EQ(box.questions[0].text, "Reload the file?");
+                EXPECT_EQ(box.questions[0].defaultAnswer, VARIANT_TRUE);
+            }
+        }
     }
 }
-
-constexpr AskMethod kAsk = &IQUserPromptTable::AskYesNo;
-constexpr AskMethod kReload = &IQUserPromptTable::AskYesNoReload;
-
-INSTANTIATE_TEST_SUITE_P(
-    PromptTable, PromptAsk,
-    ::testing::Values(
-        AskCase{"EnabledYes", kAsk, State::Enabled, VARIANT_TRUE, S_OK, VARIANT_TRUE, 1},
-        AskCase{"EnabledNo", kAsk, State::Enabled, VARIANT_FALSE, S_OK, VARIANT_FALSE, 1},
-        AskCase{"DisabledAnswersYesUnasked", kAsk, State::Disabled, VARIANT_FALSE, S_OK, VARIANT_TRUE, 0},
-        AskCase{"UnknownKeyFails", kAsk, State::Unknown, VARIANT_TRUE, E_FAIL, VARIANT_FALSE, 0},
-        AskCase{"ReloadEnabledNo", kReload, State::Enabled, VARIANT_FALSE, S_OK, VARIANT_FALSE, 1},
-        AskCase{"ReloadDisabledAnswersYesUnasked", kReload, State::Disabled, VARIANT_FALSE, S_OK,
-                VARIANT_TRUE, 0},
-        AskCase{"ReloadUnknownKeyFails", kReload, State::Unknown, VARIANT_TRUE, E_FAIL, VARIANT_FALSE, 0}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 TEST(PromptTable, KeysAreUniqueAndNeverNull)
 {
@@ -83,43 +68,25 @@ TEST(PromptTable, KeysAreUniqueAndNeverNull)
     EXPECT_EQ(keys.size(), 300u);
 }
 
-TEST(PromptTable, EnabledStateReadsAsNonZero)
+TEST(PromptTable, EnableListDeleteAndRemoveAllOfOwner)
 {
     RecordingMessageBox box;
     UserPromptTableService table(&box);
-    Guid on, off;
-    table.AddPrompt(kOwner, "on", VARIANT_TRUE, on);
-    table.AddPrompt(kOwner, "off", VARIANT_FALSE, off);
-    EXPECT_EQ(table.IsPromptEnabled(on), 1);
-    EXPECT_EQ(table.IsPromptEnabled(off), 0);
-    EXPECT_EQ(table.IsPromptEnabled(kUnknownKey), 0);
-
-    EXPECT_EQ(table.SetPromptEnabled(on, 0), S_OK);
-    EXPECT_EQ(table.SetPromptEnabled(off, 5), S_OK);
-    EXPECT_EQ(table.IsPromptEnabled(on), 0);
-    EXPECT_EQ(table.IsPromptEnabled(off), 1);
-    EXPECT_EQ(table.SetPromptEnabled(kUnknownKey, 1), E_FAIL);
-}
-
-TEST(PromptTable, BadInputChangesNothing)
-{
-    RecordingMessageBox box;
-    UserPromptTableService table(&box);
-    Guid key = kUnknownKey;
-    EXPECT_EQ(table.AddPrompt(kOwner, "", VARIANT_TRUE, key), E_INVALIDARG);
-    EXPECT_EQ(key, kUnknownKey);
-    EXPECT_EQ(table.DeletePrompt(kUnknownKey), E_FAIL);
-    EXPECT_TRUE(table.List().empty());
-}
-
-TEST(PromptTable, DeleteListAndRemoveAllOfOwner)
-{
-    RecordingMessageBox box;
-    UserPromptTableService table(&box);
-    Guid a, b, c;
+    Guid a, b, c, unchanged = kUnknownKey;
+    EXPECT_EQ(table.AddPrompt(kOwner, "", VARIANT_TRUE, unchanged), E_INVALIDARG);
+    EXPECT_EQ(unchanged, kUnknownKey);
     table.AddPrompt(kOwner, "a", VARIANT_TRUE, a);
     table.AddPrompt(kOtherOwner, "b", VARIANT_FALSE, b);
     table.AddPrompt(kOwner, "c", VARIANT_TRUE, c);
+    EXPECT_EQ(table.IsPromptEnabled(a), 1);
+    EXPECT_EQ(table.IsPromptEnabled(b), 0);
+    EXPECT_EQ(table.IsPromptEnabled(kUnknownKey), 0);
+    EXPECT_EQ(table.SetPromptEnabled(a, 0), S_OK);
+    EXPECT_EQ(table.SetPromptEnabled(b, 5), S_OK);
+    EXPECT_EQ(table.IsPromptEnabled(a), 0);
+    EXPECT_EQ(table.IsPromptEnabled(b), 1) << "any non-zero enables";
+    EXPECT_EQ(table.SetPromptEnabled(kUnknownKey, 1), E_FAIL);
+    EXPECT_EQ(table.SetPromptEnabled(b, 0), S_OK);
 
     const auto list = table.List();
     ASSERT_EQ(list.size(), 3u);
@@ -130,6 +97,7 @@ TEST(PromptTable, DeleteListAndRemoveAllOfOwner)
 
     EXPECT_EQ(table.DeletePrompt(a), S_OK);
     EXPECT_EQ(table.DeletePrompt(a), E_FAIL);
+    EXPECT_EQ(table.DeletePrompt(kUnknownKey), E_FAIL);
     VariantBool answer = VARIANT_TRUE;
     EXPECT_EQ(table.AskYesNo(a, "?", answer), E_FAIL);
     EXPECT_EQ(answer, VARIANT_FALSE);

@@ -4,8 +4,10 @@
 
 #include <unistd.h>
 
+#include <chrono>
 #include <new>
 #include <system_error>
+#include <thread>
 
 #include "workbench/store/Schema.h"
 
@@ -14,7 +16,8 @@ namespace fs = std::filesystem;
 namespace
 {
 
-constexpr int kBusyWaitMs = 2000;
+// Another process on the same workspace holds the store only for one write.
+constexpr int kBusyWaitMs = 10000;
 
 std::string Quoted(const fs::path& p)
 {
@@ -77,21 +80,39 @@ std::unique_ptr<Database> Database::Open(const fs::path& file, std::string& erro
         error = prefix + "the file cannot be written";
         return nullptr;
     }
+    // Another process opening the same new store may hold it for a moment in
+    // a way the engine does not wait for (while it switches the file to the
+    // log); such an attempt is made again from the start.
     std::string reason;
-    auto db = Connect(file, reason);
-    if (db && !CheckIntact(*db, db->db_, reason))
+    std::unique_ptr<Database> db;
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(kBusyWaitMs);
+    for (;;) {
+        reason.clear();
+        db = Connect(file, reason);
+        if (!db || db->MakeReady(reason))
+            break;
+        const int code = sqlite3_errcode(db->db_) & 0xFF;
         db.reset();
-    if (db && sqlite3_db_readonly(db->db_, "main") == 1) {
-        reason = "the file cannot be written";
-        db.reset();
+        if ((code != SQLITE_BUSY && code != SQLITE_LOCKED) || std::chrono::steady_clock::now() > deadline)
+            break;
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
-    // Switching to the log rewrites the header, so a file that is not ours
-    // to change is turned away before that.
-    if (db && (!Schema::Version(*db, reason) || !db->Configure(reason) || !Schema::Upgrade(*db, reason)))
-        db.reset();
     if (!db)
         error = prefix + reason;
     return db;
+}
+
+bool Database::MakeReady(std::string& reason)
+{
+    if (!CheckIntact(*this, db_, reason))
+        return false;
+    if (sqlite3_db_readonly(db_, "main") == 1) {
+        reason = "the file cannot be written";
+        return false;
+    }
+    // Switching to the log rewrites the header, so a file that is not ours
+    // to change is turned away before that.
+    return Schema::Version(*this, reason) && Configure(reason) && Schema::Upgrade(*this, reason);
 }
 
 std::unique_ptr<Database> Database::OpenInMemory(std::string& error)

@@ -39,6 +39,8 @@ private:
     Database(sqlite3* db, std::filesystem::path file) : db_(db), file_(std::move(file)) {}
     static std::unique_ptr<Database> Connect(const std::filesystem::path& file, std::string& error);
     bool Configure(std::string& error);
+    // Checks the file, turns on the log and brings the schema up to date.
+    bool MakeReady(std::string& reason);
 
     sqlite3* db_;
     std::filesystem::path file_;

@@ -1,4 +1,5 @@
 #pragma once
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -10,8 +11,13 @@ namespace NameRules
 
 std::string FoldCase(std::string_view name);
 
-// False, with a message naming `what` ("project", ...), for an empty name or
-// one holding a control character (C0, DEL, or C1 in UTF-8).
+// Names may end up in file names and on terminals, so they stay short, plain
+// text of one line.
+constexpr size_t kMaxLength = 200;
+
+// False, with a message naming `what` ("project", ...), for an empty name, one
+// over kMaxLength bytes, "." or "..", one that is not UTF-8, or one holding a
+// control character (C0, DEL, or C1) or a path separator.
 bool Check(std::string_view what, std::string_view name, std::string& error);
 
 } // namespace NameRules

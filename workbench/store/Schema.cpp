@@ -122,12 +122,22 @@ bool Upgrade(Database& db, std::string& error)
     auto version = Version(db, error);
     if (!version)
         return false;
-    for (int from = *version; from < kCurrentVersion; ++from) {
+    if (*version < kCurrentVersion) {
+        // Every step in one write transaction, the version read again inside
+        // it: several processes opening a new store at once each find it
+        // either untouched or finished, never halfway.
+        int from = *version;
         bool done = Transaction::Run(
             db,
             [&](std::string& why) {
-                return db.Execute(kMigrations[static_cast<size_t>(from)], why) &&
-                       db.Execute("UPDATE schema_version SET version = " + std::to_string(from + 1), why);
+                auto now = Version(db, why);
+                if (!now)
+                    return false;
+                for (from = *now; from < kCurrentVersion; ++from)
+                    if (!db.Execute(kMigrations[static_cast<size_t>(from)], why) ||
+                        !db.Execute("UPDATE schema_version SET version = " + std::to_string(from + 1), why))
+                        return false;
+                return true;
             },
             error);
         if (!done) {

@@ -261,6 +261,15 @@ HRESULT SettingsStore::SetCommandFiles(Key ws, Key project, Key session, const V
     return Save(Setting(ws, project, session, "CommandFiles"), files);
 }
 
+HRESULT SettingsStore::UpdateCommandFiles(Key ws, Key project, Key session,
+                                          const std::function<void(Variant&)>& change)
+{
+    const ValueAddress at = Setting(ws, project, session, "CommandFiles");
+    if (!values_)
+        return E_FAIL;
+    return Guarded(at, [&] { return values_->Update(at, change, lastError_) ? S_OK : E_FAIL; });
+}
+
 HRESULT SettingsStore::GetDefaultReader(Key ws, Key project, Key session, std::string& name)
 {
     return LoadText(Setting(ws, project, session, "DefaultReader"), name);

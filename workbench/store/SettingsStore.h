@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -66,6 +67,9 @@ public:
     HRESULT GetDisableMemoryUntilBatch(Key ws, Key project, Key session, int32_t& v) override;
     HRESULT SetLimitDisassemblyAccess(Key ws, Key project, Key session, int32_t v) override;
     HRESULT GetLimitDisassemblyAccess(Key ws, Key project, Key session, int32_t& v) override;
+
+    // The batch file list read, changed and written back as one transaction.
+    HRESULT UpdateCommandFiles(Key ws, Key project, Key session, const std::function<void(Variant&)>& change);
 
     // IQSessionData
     HRESULT SaveValue(const std::string& ws, const std::string& project, const std::string& session,

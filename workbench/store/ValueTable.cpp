@@ -69,26 +69,46 @@ ValueTable::Read ValueTable::Load(const ValueAddress& at, Variant& value, std::s
 
 bool ValueTable::Save(const ValueAddress& at, const Variant& value, std::string& error)
 {
-    auto blob = VariantCodec::Encode(value);
-    if (!blob) {
-        error = "Cannot store the " + at.Describe() + ": its arrays are nested too deeply";
-        return false;
-    }
+    std::string why;
+    bool saved = Transaction::Run(
+        db_, [&](std::string& e) { return Write(at, value, e); }, why);
+    if (!saved)
+        error = "Cannot store the " + at.Describe() + ": " + why;
+    return saved;
+}
+
+bool ValueTable::Update(const ValueAddress& at, const std::function<void(Variant&)>& change,
+                        std::string& error)
+{
     std::string why;
     bool saved = Transaction::Run(
         db_,
         [&](std::string& e) {
-            auto save = PrepareAt(db_, at, kSaveSession, kSaveGlobal, e);
-            if (!save)
-                return false;
-            if (!save->BindBlob(6, *blob) || save->Next() != Statement::Step::Done) {
-                e = save->Error();
-                return false;
-            }
-            return true;
+            Variant value;
+            std::string unreadable;
+            Load(at, value, unreadable);
+            change(value);
+            return Write(at, value, e);
         },
         why);
     if (!saved)
         error = "Cannot store the " + at.Describe() + ": " + why;
     return saved;
+}
+
+bool ValueTable::Write(const ValueAddress& at, const Variant& value, std::string& error)
+{
+    auto blob = VariantCodec::Encode(value);
+    if (!blob) {
+        error = "its arrays are nested too deeply";
+        return false;
+    }
+    auto save = PrepareAt(db_, at, kSaveSession, kSaveGlobal, error);
+    if (!save)
+        return false;
+    if (!save->BindBlob(6, *blob) || save->Next() != Statement::Step::Done) {
+        error = save->Error();
+        return false;
+    }
+    return true;
 }

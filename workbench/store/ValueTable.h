@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -35,7 +36,13 @@ public:
     // for a row the engine cannot read or a value that does not decode.
     Read Load(const ValueAddress& at, Variant& value, std::string& error);
     bool Save(const ValueAddress& at, const Variant& value, std::string& error);
+    // Reads, changes and writes one value in one transaction, so that another
+    // process changing it at the same time cannot lose either change. A value
+    // that cannot be read is changed from empty.
+    bool Update(const ValueAddress& at, const std::function<void(Variant&)>& change, std::string& error);
 
 private:
+    bool Write(const ValueAddress& at, const Variant& value, std::string& error);
+
     Database& db_;
 };

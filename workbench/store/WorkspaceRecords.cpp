@@ -101,8 +101,9 @@ bool WorkspaceRecords::ReadItems(const char* table, std::vector<ProjectRecord>& 
 bool WorkspaceRecords::InsertItem(const char* table, const std::string& project, const std::string& name,
                                   std::string& error)
 {
-    auto insert =
-        db_.Prepare(std::string("INSERT INTO ") + table + " (project, key, name) VALUES (?1, ?2, ?3)", error);
+    // Another process on the same workspace may have added it a moment ago.
+    auto insert = db_.Prepare(
+        std::string("INSERT OR IGNORE INTO ") + table + " (project, key, name) VALUES (?1, ?2, ?3)", error);
     if (!insert)
         return false;
     if (!insert->BindText(1, NameRules::FoldCase(project)) ||
@@ -118,7 +119,7 @@ bool WorkspaceRecords::AddProject(const ProjectRecord& project, std::string& err
     return Transaction::Run(
         db_,
         [&](std::string& why) {
-            auto insert = db_.Prepare("INSERT INTO project (key, name) VALUES (?1, ?2)", why);
+            auto insert = db_.Prepare("INSERT OR IGNORE INTO project (key, name) VALUES (?1, ?2)", why);
             if (!insert)
                 return false;
             if (!insert->BindText(1, NameRules::FoldCase(project.name)) ||

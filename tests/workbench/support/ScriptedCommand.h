@@ -19,22 +19,16 @@ public:
         }
         std::string message;
         HRESULT result;
-        bool continuing;
-        bool pending;
+        bool continuing, pending;
         std::string prompt;
     };
 
     ScriptedCommand(IQServiceRegistry& registry, std::vector<std::string> names)
         : registry_(registry), names_(std::move(names))
     {
-        registry_.RegisterProvider(Ids::IQCmdClient, static_cast<IQCmdClient*>(this));
         registry_.RegisterProvider(Ids::IQCmdClient2, static_cast<IQCmdClient2*>(this));
     }
-    ~ScriptedCommand()
-    {
-        registry_.UnregisterProvider(Ids::IQCmdClient, static_cast<IQCmdClient*>(this));
-        registry_.UnregisterProvider(Ids::IQCmdClient2, static_cast<IQCmdClient2*>(this));
-    }
+    ~ScriptedCommand() { registry_.UnregisterProvider(Ids::IQCmdClient2, static_cast<IQCmdClient2*>(this)); }
 
     HRESULT QueryInterface(const Guid& iid, void** out) override
     {
