@@ -9,7 +9,8 @@
 
 // Every function answers non-zero for success; a failure leaves its text with
 // the platform. Memory moves in memory order whatever the access size: the
-// size only says in what units the length must come.
+// size only says in what units the length must come. The target is
+// big-endian: a value given as a number is stored most significant byte first.
 
 namespace
 {
@@ -20,8 +21,11 @@ int Refuse(std::string text)
     return 0;
 }
 
+// Every call starts with no error, so that the text of an old failure is
+// never taken for the explanation of a later one.
 LegacyPlatform* Bound()
 {
+    LegacyPlatform::SetLastError({});
     LegacyPlatform* platform = LegacyPlatform::Current();
     if (platform == nullptr)
         LegacyPlatform::SetLastError("No function-name target is connected");
@@ -175,9 +179,12 @@ static int LegacyFill(uint32_t start, uint32_t end, uint32_t value, uint32_t siz
         return 0;
     if (size < 1 || size > 4)
         return Refuse("Fill size " + std::to_string(size) + " is not 1, 2, 3 or 4");
+    // The target keeps the most significant byte first: the family's value
+    // forms turn every element round for that, and the fill's value must
+    // land in memory as an edit of the same value would.
     uint8_t pattern[4];
     for (uint32_t i = 0; i < size; ++i)
-        pattern[i] = static_cast<uint8_t>(value >> (8 * i));
+        pattern[i] = static_cast<uint8_t>(value >> (8 * (size - 1 - i)));
     SimPlatformMemory& memory = platform->Memory();
     const HRESULT hr = memory.Fill(start, end, size, pattern);
     return Succeeded(hr) ? 1 : RefuseFromMemory(memory, hr);
