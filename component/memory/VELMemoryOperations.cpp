@@ -128,6 +128,8 @@ HRESULT CVELMemoryManager::VerifyMemoryReporting(TargetAddress start, TargetAddr
 
 HRESULT CVELMemoryManager::TestMemory(TargetAddress start, TargetAddress end)
 {
+    // The test writes its patterns behind the caches' back, as a copy does.
+    ClearAllCaches();
     if (PlatformMemory2 != nullptr)
         return LongOperation([&] { return PlatformMemory2->Test(start, end); });
     return PlatformMemory != nullptr ? LongOperation([&] { return PlatformMemory->Test(start, end); })
