@@ -16,7 +16,7 @@ protected:
 
     std::vector<uint8_t> Read(TargetAddress start, TargetAddress end, HRESULT expect = S_OK)
     {
-        std::vector<uint8_t> bytes(size_t{end - start} + 1, 0xEE);
+        std::vector<uint8_t> bytes(AddressRange(start, end).Size(), 0xEE);
         EXPECT_EQ(cache.Read(start, end, bytes.data(), rig.everywhere), expect);
         return bytes;
     }
@@ -75,7 +75,7 @@ TEST_P(CacheReadAtTop, StopsAtTheLastAddress)
     CacheRig rig;
     CCacheMemory cache(&rig.first, &rig.second, nullptr, true);
     ASSERT_EQ(cache.SetPageSize(c.pageSize), S_OK);
-    const size_t count = size_t{0xFFFFFFFFu - c.start} + 1;
+    const size_t count = AddressRange(c.start, TargetAddress::Top()).Size();
     std::vector<uint8_t> bytes(count + 1, 0xEE);
     ASSERT_EQ(cache.Read(c.start, 0xFFFFFFFF, bytes.data(), rig.everywhere), S_OK);
     EXPECT_EQ(std::vector<uint8_t>(bytes.begin(), bytes.end() - 1), Expected(c.start, count));

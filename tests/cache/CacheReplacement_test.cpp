@@ -12,15 +12,15 @@ protected:
     CacheRig rig;
     CCacheMemory cache{nullptr, &rig.second, nullptr, true};
 
-    void Touch(TargetAddress pageNumber)
+    void Touch(uint32_t pageNumber)
     {
         uint8_t byte = 0;
         ASSERT_EQ(cache.Read(pageNumber * 0x1000 + 7, pageNumber * 0x1000 + 7, &byte, rig.everywhere), S_OK);
         ASSERT_EQ(byte, FakeTarget::Pattern(pageNumber * 0x1000 + 7));
     }
-    void Fill(TargetAddress first, TargetAddress count)
+    void Fill(uint32_t first, uint32_t count)
     {
-        for (TargetAddress n = first; n < first + count; ++n)
+        for (uint32_t n = first; n < first + count; ++n)
             Touch(n);
     }
 };
@@ -133,7 +133,7 @@ TEST_P(CachePlatformPageSize, IsTakenWhenUsable)
     EXPECT_EQ(cache.MaxPages(), c.maxPages);
     uint8_t byte = 0;
     ASSERT_EQ(cache.Read(0x12345, 0x12345, &byte, rig.everywhere), S_OK);
-    EXPECT_EQ(rig.target.calls[0].end - rig.target.calls[0].start + 1, c.pageSize);
+    EXPECT_EQ(AddressRange(rig.target.calls[0].start, rig.target.calls[0].end).Size(), c.pageSize);
 }
 
 INSTANTIATE_TEST_SUITE_P(Sizes, CachePlatformPageSize,

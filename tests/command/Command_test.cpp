@@ -26,7 +26,7 @@ Reply Execute(CCmd& cmd, const std::string& line, IQCmdCompletionSink* sink = nu
 
 TEST(CommandRegistration, ProvidersAndHelpComeWithTheCommandAndGoWithIt)
 {
-    CommandHost host;
+    HelpRecordingRegistry host;
     {
         RecordingCommand cmd(&host, true, std::vector<std::string>{"initialise", "initialize", "in"},
                              "<no parameters>");
@@ -49,7 +49,7 @@ TEST(CommandRegistration, ProvidersAndHelpComeWithTheCommandAndGoWithIt)
 
 TEST(CommandRegistration, NoAbbreviationMeansOneHelpEntry)
 {
-    CommandHost host;
+    HelpRecordingRegistry host;
     RecordingCommand cmd(&host, true, "cache", "", "[<state>]");
     EXPECT_EQ(host.help.size(), 1u);
     EXPECT_EQ(host.help.count({"cache", "[<state>]", 0}), 1u);
@@ -57,7 +57,7 @@ TEST(CommandRegistration, NoAbbreviationMeansOneHelpEntry)
 
 TEST(CommandRegistration, AMissingHelpServiceOrHostIsNoObstacle)
 {
-    CommandHost host(false);
+    HelpRecordingRegistry host(false);
     RecordingCommand helpless(&host, true, "go", "", "");
     EXPECT_EQ(host.providers[Ids::IQCmdClient2].size(), 1u);
     RecordingCommand alone(nullptr, true, "go", "", "");
@@ -67,7 +67,7 @@ TEST(CommandRegistration, AMissingHelpServiceOrHostIsNoObstacle)
 
 TEST(CommandIdentity, AnswersItsThreeInterfacesAndNamesWithKindTwo)
 {
-    CommandHost host;
+    HelpRecordingRegistry host;
     RecordingCommand cmd(&host, true, "memory_display", "md", "");
     for (const Guid& id : {Ids::IUnknown, Ids::IQCmdClient, Ids::IQCmdClient2}) {
         void* out = nullptr;
@@ -101,7 +101,7 @@ TEST(CommandLine, OnlyABlankEndsTheNameThatIsStripped)
     const Case cases[] = {
         {"md", ""}, {"md 100 20", "100 20"}, {"md  100", " 100"}, {"md\t100", ""}, {"md\t100 20", "20"},
     };
-    CommandHost host;
+    HelpRecordingRegistry host;
     for (const auto& c : cases) {
         SCOPED_TRACE(c.line);
         RecordingCommand cmd(&host, true, "md", "", "");

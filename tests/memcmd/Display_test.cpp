@@ -99,4 +99,21 @@ TEST_F(Display, TheRadixIsTheSameAfterwards)
     EXPECT_EQ(evaluator.radix, 10);
 }
 
+TEST_F(Display, RealsThatNoNumberTextShowsAreReadable)
+{
+    manager.Poke(0x1000, {0x7F, 0xC0, 0, 0, 0x7F, 0x80, 0, 0, 0xFF, 0x80, 0, 0, 0x7F, 0x7F, 0xFF, 0xFF});
+    EXPECT_EQ(Line("md 1000 10 single").message, "00001000  NaN Inf -Inf 3.40282E+38 ");
+    manager.Poke(0x1010, {0x7E, 0x37, 0xE4, 0x3C, 0x88, 0x00, 0x75, 0x9C, 0xFF, 0xF0, 0, 0, 0, 0, 0, 0});
+    EXPECT_EQ(Line("md 1010 10 double").message, "00001010  1E+300 -Inf ");
+}
+
+TEST_F(Display, TheEvaluatorIsLookedUpOncePerCommand)
+{
+    // Gone after its first text: a display that looked it up again would
+    // lose every later cell.
+    evaluator.onText = [this] { registry.UnregisterService(Ids::IQEvaluator2, &evaluator); };
+    EXPECT_EQ(Line("md 1000 20").message, "00001000  00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F \r\n"
+                                          "00001010  10 11 12 13 14 15 16 17 18 19 1A 1B 1C 1D 1E 1F ");
+}
+
 } // namespace

@@ -190,7 +190,7 @@ TEST_F(PdMemory, CopyPicksTheMoveOfItsAccessSizeAndClearsTheOutArguments)
         TargetAddress at = 0xAAAA;
         const HRESULT expected = size == 8 ? CPDMemoryManager::kCannotCopy : S_OK;
         EXPECT_EQ(manager->CopyMemory(0x10, 0x1F, 0x80, VARIANT_TRUE, size, first, second, at), expected);
-        EXPECT_EQ(first + second + at, 0u);
+        EXPECT_EQ(first + second + at.Value(), 0u);
     }
     EXPECT_EQ(Made(), (Calls{"IN1_Move 0x10 0x1F 0x80", "IN1_Move 0x10 0x1F 0x80", "IN1_Move2 0x10 0x1F 0x80",
                              "IN1_Move4 0x10 0x1F 0x80"}));

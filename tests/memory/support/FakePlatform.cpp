@@ -53,14 +53,14 @@ std::vector<uint8_t> FakePlatform::Bytes(TargetAddress start, size_t count) cons
 {
     std::vector<uint8_t> bytes(count);
     for (size_t i = 0; i < count; ++i)
-        bytes[i] = ByteAt(static_cast<TargetAddress>(start + i));
+        bytes[i] = ByteAt(start.WrappingAdd(static_cast<uint32_t>(i)));
     return bytes;
 }
 
 void FakePlatform::Poke(TargetAddress start, const std::vector<uint8_t>& bytes)
 {
     for (size_t i = 0; i < bytes.size(); ++i)
-        written_[static_cast<TargetAddress>(start + i)] = bytes[i];
+        written_[start.WrappingAdd(static_cast<uint32_t>(i))] = bytes[i];
 }
 
 bool FakePlatform::Logged(const std::string& name, TargetAddress start, TargetAddress end, AccessSize size,
@@ -81,7 +81,7 @@ bool FakePlatform::Logged(const std::string& name, TargetAddress start, TargetAd
 
 bool FakePlatform::Mapped(TargetAddress start, TargetAddress end) const
 {
-    for (uint64_t a = start; a <= end; ++a) {
+    for (uint64_t a = start.Value(); a <= end.Value(); ++a) {
         bool inside = false;
         for (const auto& area : areas)
             inside = inside || (area.start <= a && a <= area.end);
@@ -99,8 +99,8 @@ HRESULT FakePlatform::DoRead(const char* name, TargetAddress start, TargetAddres
         return hr;
     if (!Mapped(start, end))
         return kOutsideMap;
-    for (uint64_t a = start; a <= end; ++a)
-        buffer[a - start] = ByteAt(static_cast<TargetAddress>(a));
+    for (uint64_t a = start.Value(); a <= end.Value(); ++a)
+        buffer[a - start.Value()] = ByteAt(TargetAddress(static_cast<uint32_t>(a)));
     return S_OK;
 }
 
@@ -112,8 +112,8 @@ HRESULT FakePlatform::DoWrite(const char* name, TargetAddress start, TargetAddre
         return hr;
     if (!Mapped(start, end))
         return kOutsideMap;
-    for (uint64_t a = start; a <= end; ++a)
-        written_[static_cast<TargetAddress>(a)] = buffer[a - start];
+    for (uint64_t a = start.Value(); a <= end.Value(); ++a)
+        written_[TargetAddress(static_cast<uint32_t>(a))] = buffer[a - start.Value()];
     return S_OK;
 }
 
@@ -125,8 +125,8 @@ HRESULT FakePlatform::DoFill(const char* name, TargetAddress start, TargetAddres
         return hr;
     if (!Mapped(start, end) || length == 0)
         return kOutsideMap;
-    for (uint64_t a = start; a <= end; ++a)
-        written_[static_cast<TargetAddress>(a)] = pattern[(a - start) % length];
+    for (uint64_t a = start.Value(); a <= end.Value(); ++a)
+        written_[TargetAddress(static_cast<uint32_t>(a))] = pattern[(a - start.Value()) % length];
     return S_OK;
 }
 
@@ -136,14 +136,14 @@ HRESULT FakePlatform::DoFind(const char* name, TargetAddress start, TargetAddres
     HRESULT hr = S_OK;
     if (Logged(name, start, end, 0, hr))
         return hr;
-    for (uint64_t a = start; a + length - 1 <= end; ++a) {
+    for (uint64_t a = start.Value(); a + length - 1 <= end.Value(); ++a) {
         bool match = true;
         for (uint32_t i = 0; i < length && match; ++i) {
             const uint8_t m = mask != nullptr ? mask[i] : 0xFF;
-            match = (ByteAt(static_cast<TargetAddress>(a + i)) & m) == (pattern[i] & m);
+            match = (ByteAt(TargetAddress(static_cast<uint32_t>(a + i))) & m) == (pattern[i] & m);
         }
         if (match) {
-            found = static_cast<TargetAddress>(a);
+            found = TargetAddress(static_cast<uint32_t>(a));
             return S_OK;
         }
     }
@@ -156,7 +156,7 @@ HRESULT FakePlatform::DoCopy(const char* name, TargetAddress start, TargetAddres
     HRESULT hr = S_OK;
     if (Logged(name, start, end, 0, hr))
         return hr;
-    const auto bytes = Bytes(start, size_t{end} - start + 1);
+    const auto bytes = Bytes(start, AddressRange(start, end).Size());
     Poke(destination, bytes);
     return S_OK;
 }
@@ -171,7 +171,7 @@ HRESULT FakePlatform::DoReporting(const char* name, TargetAddress start, TargetA
     // A stuck byte: it keeps what it had, whatever was written.
     failed = VARIANT_TRUE;
     address = *verifyFailsAt;
-    written = buffer[*verifyFailsAt - start];
+    written = buffer[verifyFailsAt->OffsetFrom(start)];
     found = 0;
     written_[*verifyFailsAt] = 0;
     return kVerifyFailed;

@@ -40,7 +40,7 @@ public:
 
     static uint8_t Derived(TargetAddress address)
     {
-        return static_cast<uint8_t>((address * 2654435761u) >> 24);
+        return static_cast<uint8_t>((address.Value() * 2654435761u) >> 24);
     }
     uint8_t ByteAt(TargetAddress address) const;
     std::vector<uint8_t> Bytes(TargetAddress start, size_t count) const;

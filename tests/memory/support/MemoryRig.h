@@ -38,7 +38,7 @@ struct MemoryRig : MemoryHost {
     {
         std::vector<uint8_t> out(count, 0xEE);
         const HRESULT hr =
-            manager.ReadMemory(start, static_cast<TargetAddress>(start + count - 1), size, out.data());
+            manager.ReadMemory(start, start.WrappingAdd(static_cast<uint32_t>(count - 1)), size, out.data());
         if (result != nullptr)
             *result = hr;
         return out;
