@@ -14,30 +14,6 @@ int Rows(const std::string& text)
     return rows;
 }
 
-TEST_F(Display, ShowsSixteenBytesARowInEachNumberMode)
-{
-    manager.Poke(0x1010, {0xFF, 0xFF, 0xFF, 0xFE});
-    manager.Poke(0x1020, {0x40, 0x70, 0x00, 0x00});                         // 3.75f
-    manager.Poke(0x1030, {0x40, 0x59, 0x20, 0x00, 0x00, 0x00, 0x00, 0x00}); // 100.5
-    const struct {
-        const char* line;
-        const char* text;
-    } rows[] = {
-        {"md 1000 20", "00001000  00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F \r\n"
-                       "00001010  FF FF FF FE 14 15 16 17 18 19 1A 1B 1C 1D 1E 1F "},
-        {"md 1000 10 w", "00001000  0001 0203 0405 0607 0809 0A0B 0C0D 0E0F "},
-        {"md 1010 10 long", "00001010  FFFFFFFE 14151617 18191A1B 1C1D1E1F "},
-        {"md 1020 4 single", "00001020  00000003 "},
-        {"md 1030 8 double", "00001030  0000000000000064 "},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.line);
-        Reply reply = Line(row.line);
-        EXPECT_EQ(reply.hr, S_OK);
-        EXPECT_EQ(reply.message, row.text);
-    }
-}
-
 TEST_F(Display, AsciiShowsCharactersZeroAsDotAndTheRestAsQuestionMarks)
 {
     manager.Poke(0x1000, {'H', 'i', 0, 0x7F, ' ', '~', 0x80, 'z'});

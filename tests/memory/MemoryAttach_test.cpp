@@ -15,7 +15,7 @@ TEST(MemoryAttach, WhatIsOfferedComesFromTheSecondGeneration)
 {
     for (uint32_t bit = 0; bit < 7; ++bit) {
         MemoryHost host;
-        FakePlatform platform({{0x1000, 0x1FFF}});
+        FakePlatformMemory platform({{0x1000, 0x1FFF}});
         platform.offered = 1u << bit;
         platform.RegisterIn(host.registry);
         CVELMemoryManager manager(&host.registry);

@@ -81,7 +81,7 @@ TEST(MemoryWrite, AReportedDifferenceComesBackWithItsPlace)
     int32_t found = -1;
     EXPECT_EQ(rig.manager.WriteMemoryReporting(0x10F0, 0x110F, VARIANT_TRUE, 1, data.data(), failed, address,
                                                written, found),
-              FakePlatform::kVerifyFailed);
+              FakePlatformMemory::kVerifyFailed);
     EXPECT_EQ(failed, VARIANT_TRUE);
     EXPECT_EQ(address, 0x1104u);
     EXPECT_EQ(written, 0x5A);

@@ -5,7 +5,7 @@
 
 #include "component/frame/CDebuggerState.h"
 #include "component/symbols/CPDEvaluator.h"
-#include "support/FakePlatform.h"
+#include "support/FakePlatformFunctions.h"
 #include "workbench/EvaluatorHost.h"
 #include "workbench/ServiceRegistry.h"
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "component/memory/CPDMemoryManager.h"
-#include "support/FakePlatform.h"
+#include "support/FakePlatformFunctions.h"
 #include "workbench/CommandRecorder.h"
 #include "workbench/ErrorTableService.h"
 #include "workbench/ServiceRegistry.h"
@@ -45,14 +45,6 @@ struct PdMemory : ::testing::Test {
     }
     IUnknown* Unknown() { return static_cast<IQMemoryManager*>(manager.get()); }
 };
-
-TEST_F(PdMemory, AttachLooksUpTheTenNamesInTableOrder)
-{
-    Attach();
-    EXPECT_EQ(functions.lookups,
-              (Calls{"IN1_Move", "IN1_Move2", "IN1_Move4", "IN1_Fill", "IN1_Get_MemNC", "IN1_Get_Mem2NC",
-                     "IN1_Get_MemNC", "IN1_Put_Mem", "IN1_Put_Mem2", "IN1_Put_Mem4"}));
-}
 
 TEST_F(PdMemory, ReadsAndWritesGoToTheFunctionOfTheAccessSizeWithTheFullLength)
 {
@@ -221,17 +213,6 @@ TEST_F(PdMemory, OperationsThePlatformCannotDoAnswerEFail)
     EXPECT_TRUE(Made().empty());
     // Whoever kept what it read is still told to read again.
     EXPECT_EQ(manager->Generation(), generation + 2);
-}
-
-TEST_F(PdMemory, OnlyCopyAndFillAreOffered)
-{
-    IQMemoryManager5& five = *manager;
-    EXPECT_EQ(five.GetCanCopy(), S_OK);
-    EXPECT_EQ(five.GetCanFill(), S_OK);
-    for (HRESULT can : {five.GetCanCompare(), five.GetCanFind(), five.GetCanFindAlternate(),
-                        five.GetCanVerify(), five.GetCanTest()})
-        EXPECT_EQ(can, S_FALSE);
-    EXPECT_TRUE(manager->IsPlatformFunctionFamily());
 }
 
 TEST_F(PdMemory, AreasComeFromThePlatformsMap)

@@ -1,15 +1,15 @@
-#include "FakePlatform.h"
+#include "FakePlatformMemory.h"
 
 #include <cstdio>
 
 #include "boundary/Ids.h"
 
-FakePlatform::FakePlatform(std::vector<FakeArea> map, std::set<int> generations)
+FakePlatformMemory::FakePlatformMemory(std::vector<FakeArea> map, std::set<int> generations)
     : areas(std::move(map)), generations_(std::move(generations))
 {
 }
 
-void FakePlatform::RegisterIn(IQServiceRegistry& registry)
+void FakePlatformMemory::RegisterIn(IQServiceRegistry& registry)
 {
     if (generations_.count(1))
         registry.RegisterService(Ids::IQPlatformMemory, &first_);
@@ -23,7 +23,7 @@ void FakePlatform::RegisterIn(IQServiceRegistry& registry)
         registry.RegisterService(Ids::IQPlatformMemory5, static_cast<IQPlatformMemory5*>(this));
 }
 
-HRESULT FakePlatform::QueryInterface(const Guid& iid, void** out)
+HRESULT FakePlatformMemory::QueryInterface(const Guid& iid, void** out)
 {
     if (out == nullptr)
         return E_POINTER;
@@ -43,13 +43,13 @@ HRESULT FakePlatform::QueryInterface(const Guid& iid, void** out)
     return *out != nullptr ? S_OK : E_NOINTERFACE;
 }
 
-uint8_t FakePlatform::ByteAt(TargetAddress address) const
+uint8_t FakePlatformMemory::ByteAt(TargetAddress address) const
 {
     const auto it = written_.find(address);
     return it != written_.end() ? it->second : Derived(address);
 }
 
-std::vector<uint8_t> FakePlatform::Bytes(TargetAddress start, size_t count) const
+std::vector<uint8_t> FakePlatformMemory::Bytes(TargetAddress start, size_t count) const
 {
     std::vector<uint8_t> bytes(count);
     for (size_t i = 0; i < count; ++i)
@@ -57,14 +57,14 @@ std::vector<uint8_t> FakePlatform::Bytes(TargetAddress start, size_t count) cons
     return bytes;
 }
 
-void FakePlatform::Poke(TargetAddress start, const std::vector<uint8_t>& bytes)
+void FakePlatformMemory::Poke(TargetAddress start, const std::vector<uint8_t>& bytes)
 {
     for (size_t i = 0; i < bytes.size(); ++i)
         written_[start.WrappingAdd(static_cast<uint32_t>(i))] = bytes[i];
 }
 
-bool FakePlatform::Logged(const std::string& name, TargetAddress start, TargetAddress end, AccessSize size,
-                          HRESULT& forced)
+bool FakePlatformMemory::Logged(const std::string& name, TargetAddress start, TargetAddress end,
+                                AccessSize size, HRESULT& forced)
 {
     char text[96];
     if (size != 0)
@@ -79,7 +79,7 @@ bool FakePlatform::Logged(const std::string& name, TargetAddress start, TargetAd
     return true;
 }
 
-bool FakePlatform::Mapped(TargetAddress start, TargetAddress end) const
+bool FakePlatformMemory::Mapped(TargetAddress start, TargetAddress end) const
 {
     for (uint64_t a = start.Value(); a <= end.Value(); ++a) {
         bool inside = false;
@@ -91,8 +91,8 @@ bool FakePlatform::Mapped(TargetAddress start, TargetAddress end) const
     return true;
 }
 
-HRESULT FakePlatform::DoRead(const char* name, TargetAddress start, TargetAddress end, AccessSize size,
-                             uint8_t* buffer)
+HRESULT FakePlatformMemory::DoRead(const char* name, TargetAddress start, TargetAddress end, AccessSize size,
+                                   uint8_t* buffer)
 {
     HRESULT hr = S_OK;
     if (Logged(name, start, end, size, hr))
@@ -104,8 +104,8 @@ HRESULT FakePlatform::DoRead(const char* name, TargetAddress start, TargetAddres
     return S_OK;
 }
 
-HRESULT FakePlatform::DoWrite(const char* name, TargetAddress start, TargetAddress end, AccessSize size,
-                              const uint8_t* buffer)
+HRESULT FakePlatformMemory::DoWrite(const char* name, TargetAddress start, TargetAddress end, AccessSize size,
+                                    const uint8_t* buffer)
 {
     HRESULT hr = S_OK;
     if (Logged(name, start, end, size, hr))
@@ -117,8 +117,8 @@ HRESULT FakePlatform::DoWrite(const char* name, TargetAddress start, TargetAddre
     return S_OK;
 }
 
-HRESULT FakePlatform::DoFill(const char* name, TargetAddress start, TargetAddress end, uint32_t length,
-                             const uint8_t* pattern)
+HRESULT FakePlatformMemory::DoFill(const char* name, TargetAddress start, TargetAddress end, uint32_t length,
+                                   const uint8_t* pattern)
 {
     HRESULT hr = S_OK;
     if (Logged(name, start, end, 0, hr))
@@ -130,8 +130,8 @@ HRESULT FakePlatform::DoFill(const char* name, TargetAddress start, TargetAddres
     return S_OK;
 }
 
-HRESULT FakePlatform::DoFind(const char* name, TargetAddress start, TargetAddress end, uint32_t length,
-                             const uint8_t* pattern, const uint8_t* mask, TargetAddress& found)
+HRESULT FakePlatformMemory::DoFind(const char* name, TargetAddress start, TargetAddress end, uint32_t length,
+                                   const uint8_t* pattern, const uint8_t* mask, TargetAddress& found)
 {
     HRESULT hr = S_OK;
     if (Logged(name, start, end, 0, hr))
@@ -150,8 +150,8 @@ HRESULT FakePlatform::DoFind(const char* name, TargetAddress start, TargetAddres
     return S_FALSE;
 }
 
-HRESULT FakePlatform::DoCopy(const char* name, TargetAddress start, TargetAddress end,
-                             TargetAddress destination)
+HRESULT FakePlatformMemory::DoCopy(const char* name, TargetAddress start, TargetAddress end,
+                                   TargetAddress destination)
 {
     HRESULT hr = S_OK;
     if (Logged(name, start, end, 0, hr))
@@ -161,9 +161,9 @@ HRESULT FakePlatform::DoCopy(const char* name, TargetAddress start, TargetAddres
     return S_OK;
 }
 
-HRESULT FakePlatform::DoReporting(const char* name, TargetAddress start, TargetAddress end, AccessSize size,
-                                  const uint8_t* buffer, VariantBool& failed, TargetAddress& address,
-                                  int32_t& written, int32_t& found)
+HRESULT FakePlatformMemory::DoReporting(const char* name, TargetAddress start, TargetAddress end,
+                                        AccessSize size, const uint8_t* buffer, VariantBool& failed,
+                                        TargetAddress& address, int32_t& written, int32_t& found)
 {
     const HRESULT hr = DoWrite(name, start, end, size, buffer);
     if (hr != S_OK || !verifyFailsAt || *verifyFailsAt < start || *verifyFailsAt > end)
@@ -177,7 +177,7 @@ HRESULT FakePlatform::DoReporting(const char* name, TargetAddress start, TargetA
     return kVerifyFailed;
 }
 
-HRESULT FakePlatform::Plain(const char* name, TargetAddress start, TargetAddress end)
+HRESULT FakePlatformMemory::Plain(const char* name, TargetAddress start, TargetAddress end)
 {
     HRESULT hr = S_OK;
     Logged(name, start, end, 0, hr);
@@ -186,15 +186,15 @@ HRESULT FakePlatform::Plain(const char* name, TargetAddress start, TargetAddress
 
 // --- second generation ------------------------------------------------------
 
-HRESULT FakePlatform::GetAreaCount(uint32_t& count)
+HRESULT FakePlatformMemory::GetAreaCount(uint32_t& count)
 {
     count = static_cast<uint32_t>(areas.size());
     return S_OK;
 }
 
-HRESULT FakePlatform::GetArea(uint32_t index, TargetAddress& start, TargetAddress& end, uint32_t& byteOrder,
-                              uint32_t& info, VariantBool& sized, VariantBool& attribute1,
-                              VariantBool& attribute2, VariantBool& attribute3)
+HRESULT FakePlatformMemory::GetArea(uint32_t index, TargetAddress& start, TargetAddress& end,
+                                    uint32_t& byteOrder, uint32_t& info, VariantBool& sized,
+                                    VariantBool& attribute1, VariantBool& attribute2, VariantBool& attribute3)
 {
     if (index >= areas.size())
         return E_INVALIDARG;
@@ -207,63 +207,14 @@ HRESULT FakePlatform::GetArea(uint32_t index, TargetAddress& start, TargetAddres
     return S_OK;
 }
 
-HRESULT FakePlatform::Read(TargetAddress start, TargetAddress end, uint8_t* buffer)
-{
-    return DoRead("Read2", start, end, 0, buffer);
-}
-HRESULT FakePlatform::Write(TargetAddress start, TargetAddress end, const uint8_t* buffer)
-{
-    return DoWrite("Write2", start, end, 0, buffer);
-}
-HRESULT FakePlatform::ReadSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
-                                uint8_t* buffer)
-{
-    return DoRead("ReadSized2", start, end, accessSize, buffer);
-}
-HRESULT FakePlatform::WriteSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
-                                 const uint8_t* buffer)
-{
-    return DoWrite("WriteSized2", start, end, accessSize, buffer);
-}
-HRESULT FakePlatform::Compare(TargetAddress start, TargetAddress end, TargetAddress, AccessSize accessSize,
-                              uint8_t&, uint8_t&, TargetAddress&)
+HRESULT FakePlatformMemory::Compare(TargetAddress start, TargetAddress end, TargetAddress,
+                                    AccessSize accessSize, uint8_t&, uint8_t&, TargetAddress&)
 {
     HRESULT hr = S_OK;
     Logged("Compare2", start, end, accessSize, hr);
     return hr;
 }
-HRESULT FakePlatform::Copy(TargetAddress start, TargetAddress end, TargetAddress destination, VariantBool,
-                           AccessSize, uint8_t&, uint8_t&, TargetAddress&)
-{
-    return DoCopy("Copy2", start, end, destination);
-}
-HRESULT FakePlatform::Fill(TargetAddress start, TargetAddress end, uint32_t patternLength,
-                           const uint8_t* pattern)
-{
-    return DoFill("Fill2", start, end, patternLength, pattern);
-}
-HRESULT FakePlatform::Find(TargetAddress start, TargetAddress end, uint32_t, uint32_t, uint32_t patternLength,
-                           const uint8_t* pattern, const uint8_t* mask, TargetAddress& address)
-{
-    return DoFind("Find2", start, end, patternLength, pattern, mask, address);
-}
-HRESULT FakePlatform::Verify(TargetAddress start, TargetAddress end, const uint8_t*)
-{
-    return Plain("Verify2", start, end);
-}
-HRESULT FakePlatform::Test(TargetAddress start, TargetAddress end)
-{
-    return Plain("Test2", start, end);
-}
-HRESULT FakePlatform::Refresh()
-{
-    return Plain("Refresh2", 0, 0);
-}
-HRESULT FakePlatform::SetDownloadMode(uint32_t flag)
-{
-    return Plain("SetDownloadMode2", flag, flag);
-}
-HRESULT FakePlatform::GetPageSize(uint32_t& size)
+HRESULT FakePlatformMemory::GetPageSize(uint32_t& size)
 {
     size = 0x1000;
     return S_OK;
@@ -271,47 +222,12 @@ HRESULT FakePlatform::GetPageSize(uint32_t& size)
 
 // --- later generations -------------------------------------------------------
 
-HRESULT FakePlatform::FindEx(TargetAddress start, TargetAddress end, uint32_t, uint32_t, uint32_t,
-                             uint32_t patternLength, const uint8_t* pattern, const uint8_t* mask,
-                             TargetAddress& address)
-{
-    return DoFind("FindEx3", start, end, patternLength, pattern, mask, address);
-}
-HRESULT FakePlatform::WriteVerified(TargetAddress start, TargetAddress end, VariantBool,
-                                    const uint8_t* buffer)
-{
-    return DoWrite("WriteVerified3", start, end, 0, buffer);
-}
-HRESULT FakePlatform::FillVerified(TargetAddress start, TargetAddress end, VariantBool,
-                                   uint32_t patternLength, const uint8_t* pattern)
-{
-    return DoFill("FillVerified3", start, end, patternLength, pattern);
-}
-HRESULT FakePlatform::WriteSizedVerified(TargetAddress start, TargetAddress end, VariantBool,
-                                         AccessSize accessSize, const uint8_t* buffer)
-{
-    return DoWrite("WriteSizedVerified3", start, end, accessSize, buffer);
-}
-HRESULT FakePlatform::GetLongOperationsOffered(VariantBool& isOffered)
+HRESULT FakePlatformMemory::GetLongOperationsOffered(VariantBool& isOffered)
 {
     isOffered = VARIANT_TRUE;
     return S_OK;
 }
-HRESULT FakePlatform::WriteVerifiedReporting(TargetAddress start, TargetAddress end, VariantBool,
-                                             const uint8_t* buffer, VariantBool& failed,
-                                             TargetAddress& address, int32_t& written, int32_t& found)
-{
-    return DoReporting("WriteReporting5", start, end, 0, buffer, failed, address, written, found);
-}
-HRESULT FakePlatform::WriteSizedVerifiedReporting(TargetAddress start, TargetAddress end, VariantBool,
-                                                  AccessSize accessSize, const uint8_t* buffer,
-                                                  VariantBool& failed, TargetAddress& address,
-                                                  int32_t& written, int32_t& found)
-{
-    return DoReporting("WriteSizedReporting5", start, end, accessSize, buffer, failed, address, written,
-                       found);
-}
-HRESULT FakePlatform::GetErrorText(HRESULT code, std::string& text)
+HRESULT FakePlatformMemory::GetErrorText(HRESULT code, std::string& text)
 {
     char buffer[48];
     std::snprintf(buffer, sizeof buffer, "platform says 0x%X", static_cast<uint32_t>(code));
@@ -321,17 +237,13 @@ HRESULT FakePlatform::GetErrorText(HRESULT code, std::string& text)
 
 // --- first generation --------------------------------------------------------
 
-HRESULT FakePlatform::First::GetMemoryInfo(Variant& info)
+HRESULT FakePlatformMemory::First::GetMemoryInfo(Variant& info)
 {
     info = Variant::String("fake");
     return S_OK;
 }
-HRESULT FakePlatform::First::GetAreaCount(uint32_t& count)
-{
-    return p.GetAreaCount(count);
-}
-HRESULT FakePlatform::First::GetArea(uint32_t index, TargetAddress& start, TargetAddress& end,
-                                     uint32_t& byteOrder, uint32_t& info, uint32_t& flags)
+HRESULT FakePlatformMemory::First::GetArea(uint32_t index, TargetAddress& start, TargetAddress& end,
+                                           uint32_t& byteOrder, uint32_t& info, uint32_t& flags)
 {
     if (index >= p.areas.size())
         return E_INVALIDARG;
@@ -342,56 +254,4 @@ HRESULT FakePlatform::First::GetArea(uint32_t index, TargetAddress& start, Targe
     // Bit 1 alone says sized too; the attribute bits must not.
     flags = p.areas[index].sized ? 0x2 : 0x34;
     return S_OK;
-}
-HRESULT FakePlatform::First::Read(TargetAddress start, TargetAddress end, uint8_t* buffer)
-{
-    return p.DoRead("Read1", start, end, 0, buffer);
-}
-HRESULT FakePlatform::First::Write(TargetAddress start, TargetAddress end, const uint8_t* buffer)
-{
-    return p.DoWrite("Write1", start, end, 0, buffer);
-}
-HRESULT FakePlatform::First::ReadSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
-                                       uint8_t* buffer)
-{
-    return p.DoRead("ReadSized1", start, end, accessSize, buffer);
-}
-HRESULT FakePlatform::First::WriteSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
-                                        const uint8_t* buffer)
-{
-    return p.DoWrite("WriteSized1", start, end, accessSize, buffer);
-}
-HRESULT FakePlatform::First::Compare(TargetAddress start, TargetAddress end, TargetAddress)
-{
-    return p.Plain("Compare1", start, end);
-}
-HRESULT FakePlatform::First::Copy(TargetAddress start, TargetAddress end, TargetAddress destination)
-{
-    return p.DoCopy("Copy1", start, end, destination);
-}
-HRESULT FakePlatform::First::Fill(TargetAddress start, TargetAddress end, uint32_t patternLength,
-                                  const uint8_t* pattern)
-{
-    return p.DoFill("Fill1", start, end, patternLength, pattern);
-}
-HRESULT FakePlatform::First::Find(TargetAddress start, TargetAddress end, uint32_t patternLength,
-                                  const uint8_t* pattern, TargetAddress& found)
-{
-    return p.DoFind("Find1", start, end, patternLength, pattern, nullptr, found);
-}
-HRESULT FakePlatform::First::Verify(TargetAddress start, TargetAddress end, const uint8_t*)
-{
-    return p.Plain("Verify1", start, end);
-}
-HRESULT FakePlatform::First::Test(TargetAddress start, TargetAddress end)
-{
-    return p.Plain("Test1", start, end);
-}
-HRESULT FakePlatform::First::Refresh()
-{
-    return p.Plain("Refresh1", 0, 0);
-}
-HRESULT FakePlatform::First::SetDownloadMode(uint32_t flag)
-{
-    return p.Plain("SetDownloadMode1", flag, flag);
 }

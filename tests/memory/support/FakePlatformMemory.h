@@ -23,17 +23,17 @@ struct FakeArea {
 // "<operation><generation> 0x<start>..0x<end>" (sized ones add " /<size>"),
 // so that a test compares the whole conversation in one line. An access
 // outside the map fails, which is how a walk that strays into a gap shows.
-class FakePlatform : public IQPlatformMemory2,
-                     public IQPlatformMemory3,
-                     public IQPlatformMemory4,
-                     public IQPlatformMemory5,
-                     public IQErrorReporter
+class FakePlatformMemory : public IQPlatformMemory2,
+                           public IQPlatformMemory3,
+                           public IQPlatformMemory4,
+                           public IQPlatformMemory5,
+                           public IQErrorReporter
 {
 public:
     static constexpr HRESULT kOutsideMap = MakeResult(0x80043092u);
     static constexpr HRESULT kVerifyFailed = MakeResult(0x80042022u);
 
-    explicit FakePlatform(std::vector<FakeArea> areas, std::set<int> generations = {1, 2, 3, 4, 5});
+    explicit FakePlatformMemory(std::vector<FakeArea> areas, std::set<int> generations = {1, 2, 3, 4, 5});
 
     // Registers the generations it offers.
     void RegisterIn(IQServiceRegistry& registry);
@@ -70,45 +70,85 @@ public:
     HRESULT GetArea(uint32_t index, TargetAddress& start, TargetAddress& end, uint32_t& byteOrder,
                     uint32_t& info, VariantBool& sized, VariantBool& attribute1, VariantBool& attribute2,
                     VariantBool& attribute3) override;
-    HRESULT Read(TargetAddress start, TargetAddress end, uint8_t* buffer) override;
-    HRESULT Write(TargetAddress start, TargetAddress end, const uint8_t* buffer) override;
-    HRESULT ReadSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
-                      uint8_t* buffer) override;
+    HRESULT Read(TargetAddress start, TargetAddress end, uint8_t* buffer) override
+    {
+        return DoRead("Read2", start, end, 0, buffer);
+    }
+    HRESULT Write(TargetAddress start, TargetAddress end, const uint8_t* buffer) override
+    {
+        return DoWrite("Write2", start, end, 0, buffer);
+    }
+    HRESULT ReadSized(TargetAddress start, TargetAddress end, AccessSize accessSize, uint8_t* buffer) override
+    {
+        return DoRead("ReadSized2", start, end, accessSize, buffer);
+    }
     HRESULT WriteSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
-                       const uint8_t* buffer) override;
+                       const uint8_t* buffer) override
+    {
+        return DoWrite("WriteSized2", start, end, accessSize, buffer);
+    }
     HRESULT Compare(TargetAddress start, TargetAddress end, TargetAddress destination, AccessSize accessSize,
                     uint8_t& first, uint8_t& second, TargetAddress& address) override;
-    HRESULT Copy(TargetAddress start, TargetAddress end, TargetAddress destination, VariantBool verify,
-                 AccessSize accessSize, uint8_t& first, uint8_t& second, TargetAddress& address) override;
+    HRESULT Copy(TargetAddress start, TargetAddress end, TargetAddress destination, VariantBool, AccessSize,
+                 uint8_t&, uint8_t&, TargetAddress&) override
+    {
+        return DoCopy("Copy2", start, end, destination);
+    }
     HRESULT Fill(TargetAddress start, TargetAddress end, uint32_t patternLength,
-                 const uint8_t* pattern) override;
-    HRESULT Find(TargetAddress start, TargetAddress end, uint32_t flag1, uint32_t flag2,
-                 uint32_t patternLength, const uint8_t* pattern, const uint8_t* mask,
-                 TargetAddress& address) override;
-    HRESULT Verify(TargetAddress start, TargetAddress end, const uint8_t* data) override;
-    HRESULT Test(TargetAddress start, TargetAddress end) override;
-    HRESULT Refresh() override;
-    HRESULT SetDownloadMode(uint32_t flag) override;
+                 const uint8_t* pattern) override
+    {
+        return DoFill("Fill2", start, end, patternLength, pattern);
+    }
+    HRESULT Find(TargetAddress start, TargetAddress end, uint32_t, uint32_t, uint32_t patternLength,
+                 const uint8_t* pattern, const uint8_t* mask, TargetAddress& address) override
+    {
+        return DoFind("Find2", start, end, patternLength, pattern, mask, address);
+    }
+    HRESULT Verify(TargetAddress start, TargetAddress end, const uint8_t*) override
+    {
+        return Plain("Verify2", start, end);
+    }
+    HRESULT Test(TargetAddress start, TargetAddress end) override { return Plain("Test2", start, end); }
+    HRESULT Refresh() override { return Plain("Refresh2", 0, 0); }
+    HRESULT SetDownloadMode(uint32_t flag) override { return Plain("SetDownloadMode2", flag, flag); }
     HRESULT GetPageSize(uint32_t& size) override;
 
-    HRESULT FindEx(TargetAddress start, TargetAddress end, uint32_t flag1, uint32_t flag2, uint32_t flag3,
+    HRESULT FindEx(TargetAddress start, TargetAddress end, uint32_t, uint32_t, uint32_t,
                    uint32_t patternLength, const uint8_t* pattern, const uint8_t* mask,
-                   TargetAddress& address) override;
-    HRESULT WriteVerified(TargetAddress start, TargetAddress end, VariantBool verify,
-                          const uint8_t* buffer) override;
-    HRESULT FillVerified(TargetAddress start, TargetAddress end, VariantBool verify, uint32_t patternLength,
-                         const uint8_t* pattern) override;
-    HRESULT WriteSizedVerified(TargetAddress start, TargetAddress end, VariantBool verify,
-                               AccessSize accessSize, const uint8_t* buffer) override;
+                   TargetAddress& address) override
+    {
+        return DoFind("FindEx3", start, end, patternLength, pattern, mask, address);
+    }
+    HRESULT WriteVerified(TargetAddress start, TargetAddress end, VariantBool, const uint8_t* buffer) override
+    {
+        return DoWrite("WriteVerified3", start, end, 0, buffer);
+    }
+    HRESULT FillVerified(TargetAddress start, TargetAddress end, VariantBool, uint32_t patternLength,
+                         const uint8_t* pattern) override
+    {
+        return DoFill("FillVerified3", start, end, patternLength, pattern);
+    }
+    HRESULT WriteSizedVerified(TargetAddress start, TargetAddress end, VariantBool, AccessSize accessSize,
+                               const uint8_t* buffer) override
+    {
+        return DoWrite("WriteSizedVerified3", start, end, accessSize, buffer);
+    }
 
     HRESULT GetLongOperationsOffered(VariantBool& offered) override;
 
-    HRESULT WriteVerifiedReporting(TargetAddress start, TargetAddress end, VariantBool verify,
-                                   const uint8_t* buffer, VariantBool& failed, TargetAddress& address,
-                                   int32_t& written, int32_t& found) override;
-    HRESULT WriteSizedVerifiedReporting(TargetAddress start, TargetAddress end, VariantBool verify,
+    HRESULT WriteVerifiedReporting(TargetAddress start, TargetAddress end, VariantBool, const uint8_t* buffer,
+                                   VariantBool& failed, TargetAddress& address, int32_t& written,
+                                   int32_t& found) override
+    {
+        return DoReporting("WriteReporting5", start, end, 0, buffer, failed, address, written, found);
+    }
+    HRESULT WriteSizedVerifiedReporting(TargetAddress start, TargetAddress end, VariantBool,
                                         AccessSize accessSize, const uint8_t* buffer, VariantBool& failed,
-                                        TargetAddress& address, int32_t& written, int32_t& found) override;
+                                        TargetAddress& address, int32_t& written, int32_t& found) override
+    {
+        return DoReporting("WriteSizedReporting5", start, end, accessSize, buffer, failed, address, written,
+                           found);
+    }
 
     HRESULT GetErrorText(HRESULT code, std::string& text) override;
 
@@ -116,30 +156,57 @@ private:
     // The first generation has operations of the same names as the second;
     // its own face lets the log tell them apart.
     struct First : IQPlatformMemory {
-        explicit First(FakePlatform& owner) : p(owner) {}
+        explicit First(FakePlatformMemory& owner) : p(owner) {}
         HRESULT QueryInterface(const Guid& iid, void** out) override { return p.QueryInterface(iid, out); }
         TESSEL_NOT_REFCOUNTED
         HRESULT GetMemoryInfo(Variant& info) override;
-        HRESULT GetAreaCount(uint32_t& count) override;
+        HRESULT GetAreaCount(uint32_t& count) override { return p.GetAreaCount(count); }
         HRESULT GetArea(uint32_t index, TargetAddress& start, TargetAddress& end, uint32_t& byteOrder,
                         uint32_t& info, uint32_t& flags) override;
-        HRESULT Read(TargetAddress start, TargetAddress end, uint8_t* buffer) override;
-        HRESULT Write(TargetAddress start, TargetAddress end, const uint8_t* buffer) override;
+        HRESULT Read(TargetAddress start, TargetAddress end, uint8_t* buffer) override
+        {
+            return p.DoRead("Read1", start, end, 0, buffer);
+        }
+        HRESULT Write(TargetAddress start, TargetAddress end, const uint8_t* buffer) override
+        {
+            return p.DoWrite("Write1", start, end, 0, buffer);
+        }
         HRESULT ReadSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
-                          uint8_t* buffer) override;
+                          uint8_t* buffer) override
+        {
+            return p.DoRead("ReadSized1", start, end, accessSize, buffer);
+        }
         HRESULT WriteSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
-                           const uint8_t* buffer) override;
-        HRESULT Compare(TargetAddress start, TargetAddress end, TargetAddress destination) override;
-        HRESULT Copy(TargetAddress start, TargetAddress end, TargetAddress destination) override;
+                           const uint8_t* buffer) override
+        {
+            return p.DoWrite("WriteSized1", start, end, accessSize, buffer);
+        }
+        HRESULT Compare(TargetAddress start, TargetAddress end, TargetAddress) override
+        {
+            return p.Plain("Compare1", start, end);
+        }
+        HRESULT Copy(TargetAddress start, TargetAddress end, TargetAddress destination) override
+        {
+            return p.DoCopy("Copy1", start, end, destination);
+        }
         HRESULT Fill(TargetAddress start, TargetAddress end, uint32_t patternLength,
-                     const uint8_t* pattern) override;
+                     const uint8_t* pattern) override
+        {
+            return p.DoFill("Fill1", start, end, patternLength, pattern);
+        }
         HRESULT Find(TargetAddress start, TargetAddress end, uint32_t patternLength, const uint8_t* pattern,
-                     TargetAddress& found) override;
-        HRESULT Verify(TargetAddress start, TargetAddress end, const uint8_t* data) override;
-        HRESULT Test(TargetAddress start, TargetAddress end) override;
-        HRESULT Refresh() override;
-        HRESULT SetDownloadMode(uint32_t flag) override;
-        FakePlatform& p;
+                     TargetAddress& found) override
+        {
+            return p.DoFind("Find1", start, end, patternLength, pattern, nullptr, found);
+        }
+        HRESULT Verify(TargetAddress start, TargetAddress end, const uint8_t*) override
+        {
+            return p.Plain("Verify1", start, end);
+        }
+        HRESULT Test(TargetAddress start, TargetAddress end) override { return p.Plain("Test1", start, end); }
+        HRESULT Refresh() override { return p.Plain("Refresh1", 0, 0); }
+        HRESULT SetDownloadMode(uint32_t flag) override { return p.Plain("SetDownloadMode1", flag, flag); }
+        FakePlatformMemory& p;
     };
 
     HRESULT Can(int bit) const { return (offered >> bit) & 1 ? S_OK : S_FALSE; }

@@ -2,7 +2,7 @@
 #include <set>
 #include <vector>
 
-#include "FakePlatform.h"
+#include "FakePlatformMemory.h"
 #include "boundary/Ids.h"
 #include "component/memory/CVELMemoryManagerDisableAble.h"
 #include "workbench/CommandRecorder.h"
@@ -44,7 +44,7 @@ struct MemoryRig : MemoryHost {
         return out;
     }
 
-    FakePlatform platform;
+    FakePlatformMemory platform;
     CVELMemoryManagerDisableAble manager;
 };
 
