@@ -43,14 +43,14 @@ int RefuseFromMemory(SimPlatformMemory& memory, HRESULT code)
 
 // A length of `length` bytes from address, in units of `unit`; the text of
 // what is wrong with it, or empty.
-std::string CheckLength(uint64_t address, uint64_t length, uint32_t unit)
+std::string CheckLength(TargetAddress address, uint64_t length, uint32_t unit)
 {
     if (length == 0)
         return "The length is 0";
     if (length % unit != 0)
         return "Length " + std::to_string(length) + " is not a multiple of the access size " +
                std::to_string(unit);
-    if (address + length - 1 > 0xFFFFFFFFu)
+    if (!AddressRange::Sized(address, length))
         return "The range runs past H'FFFFFFFF";
     return {};
 }
@@ -65,8 +65,9 @@ int Access(uint32_t address, uint32_t length, uint8_t* buffer, uint32_t unit, bo
     if (std::string wrong = CheckLength(address, length, unit); !wrong.empty())
         return Refuse(std::move(wrong));
     SimPlatformMemory& memory = platform->Memory();
-    const TargetAddress end = address + (length - 1);
-    const HRESULT hr = write ? memory.Write(address, end, buffer) : memory.Read(address, end, buffer);
+    const AddressRange range = *AddressRange::Sized(address, length);
+    const HRESULT hr = write ? memory.Write(range.First(), range.Last(), buffer)
+                             : memory.Read(range.First(), range.Last(), buffer);
     return Succeeded(hr) ? 1 : RefuseFromMemory(memory, hr);
 }
 
