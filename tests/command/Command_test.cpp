@@ -65,33 +65,6 @@ TEST(CommandRegistration, AMissingHelpServiceOrHostIsNoObstacle)
     EXPECT_EQ(alone.runTexts, std::vector<std::string>{"x"});
 }
 
-TEST(CommandIdentity, AnswersItsThreeInterfacesAndNamesWithKindTwo)
-{
-    HelpRecordingRegistry host;
-    RecordingCommand cmd(&host, true, "memory_display", "md", "");
-    for (const Guid& id : {Ids::IUnknown, Ids::IQCmdClient, Ids::IQCmdClient2}) {
-        void* out = nullptr;
-        EXPECT_EQ(cmd.QueryInterface(id, &out), S_OK);
-        EXPECT_EQ(out, static_cast<IQCmdClient2*>(&cmd));
-    }
-    void* out = &host;
-    EXPECT_EQ(cmd.QueryInterface(Ids::IQErrorReporter, &out), MakeResult(0x80004002u));
-    EXPECT_EQ(out, nullptr);
-    EXPECT_EQ(cmd.AddRef(), 1u);
-    EXPECT_EQ(cmd.Release(), 0u);
-    EXPECT_EQ(cmd.ReservedCommandOperation(), S_OK);
-
-    Variant names;
-    int32_t kind = 0;
-    ASSERT_EQ(cmd.GetCommandNamesAndKind(names, kind), S_OK);
-    EXPECT_EQ(CComUtils::VariantToStringList(names), (std::vector<std::string>{"memory_display", "md"}));
-    EXPECT_EQ(kind, 2);
-    Variant plain;
-    ASSERT_EQ(cmd.GetCommandNames(plain), S_OK);
-    EXPECT_EQ(plain, names);
-    EXPECT_EQ(cmd.FullName(), "memory_display");
-}
-
 TEST(CommandLine, OnlyABlankEndsTheNameThatIsStripped)
 {
     struct Case {

@@ -188,33 +188,6 @@ TEST_F(PdMemory, CopyPicksTheMoveOfItsAccessSizeAndClearsTheOutArguments)
                              "IN1_Move4 0x10 0x1F 0x80"}));
 }
 
-TEST_F(PdMemory, OperationsThePlatformCannotDoAnswerEFail)
-{
-    Attach();
-    Variant info;
-    uint8_t byte = 0;
-    TargetAddress at = 0;
-    VariantBool failed = 0;
-    const uint64_t generation = manager->Generation();
-    IQMemoryManager5& five = *manager;
-    EXPECT_EQ(manager->GetMemoryInfo(info), E_FAIL);
-    EXPECT_EQ(manager->CompareMemorySimple(0, 3, 8), E_FAIL);
-    EXPECT_EQ(manager->FindMemorySimple(0, 3, 1, &byte, at), E_FAIL);
-    EXPECT_EQ(manager->VerifyMemory(0, 3, &byte), E_FAIL);
-    EXPECT_EQ(manager->TestMemory(0, 3), E_FAIL);
-    EXPECT_EQ(manager->RefreshMemory(), E_FAIL);
-    EXPECT_EQ(manager->RefreshMemoryAgain(), E_FAIL);
-    EXPECT_EQ(five.CompareMemory(0, 3, 8, 1, byte, byte, at), E_FAIL);
-    EXPECT_EQ(five.FindMemory(0, 3, 0, 0, 1, &byte, &byte, at), E_FAIL);
-    EXPECT_EQ(five.FindMemoryEx(0, 3, 0, 0, 0, 1, &byte, &byte, at), E_FAIL);
-    EXPECT_EQ(five.VerifyMemoryReporting(0, 3, &byte, at, failed), E_FAIL);
-    EXPECT_EQ(five.SetCacheEnabled(VARIANT_TRUE), E_FAIL);
-    EXPECT_EQ(five.GetCacheEnabled(), E_FAIL);
-    EXPECT_TRUE(Made().empty());
-    // Whoever kept what it read is still told to read again.
-    EXPECT_EQ(manager->Generation(), generation + 2);
-}
-
 TEST_F(PdMemory, AreasComeFromThePlatformsMap)
 {
     map.areas = {{0, 0xFF}, {0x1000, 0x1FFF}};

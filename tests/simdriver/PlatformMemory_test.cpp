@@ -241,16 +241,6 @@ TEST_F(PlatformMemory, TestPassesOnRamAndFlashAndFailsWhereBytesDoNotStay)
     EXPECT_EQ(Bytes(kRam2 + 0xFFFF, 1)[0], 0x3C);
 }
 
-TEST_F(PlatformMemory, DownloadModeIsRemembered)
-{
-    EXPECT_FALSE(memory.DownloadMode());
-    EXPECT_EQ(memory.SetDownloadMode(0xFFFFFFFF), S_OK);
-    EXPECT_TRUE(memory.DownloadMode());
-    EXPECT_EQ(memory.SetDownloadMode(0), S_OK);
-    EXPECT_FALSE(memory.DownloadMode());
-    EXPECT_EQ(memory.Refresh(), S_OK);
-}
-
 TEST_F(PlatformMemory, NothingIsReadWhileTheTargetRuns)
 {
     auto image = FirmwareImage("count");
