@@ -68,9 +68,10 @@ bool FakePlatformMemory::Logged(const std::string& name, TargetAddress start, Ta
 {
     char text[96];
     if (size != 0)
-        std::snprintf(text, sizeof text, "%s 0x%X..0x%X /%u", name.c_str(), start, end, unsigned{size});
+        std::snprintf(text, sizeof text, "%s 0x%X..0x%X /%u", name.c_str(), start.Value(), end.Value(),
+                      unsigned{size});
     else
-        std::snprintf(text, sizeof text, "%s 0x%X..0x%X", name.c_str(), start, end);
+        std::snprintf(text, sizeof text, "%s 0x%X..0x%X", name.c_str(), start.Value(), end.Value());
     log.emplace_back(text);
     const auto it = answers.find(name);
     if (it == answers.end())
