@@ -22,36 +22,6 @@ TEST_F(Display, AsciiShowsCharactersZeroAsDotAndTheRestAsQuestionMarks)
     EXPECT_EQ(evaluator.sets, 0);
 }
 
-TEST_F(Display, LengthIsCutToWholeElementsAndDefaultsTo256Bytes)
-{
-    Reply reply = Line("md 1000 101 word");
-    EXPECT_EQ(manager.calls.back(), "ReadMemoryValues 1000 10ff 2");
-    EXPECT_EQ(Rows(reply.message), 16);
-    Line("md 1000");
-    EXPECT_EQ(manager.calls.back(), "ReadMemoryValues 1000 10ff 1");
-}
-
-TEST_F(Display, LengthShorterThanOneElementOrOutsideTheMapIsInvalid)
-{
-    for (const char* line : {"md 1000 3 long", "md 1000 0", "md 1fff 0", "md 1ff0 12", "md 1fff 1 double"}) {
-        SCOPED_TRACE(line);
-        Reply reply = Line(line);
-        EXPECT_EQ(reply.hr, E_FAIL);
-        EXPECT_EQ(reply.message, "Parameter '<length>' is invalid");
-    }
-    EXPECT_TRUE(manager.calls.empty());
-}
-
-TEST_F(Display, MayAskForOneBytePastTheMapAndTellsWhatTheManagerSays)
-{
-    Reply reply = Line("md 1ff0 11");
-    EXPECT_EQ(manager.calls.back(), "ReadMemoryValues 1ff0 2000 1");
-    EXPECT_EQ(reply.hr, S_OK);
-    EXPECT_EQ(reply.message, "Address outside the memory map");
-    manager.reports = false;
-    EXPECT_EQ(Line("md 1ff0 11").message, "Unknown error code -2147213296");
-}
-
 TEST_F(Display, AMapUpToTheTopHasNoLimitButARangeMayNotWrap)
 {
     manager.areaStart = 0xFFFFFF00;
@@ -61,18 +31,6 @@ TEST_F(Display, AMapUpToTheTopHasNoLimitButARangeMayNotWrap)
     EXPECT_EQ(Rows(reply.message), 16);
     EXPECT_NE(reply.message.find("\r\nFFFFFFF0  F0 F1"), std::string::npos);
     EXPECT_EQ(Line("md ffffff80 100").message, "Parameter '<length>' is invalid");
-}
-
-TEST_F(Display, TheRadixIsTheSameAfterwards)
-{
-    evaluator.radix = 10;
-    Reply reply = Line("md 4096 16");
-    EXPECT_EQ(reply.message, "00001000  00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F ");
-    EXPECT_EQ(evaluator.radix, 10);
-    EXPECT_EQ(evaluator.sets, 2);
-    manager.fail["ReadMemoryValues"] = FakeMemoryManager::NotMapped;
-    Line("md 4096 16");
-    EXPECT_EQ(evaluator.radix, 10);
 }
 
 TEST_F(Display, RealsThatNoNumberTextShowsAreReadable)
