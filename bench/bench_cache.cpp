@@ -12,7 +12,7 @@
 namespace
 {
 
-constexpr TargetAddress kBase = 0x20000000;
+constexpr uint32_t kBase = 0x20000000;
 constexpr uint32_t kBlock = 64 * 1024;
 constexpr uint32_t kPageSize = 0x1000;
 
@@ -50,8 +50,8 @@ public:
     HRESULT Read(TargetAddress start, TargetAddress end, uint8_t* buffer) override
     {
         ++reads;
-        for (uint64_t a = start; a <= end; ++a)
-            buffer[a - start] = static_cast<uint8_t>(a ^ (a >> 8));
+        for (uint64_t a = start.Value(); a <= end.Value(); ++a)
+            buffer[a - start.Value()] = static_cast<uint8_t>(a ^ (a >> 8));
         return S_OK;
     }
     HRESULT Write(TargetAddress, TargetAddress, const uint8_t*) override { return S_OK; }

@@ -1,6 +1,8 @@
 #pragma once
 #include <cstdint>
 
+#include "boundary/TargetAddress.h"
+
 // Flags of the variant kind are 16 bits at an interface: 0 and 0xFFFF.
 // Inside the component a flag is a bool.
 using VariantBool = uint16_t;
@@ -16,6 +18,4 @@ constexpr bool FromVariantBool(VariantBool v)
     return v != 0;
 }
 
-// Target addresses are 32 bits; a range is first..last, both inclusive.
-using TargetAddress = uint32_t;
 using AccessSize = uint16_t;

@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <string>
+#include <utility>
 
 // One argument of a command line: parses one token, checks it, and keeps what
 // a message about it needs. A command builds its arguments for each run.
@@ -20,7 +21,8 @@ public:
         QuoteDouble = 1,
     };
 
-    explicit CArg(bool required) : Required(required) {}
+    // name: how messages call the argument, angle brackets and all ("<start>").
+    explicit CArg(bool required, std::string name = {}) : Required(required), Name(std::move(name)) {}
     virtual ~CArg();
 
     // true: go on with the next argument; false: the line stops here, and
@@ -29,6 +31,10 @@ public:
     virtual bool Parse(const std::string& text, int32_t quoteKind) = 0;
 
     bool Required;
+    std::string Name;
+    // When set, the message for any failure of this argument instead of the
+    // one its error gives.
+    std::string Refusal;
     std::string Raw;
     int32_t Error = ErrorNone;
     bool UsedDefault = false;

@@ -1,6 +1,8 @@
 #include "component/command/CArgExpression.h"
 
-CArgExpression::CArgExpression(bool required) : CArg(required) {}
+#include <utility>
+
+CArgExpression::CArgExpression(bool required, std::string name) : CArg(required, std::move(name)) {}
 
 bool CArgExpression::Parse(const std::string& text, int32_t quoteKind)
 {

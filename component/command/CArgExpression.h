@@ -8,7 +8,7 @@
 class CArgExpression : public CArg
 {
 public:
-    explicit CArgExpression(bool required);
+    explicit CArgExpression(bool required, std::string name = {});
 
     bool Parse(const std::string& text, int32_t quoteKind) override;
 

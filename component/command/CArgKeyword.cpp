@@ -38,13 +38,14 @@ bool StartsWithNoCase(const std::string& keyword, const std::string& token)
 
 } // namespace
 
-CArgKeyword::CArgKeyword(bool required, const char* keywords, int32_t defaultIndex)
-    : CArgKeyword(required, SplitZeroList(keywords), defaultIndex)
+CArgKeyword::CArgKeyword(bool required, const char* keywords, int32_t defaultIndex, std::string name)
+    : CArgKeyword(required, SplitZeroList(keywords), defaultIndex, std::move(name))
 {
 }
 
-CArgKeyword::CArgKeyword(bool required, std::vector<std::string> keywords, int32_t defaultIndex)
-    : CArg(required), Keywords(std::move(keywords)), DefaultIndex(defaultIndex)
+CArgKeyword::CArgKeyword(bool required, std::vector<std::string> keywords, int32_t defaultIndex,
+                         std::string name)
+    : CArg(required, std::move(name)), Keywords(std::move(keywords)), DefaultIndex(defaultIndex)
 {
 }
 

@@ -12,8 +12,9 @@ class CArgKeyword : public CArg
 public:
     // keywords: each ended by a zero byte, the list by a further one
     // ("on\0off\0" as a literal).
-    CArgKeyword(bool required, const char* keywords, int32_t defaultIndex);
-    CArgKeyword(bool required, std::vector<std::string> keywords, int32_t defaultIndex);
+    CArgKeyword(bool required, const char* keywords, int32_t defaultIndex, std::string name = {});
+    CArgKeyword(bool required, std::vector<std::string> keywords, int32_t defaultIndex,
+                std::string name = {});
 
     bool Parse(const std::string& text, int32_t quoteKind) override;
 

@@ -1,9 +1,11 @@
 #include "component/command/CArgNumber.h"
 
+#include <utility>
+
 #include "component/command/CCmdEvaluator.h"
 
-CArgNumber::CArgNumber(bool required, int32_t radix, const CCmdEvaluator* evaluator)
-    : CArg(required), Radix(radix), Evaluator(evaluator)
+CArgNumber::CArgNumber(bool required, int32_t radix, const CCmdEvaluator* evaluator, std::string name)
+    : CArg(required, std::move(name)), Radix(radix), Evaluator(evaluator)
 {
 }
 

@@ -13,7 +13,7 @@ class CArgNumber : public CArg
 public:
     // radix 0: the evaluator's current radix. evaluator may be null, and then
     // no text evaluates.
-    CArgNumber(bool required, int32_t radix, const CCmdEvaluator* evaluator);
+    CArgNumber(bool required, int32_t radix, const CCmdEvaluator* evaluator, std::string name = {});
 
     int32_t Radix;
     const CCmdEvaluator* Evaluator;

@@ -1,9 +1,12 @@
 #include "component/command/CArgNumberUnsigned.h"
 
+#include <utility>
+
 CArgNumberUnsigned::CArgNumberUnsigned(bool required, int32_t radix, const CCmdEvaluator* evaluator,
-                                       uint64_t defaultValue, uint64_t minimum, uint64_t maximum)
-    : CArgNumber(required, radix, evaluator), Default(defaultValue), Minimum(minimum), Maximum(maximum),
-      Value(defaultValue)
+                                       uint64_t defaultValue, uint64_t minimum, uint64_t maximum,
+                                       std::string name)
+    : CArgNumber(required, radix, evaluator, std::move(name)), Default(defaultValue), Minimum(minimum),
+      Maximum(maximum), Value(defaultValue)
 {
 }
 

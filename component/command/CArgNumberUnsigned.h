@@ -10,7 +10,7 @@ class CArgNumberUnsigned : public CArgNumber
 {
 public:
     CArgNumberUnsigned(bool required, int32_t radix, const CCmdEvaluator* evaluator, uint64_t defaultValue,
-                       uint64_t minimum, uint64_t maximum);
+                       uint64_t minimum, uint64_t maximum, std::string name = {});
 
     // A quoted token counts as empty. An optional number that does not
     // evaluate hands its token on; a range error stops the line either way.

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-CArgString::CArgString(bool required, std::string defaultValue)
-    : CArg(required), Default(std::move(defaultValue))
+CArgString::CArgString(bool required, std::string defaultValue, std::string name)
+    : CArg(required, std::move(name)), Default(std::move(defaultValue))
 {
 }
 

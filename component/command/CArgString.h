@@ -7,7 +7,7 @@
 class CArgString : public CArg
 {
 public:
-    CArgString(bool required, std::string defaultValue);
+    CArgString(bool required, std::string defaultValue, std::string name = {});
 
     bool Parse(const std::string& text, int32_t quoteKind) override;
 

@@ -6,6 +6,8 @@
 
 IQEvaluator2* CCmdEvaluator::Interface() const
 {
+    if (isFixed_)
+        return fixed_;
     return GetServiceAs<IQEvaluator2>(host_, Ids::IQEvaluator2);
 }
 

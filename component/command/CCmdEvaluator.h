@@ -12,6 +12,10 @@ class CCmdEvaluator
 public:
     explicit CCmdEvaluator(IQServiceRegistry* host) : host_(host) {}
 
+    // One bound to the evaluator the registry holds now, for the length of a
+    // command: it is looked up once instead of at every number.
+    CCmdEvaluator Snapshot() const { return CCmdEvaluator(Interface()); }
+
     bool Available() const { return Interface() != nullptr; }
     // The evaluator itself, for operations the proxy does not wrap; may be
     // null. Asked for at each use: the session's evaluator changes with the
@@ -23,5 +27,9 @@ public:
     bool UInt64ToText(uint64_t value, int32_t radix, std::string& text) const;
 
 private:
-    IQServiceRegistry* host_;
+    explicit CCmdEvaluator(IQEvaluator2* fixed) : fixed_(fixed), isFixed_(true) {}
+
+    IQServiceRegistry* host_ = nullptr;
+    IQEvaluator2* fixed_ = nullptr;
+    bool isFixed_ = false;
 };

@@ -28,7 +28,7 @@ uint32_t CurrentRadixText(int32_t radix)
 } // namespace
 
 CCmdRadix::CCmdRadix(IQServiceRegistry* host, CDebuggerState& state)
-    : CCmd(host, true, "radix", "rx", "[hex|dec|oct|bin]"), state_(state)
+    : CCmd(host, true, "radix", "ra", "[<radix>]"), state_(state)
 {
 }
 
@@ -53,7 +53,7 @@ HRESULT CCmdRadix::Run(const std::string& text, std::string& message, bool& cont
         return S_OK;
     }
     if (!HasNoMoreText(cursor)) {
-        message = StringTable::Load(30002);
+        message = MessageTooMany();
         return E_FAIL;
     }
     static constexpr int32_t kRadixes[] = {16, 10, 8, 2};

@@ -4,15 +4,21 @@
 #include "boundary/interfaces/Component.h"
 #include "component/command/CArgKeyword.h"
 #include "component/command/CArgNumberUnsigned.h"
+#include "component/frame/StringTable.h"
 #include "component/util/MessageFormat.h"
 
 namespace
 {
 
+constexpr uint32_t TextNotEnough = 30001;
+constexpr uint32_t TextTooMany = 30002;
 constexpr uint32_t TextEmpty = 30003;
 constexpr uint32_t TextRange = 30004;
 constexpr uint32_t TextKeywordNotFound = 30006;
 constexpr uint32_t TextInvalid = 30007;
+constexpr uint32_t TextNotValid = 30008;
+constexpr uint32_t TextUnknownError = 30009;
+constexpr uint32_t TextNotSupported = 30010;
 constexpr uint32_t TextUnknownErrorCode = 30011;
 
 } // namespace
@@ -39,11 +45,14 @@ std::string MessageInvalid(const std::string& parameterName)
     return FormatMessageText(TextInvalid, parameterName.c_str());
 }
 
-std::string ArgumentMessage(const CArg& arg, const std::string& parameterName)
+std::string ArgumentMessage(const CArg& arg)
 {
-    switch (arg.Error) {
-    case CArg::ErrorNone:
+    const std::string& parameterName = arg.Name;
+    if (arg.Error == CArg::ErrorNone)
         return {};
+    if (!arg.Refusal.empty())
+        return arg.Refusal;
+    switch (arg.Error) {
     case CArg::ErrorEmpty:
         return MessageEmpty(parameterName);
     case CArg::ErrorRange:
@@ -58,6 +67,31 @@ std::string ArgumentMessage(const CArg& arg, const std::string& parameterName)
         break;
     }
     return MessageInvalid(parameterName);
+}
+
+std::string MessageNotEnough()
+{
+    return StringTable::Load(TextNotEnough);
+}
+
+std::string MessageTooMany()
+{
+    return StringTable::Load(TextTooMany);
+}
+
+std::string MessageNotValid()
+{
+    return StringTable::Load(TextNotValid);
+}
+
+std::string MessageUnknownError()
+{
+    return StringTable::Load(TextUnknownError);
+}
+
+std::string MessageNotSupported()
+{
+    return StringTable::Load(TextNotSupported);
 }
 
 std::string ErrorTextFor(IUnknown* failingObject, HRESULT hr)

@@ -10,14 +10,11 @@
 namespace
 {
 
-constexpr TargetAddress TopAddress = 0xFFFFFFFF;
-
 // A page's last address, held at the top of the address space when the page
 // would run past it.
 TargetAddress PageLast(TargetAddress page, uint32_t pageSize)
 {
-    const uint64_t last = uint64_t{page} + pageSize - 1;
-    return last > TopAddress ? TopAddress : static_cast<TargetAddress>(last);
+    return page.CheckedAdd(pageSize - 1).value_or(TargetAddress::Top());
 }
 
 } // namespace
@@ -42,22 +39,22 @@ HRESULT CCache::Read(TargetAddress start, TargetAddress end, uint8_t* buffer,
         return hr;
     if (enabled_ == 0)
         return ReadPlatform(start, end, buffer);
-    TargetAddress page = start - start % pageSize_;
-    const TargetAddress lastPage = end - end % pageSize_;
+    TargetAddress page = start.AlignedDown(pageSize_);
+    const TargetAddress lastPage = end.AlignedDown(pageSize_);
     for (;;) {
         CCachePage* cached = nullptr;
         const HRESULT hr = FindOrFetch(page, areas, cached);
         if (Failed(hr))
             return hr;
         const TargetAddress copyEnd = std::min(end, PageLast(page, pageSize_));
-        const uint32_t count = copyEnd - start + 1;
+        const uint32_t count = copyEnd.OffsetFrom(start) + 1;
         std::memcpy(buffer, cached->DataAt(start), count);
         if (page >= lastPage)
             return S_OK;
         // More pages follow, so this one ended below `end` and nothing wraps.
         buffer += count;
-        start = copyEnd + 1;
-        page += pageSize_;
+        start = copyEnd.WrappingAdd(1);
+        page = page.WrappingAdd(pageSize_);
     }
 }
 
@@ -84,8 +81,8 @@ HRESULT CCache::FindOrFetch(TargetAddress page, std::span<const CMemoryArea> are
 HRESULT CCache::Fetch(CCachePage& page, std::span<const CMemoryArea> areas)
 {
     const TargetAddress last = PageLast(page.Address, pageSize_);
-    for (const auto& [subStart, subEnd] : SplitByAreas(page.Address, last, GetAccessSize(), areas)) {
-        const HRESULT hr = ReadPlatform(subStart, subEnd, page.DataAt(subStart));
+    for (const AddressRange& part : SplitByAreas(page.Address, last, GetAccessSize(), areas)) {
+        const HRESULT hr = ReadPlatform(part.First(), part.Last(), page.DataAt(part.First()));
         if (Failed(hr))
             return hr;
     }

@@ -15,7 +15,7 @@ public:
     // rejects addresses below the page.
     uint8_t* DataAt(TargetAddress address)
     {
-        const uint32_t offset = address - Address;
+        const uint32_t offset = address.OffsetFrom(Address);
         return offset < Data.size() ? Data.data() + offset : nullptr;
     }
 

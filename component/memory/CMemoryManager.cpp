@@ -119,7 +119,7 @@ void CMemoryManager::RecordFill(TargetAddress start, TargetAddress end, uint32_t
     if (recorder == nullptr || recorder->IsLogging() != S_OK)
         return;
     char head[64];
-    std::snprintf(head, sizeof head, "memory_fill 0x%X 0x%X ", start, end);
+    std::snprintf(head, sizeof head, "memory_fill 0x%X 0x%X ", start.Value(), end.Value());
     recorder->LogCommand(head + FillDataText(patternLength, pattern) + " " + SizeWord(patternLength) + " " +
                          VerifyWord(verify));
 }

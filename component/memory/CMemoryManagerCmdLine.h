@@ -1,4 +1,5 @@
 #pragma once
+#include "boundary/ScopeGuard.h"
 #include "component/memory/CMemoryManager.h"
 
 // The command line's face of a memory manager. Each operation opens memory
@@ -80,11 +81,8 @@ public:
 private:
     template <class F> HRESULT Open(F call)
     {
-        const bool was = m_.Disabled;
-        m_.Disabled = false;
-        HRESULT hr = call();
-        m_.Disabled = was;
-        return hr;
+        ScopedValue<bool> open(m_.Disabled, false);
+        return call();
     }
 
     CMemoryManager& m_;

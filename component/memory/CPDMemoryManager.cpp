@@ -15,9 +15,10 @@ constexpr const char* kGeneralErrorText = "Error accessing memory in target";
 // whole address space, whose count does not fit 32 bits and no buffer holds.
 std::optional<uint32_t> RangeLength(TargetAddress start, TargetAddress end)
 {
-    if (end < start || end - start == 0xFFFFFFFFu)
+    const auto range = AddressRange::Between(start, end);
+    if (!range || range->Size() == TargetAddress::SpaceSize)
         return std::nullopt;
-    return end - start + 1;
+    return static_cast<uint32_t>(range->Size());
 }
 
 // The platform has no 8-byte functions: 8 bytes go through the 4-byte ones.
@@ -119,7 +120,7 @@ HRESULT CPDMemoryManager::ReadMemory(TargetAddress start, TargetAddress end, Acc
         return E_INVALIDARG;
     if (buffer == nullptr)
         return E_POINTER;
-    return read(start, *length, buffer) != 0 ? S_OK : kCannotRead;
+    return read(start.Value(), *length, buffer) != 0 ? S_OK : kCannotRead;
 }
 
 HRESULT CPDMemoryManager::WriteMemory(TargetAddress start, TargetAddress end, AccessSize accessSize,
@@ -136,7 +137,7 @@ HRESULT CPDMemoryManager::WriteMemory(TargetAddress start, TargetAddress end, Ac
     if (buffer == nullptr)
         return E_POINTER;
     // The platform's write functions take a plain pointer but only read through it.
-    return write(start, *length, const_cast<uint8_t*>(buffer)) != 0 ? S_OK : kCannotWrite;
+    return write(start.Value(), *length, const_cast<uint8_t*>(buffer)) != 0 ? S_OK : kCannotWrite;
 }
 
 HRESULT CPDMemoryManager::CompareMemorySimple(TargetAddress, TargetAddress, TargetAddress)
@@ -150,7 +151,7 @@ HRESULT CPDMemoryManager::CopyMemorySimple(TargetAddress start, TargetAddress en
         return kCannotCopy;
     if (end < start)
         return E_INVALIDARG;
-    return Move(start, end, destination) != 0 ? S_OK : kCannotCopy;
+    return Move(start.Value(), end.Value(), destination.Value()) != 0 ? S_OK : kCannotCopy;
 }
 
 HRESULT CPDMemoryManager::FillMemory(TargetAddress start, TargetAddress end, uint32_t patternLength,
@@ -167,7 +168,7 @@ HRESULT CPDMemoryManager::FillMemory(TargetAddress start, TargetAddress end, uin
     uint32_t number = 0;
     for (uint32_t i = patternLength; i > 0; --i)
         number = (number << 8) | pattern[i - 1];
-    return Fill(start, end, number, patternLength) != 0 ? S_OK : kCannotRead;
+    return Fill(start.Value(), end.Value(), number, patternLength) != 0 ? S_OK : kCannotRead;
 }
 
 HRESULT CPDMemoryManager::FindMemorySimple(TargetAddress, TargetAddress, uint32_t, const uint8_t*,
@@ -240,7 +241,7 @@ HRESULT CPDMemoryManager::CopyMemory(TargetAddress start, TargetAddress end, Tar
         return kCannotCopy;
     if (end < start)
         return E_INVALIDARG;
-    return move(start, end, destination) != 0 ? S_OK : kCannotCopy;
+    return move(start.Value(), end.Value(), destination.Value()) != 0 ? S_OK : kCannotCopy;
 }
 
 HRESULT CPDMemoryManager::FindMemory(TargetAddress, TargetAddress, uint32_t, uint32_t, uint32_t,

@@ -70,8 +70,8 @@ std::string CStatusMemoryPane::AreaRow(const std::string& file, TargetAddress st
 {
     std::string first, last;
     if (evaluator != nullptr) {
-        evaluator->FormatAddress(start, VARIANT_FALSE, VARIANT_TRUE, VARIANT_FALSE, first);
-        evaluator->FormatAddress(end, VARIANT_FALSE, VARIANT_TRUE, VARIANT_FALSE, last);
+        evaluator->FormatAddress(start.Value(), VARIANT_FALSE, VARIANT_TRUE, VARIANT_FALSE, first);
+        evaluator->FormatAddress(end.Value(), VARIANT_FALSE, VARIANT_TRUE, VARIANT_FALSE, last);
     }
     std::string range = first + "-" + last;
     for (char& c : range)

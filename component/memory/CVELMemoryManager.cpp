@@ -173,7 +173,7 @@ CCache& CVELMemoryManager::CacheFor(const CMemoryArea& area, AccessSize accessSi
     if (area.SizedAccess == 0)
         return *PlainCache;
     const AccessSize size = NormalSize(accessSize);
-    return SizedCache(size, address % size);
+    return SizedCache(size, address.Value() % size);
 }
 
 CCacheMemoryWithSize& CVELMemoryManager::SizedCache(AccessSize size, uint32_t alignment)
@@ -250,6 +250,13 @@ bool CVELMemoryManager::ReversesOnWrite(const CMemoryArea& area, AccessSize acce
 
 HRESULT CVELMemoryManager::GetErrorText(HRESULT code, std::string& text)
 {
+    // The manager's own codes mean nothing to the platform, which would
+    // answer with a text of its own or none at all.
+    if (code == kWriteOutsideMap || code == kFillOutsideMap || code == DisabledCode) {
+        auto* table = GetServiceAs<IQErrorTable>(Host, Ids::ErrorTable);
+        if (table != nullptr && table->GetText(code, text) == S_OK && !text.empty())
+            return S_OK;
+    }
     IUnknown* platform = PlatformMemory2 != nullptr ? static_cast<IUnknown*>(PlatformMemory2)
                                                     : static_cast<IUnknown*>(PlatformMemory);
     auto* reporter = QueryAs<IQErrorReporter>(platform, Ids::IQErrorReporter);

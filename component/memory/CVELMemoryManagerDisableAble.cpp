@@ -9,7 +9,7 @@ HRESULT CVELMemoryManagerDisableAble::Blank(TargetAddress start, TargetAddress e
     if (const HRESULT hr = CheckRange(start, end, buffer); hr != S_OK)
         return hr;
     AccessedWhileDisabled = true;
-    std::memset(buffer, 0xFF, size_t{end} - start + 1);
+    std::memset(buffer, 0xFF, AddressRange(start, end).Size());
     return S_OK;
 }
 

@@ -49,9 +49,9 @@ WalkResult WalkRange(std::span<const CMemoryArea> areas, TargetAddress start, Ta
     const uint64_t step = accessSize == 0 ? 1 : accessSize;
     // Kept wide: a skip rounded up to whole elements may run past the top of
     // the address space.
-    uint64_t pos = start;
+    uint64_t pos = start.Value();
     for (;;) {
-        const auto here = static_cast<TargetAddress>(pos);
+        const TargetAddress here(static_cast<uint32_t>(pos));
         const CMemoryArea* area = FindArea(areas, here);
         if (area == nullptr) {
             if (gaps == GapRule::Stop)
@@ -59,19 +59,19 @@ WalkResult WalkRange(std::span<const CMemoryArea> areas, TargetAddress start, Ta
             const CMemoryArea* next = FindNextArea(areas, here);
             if (next == nullptr || next->Start > end)
                 return {S_OK, true};
-            const uint64_t delta = (next->Start - pos + step - 1) / step * step;
+            const uint64_t delta = (next->Start.Value() - pos + step - 1) / step * step;
             pos += delta;
-            if (pos > end)
+            if (pos > end.Value())
                 return {S_OK, true};
             continue;
         }
         const TargetAddress chunkEnd = std::min(area->End, end);
-        const HRESULT hr = treat(WalkChunk{*area, here, chunkEnd, static_cast<size_t>(pos - start)});
+        const HRESULT hr = treat(WalkChunk{*area, here, chunkEnd, static_cast<size_t>(pos - start.Value())});
         if (Failed(hr))
             return {hr, false};
         if (chunkEnd == end)
             return {hr, false};
-        pos = uint64_t{chunkEnd} + 1;
+        pos = uint64_t{chunkEnd.Value()} + 1;
     }
 }
 

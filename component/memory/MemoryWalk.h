@@ -34,7 +34,7 @@ struct WalkChunk {
     TargetAddress end;
     size_t offset;
 
-    size_t Length() const { return size_t{end} - start + 1; }
+    size_t Length() const { return AddressRange(start, end).Size(); }
 };
 
 // Reads skip the gaps of the memory map; fills and finds must not.

@@ -24,7 +24,7 @@ std::vector<AddressRange> Collect(TargetAddress start, TargetAddress end, std::s
             return parts;
         }
         parts.emplace_back(pos, area->End);
-        pos = area->End + 1;
+        pos = area->End.WrappingAdd(1);
     }
 }
 
@@ -37,8 +37,8 @@ std::vector<AddressRange> SplitByAreas(TargetAddress start, TargetAddress end, A
     if (end < start)
         return merged;
     for (const auto& part : Collect(start, end, areas)) {
-        if (!merged.empty() && merged.back().second + 1 == part.first)
-            merged.back().second = part.second;
+        if (!merged.empty() && merged.back().Last().CheckedAdd(1) == part.First())
+            merged.back() = AddressRange(merged.back().First(), part.Last());
         else
             merged.push_back(part);
     }
@@ -49,12 +49,12 @@ std::vector<AddressRange> SplitByAreas(TargetAddress start, TargetAddress end, A
     for (size_t i = 0; i < merged.size(); ++i) {
         auto part = merged[i];
         if (i > 0) {
-            const uint64_t rounded = (uint64_t{part.first} + accessSize - 1) / accessSize * accessSize;
+            const auto rounded = part.First().AlignedUp(accessSize);
             // A part too short to hold an aligned start is dropped: reading
             // it would run past the part, and past the page near the top.
-            if (rounded > part.second)
+            if (!rounded || *rounded > part.Last())
                 continue;
-            part.first = static_cast<TargetAddress>(rounded);
+            part = AddressRange(*rounded, part.Last());
         }
         aligned.push_back(part);
     }

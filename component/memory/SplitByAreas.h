@@ -1,12 +1,9 @@
 #pragma once
 #include <span>
-#include <utility>
 #include <vector>
 
 #include "boundary/Flags.h"
 #include "component/memory/CMemoryArea.h"
-
-using AddressRange = std::pair<TargetAddress, TargetAddress>;
 
 // The parts of start..end that lie in `areas`, in ascending order, adjoining
 // parts merged. Every part but the first starts on a multiple of

@@ -10,14 +10,16 @@
 HRESULT CVELMemoryManager::CompareMemorySimple(TargetAddress start, TargetAddress end,
                                                TargetAddress destination)
 {
-    Record(MessageFormat::Format("%s 0x%X 0x%X 0x%X", "memory_compare", start, end, destination));
+    Record(MessageFormat::Format("%s 0x%X 0x%X 0x%X", "memory_compare", start.Value(), end.Value(),
+                                 destination.Value()));
     return PlatformMemory != nullptr ? PlatformMemory->Compare(start, end, destination) : E_FAIL;
 }
 
 HRESULT CVELMemoryManager::CopyMemorySimple(TargetAddress start, TargetAddress end, TargetAddress destination)
 {
-    Record(MessageFormat::Format("%s 0x%X 0x%X 0x%X %s %s", "memory_move", start, end, destination,
-                                 VerifyWord(VARIANT_FALSE).c_str(), SizeWord(1).c_str()));
+    Record(MessageFormat::Format("%s 0x%X 0x%X 0x%X %s %s", "memory_move", start.Value(), end.Value(),
+                                 destination.Value(), VerifyWord(VARIANT_FALSE).c_str(),
+                                 SizeWord(1).c_str()));
     ClearAllCaches();
     return PlatformMemory != nullptr ? PlatformMemory->Copy(start, end, destination) : E_FAIL;
 }
@@ -26,8 +28,8 @@ HRESULT CVELMemoryManager::CompareMemory(TargetAddress start, TargetAddress end,
                                          AccessSize accessSize, uint8_t& first, uint8_t& second,
                                          TargetAddress& address)
 {
-    Record(MessageFormat::Format("%s 0x%X 0x%X 0x%X %s", "memory_compare", start, end, destination,
-                                 SizeWord(accessSize).c_str()));
+    Record(MessageFormat::Format("%s 0x%X 0x%X 0x%X %s", "memory_compare", start.Value(), end.Value(),
+                                 destination.Value(), SizeWord(accessSize).c_str()));
     if (PlatformMemory2 == nullptr)
         return E_FAIL;
     return LongOperation([&] {
@@ -39,8 +41,9 @@ HRESULT CVELMemoryManager::CopyMemory(TargetAddress start, TargetAddress end, Ta
                                       VariantBool verify, AccessSize accessSize, uint8_t& first,
                                       uint8_t& second, TargetAddress& address)
 {
-    Record(MessageFormat::Format("%s 0x%X 0x%X 0x%X %s %s", "memory_move", start, end, destination,
-                                 VerifyWord(verify).c_str(), SizeWord(accessSize).c_str()));
+    Record(MessageFormat::Format("%s 0x%X 0x%X 0x%X %s %s", "memory_move", start.Value(), end.Value(),
+                                 destination.Value(), VerifyWord(verify).c_str(),
+                                 SizeWord(accessSize).c_str()));
     ClearAllCaches();
     if (PlatformMemory2 == nullptr)
         return E_FAIL;
@@ -128,6 +131,8 @@ HRESULT CVELMemoryManager::VerifyMemoryReporting(TargetAddress start, TargetAddr
 
 HRESULT CVELMemoryManager::TestMemory(TargetAddress start, TargetAddress end)
 {
+    // The test writes its patterns behind the caches' back, as a copy does.
+    ClearAllCaches();
     if (PlatformMemory2 != nullptr)
         return LongOperation([&] { return PlatformMemory2->Test(start, end); });
     return PlatformMemory != nullptr ? LongOperation([&] { return PlatformMemory->Test(start, end); })

@@ -9,7 +9,8 @@
 
 // Every function answers non-zero for success; a failure leaves its text with
 // the platform. Memory moves in memory order whatever the access size: the
-// size only says in what units the length must come.
+// size only says in what units the length must come. The target is
+// big-endian: a value given as a number is stored most significant byte first.
 
 namespace
 {
@@ -20,8 +21,11 @@ int Refuse(std::string text)
     return 0;
 }
 
+// Every call starts with no error, so that the text of an old failure is
+// never taken for the explanation of a later one.
 LegacyPlatform* Bound()
 {
+    LegacyPlatform::SetLastError({});
     LegacyPlatform* platform = LegacyPlatform::Current();
     if (platform == nullptr)
         LegacyPlatform::SetLastError("No function-name target is connected");
@@ -39,14 +43,14 @@ int RefuseFromMemory(SimPlatformMemory& memory, HRESULT code)
 
 // A length of `length` bytes from address, in units of `unit`; the text of
 // what is wrong with it, or empty.
-std::string CheckLength(uint64_t address, uint64_t length, uint32_t unit)
+std::string CheckLength(TargetAddress address, uint64_t length, uint32_t unit)
 {
     if (length == 0)
         return "The length is 0";
     if (length % unit != 0)
         return "Length " + std::to_string(length) + " is not a multiple of the access size " +
                std::to_string(unit);
-    if (address + length - 1 > 0xFFFFFFFFu)
+    if (!AddressRange::Sized(address, length))
         return "The range runs past H'FFFFFFFF";
     return {};
 }
@@ -61,8 +65,9 @@ int Access(uint32_t address, uint32_t length, uint8_t* buffer, uint32_t unit, bo
     if (std::string wrong = CheckLength(address, length, unit); !wrong.empty())
         return Refuse(std::move(wrong));
     SimPlatformMemory& memory = platform->Memory();
-    const TargetAddress end = address + (length - 1);
-    const HRESULT hr = write ? memory.Write(address, end, buffer) : memory.Read(address, end, buffer);
+    const AddressRange range = *AddressRange::Sized(address, length);
+    const HRESULT hr = write ? memory.Write(range.First(), range.Last(), buffer)
+                             : memory.Read(range.First(), range.Last(), buffer);
     return Succeeded(hr) ? 1 : RefuseFromMemory(memory, hr);
 }
 
@@ -175,9 +180,12 @@ static int LegacyFill(uint32_t start, uint32_t end, uint32_t value, uint32_t siz
         return 0;
     if (size < 1 || size > 4)
         return Refuse("Fill size " + std::to_string(size) + " is not 1, 2, 3 or 4");
+    // The target keeps the most significant byte first: the family's value
+    // forms turn every element round for that, and the fill's value must
+    // land in memory as an edit of the same value would.
     uint8_t pattern[4];
     for (uint32_t i = 0; i < size; ++i)
-        pattern[i] = static_cast<uint8_t>(value >> (8 * i));
+        pattern[i] = static_cast<uint8_t>(value >> (8 * (size - 1 - i)));
     SimPlatformMemory& memory = platform->Memory();
     const HRESULT hr = memory.Fill(start, end, size, pattern);
     return Succeeded(hr) ? 1 : RefuseFromMemory(memory, hr);

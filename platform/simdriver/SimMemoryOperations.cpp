@@ -61,8 +61,8 @@ HRESULT SimPlatformMemory::Compare(TargetAddress start, TargetAddress end, Targe
     return EachChunk(total, false, [&](uint64_t offset, size_t length) {
         source.resize(length);
         target.resize(length);
-        const auto from = static_cast<TargetAddress>(start + offset);
-        const auto to = static_cast<TargetAddress>(destination + offset);
+        const auto from = start.WrappingAdd(static_cast<uint32_t>(offset));
+        const auto to = destination.WrappingAdd(static_cast<uint32_t>(offset));
         HRESULT step = ReadChunk(from, length, source.data(), kCannotRead);
         if (Succeeded(step))
             step = ReadChunk(to, length, target.data(), kCannotRead);
@@ -71,12 +71,12 @@ HRESULT SimPlatformMemory::Compare(TargetAddress start, TargetAddress end, Targe
         const auto diff = std::mismatch(source.begin(), source.end(), target.begin());
         if (diff.first == source.end())
             return S_OK;
-        const auto at = static_cast<TargetAddress>(diff.first - source.begin());
+        const auto at = static_cast<uint32_t>(diff.first - source.begin());
         first = *diff.first;
         second = *diff.second;
-        address = from + at;
-        return Fail(kCompareFailed, HexByte(first) + " at " + HexAddress(from + at) + ", " + HexByte(second) +
-                                        " at " + HexAddress(to + at));
+        address = from.WrappingAdd(at);
+        return Fail(kCompareFailed, HexByte(first) + " at " + HexAddress(address) + ", " + HexByte(second) +
+                                        " at " + HexAddress(to.WrappingAdd(at)));
     });
 }
 
@@ -102,9 +102,9 @@ HRESULT SimPlatformMemory::Copy(TargetAddress start, TargetAddress end, TargetAd
     std::vector<uint8_t> chunk, back;
     return EachChunk(total, backward, [&](uint64_t offset, size_t length) {
         chunk.resize(length);
-        const auto to = static_cast<TargetAddress>(destination + offset);
+        const auto to = destination.WrappingAdd(static_cast<uint32_t>(offset));
         HRESULT step =
-            ReadChunk(static_cast<TargetAddress>(start + offset), length, chunk.data(), kCannotCopy);
+            ReadChunk(start.WrappingAdd(static_cast<uint32_t>(offset)), length, chunk.data(), kCannotCopy);
         if (Succeeded(step))
             step = WriteChunk(to, length, chunk.data(), kCannotCopy);
         if (Failed(step) || !FromVariantBool(verify))
@@ -118,7 +118,7 @@ HRESULT SimPlatformMemory::Copy(TargetAddress start, TargetAddress end, TargetAd
             return S_OK;
         first = *diff.first;
         second = *diff.second;
-        address = to + static_cast<TargetAddress>(diff.first - chunk.begin());
+        address = to.WrappingAdd(static_cast<uint32_t>(diff.first - chunk.begin()));
         return Fail(kVerifyFailed, Mismatch(address, second, first, "written"));
     });
 }
@@ -131,7 +131,7 @@ HRESULT SimPlatformMemory::FillPass(TargetAddress start, TargetAddress end, uint
         chunk.resize(length);
         for (size_t i = 0; i < length; ++i)
             chunk[i] = pattern[(offset + i) % patternLength];
-        const auto at = static_cast<TargetAddress>(start + offset);
+        const auto at = start.WrappingAdd(static_cast<uint32_t>(offset));
         if (!check)
             return WriteChunk(at, length, chunk.data(), kCannotWrite);
         back.resize(length);
@@ -140,7 +140,7 @@ HRESULT SimPlatformMemory::FillPass(TargetAddress start, TargetAddress end, uint
         const auto diff = std::mismatch(chunk.begin(), chunk.end(), back.begin());
         if (diff.first == chunk.end())
             return S_OK;
-        const auto where = at + static_cast<TargetAddress>(diff.first - chunk.begin());
+        const auto where = at.WrappingAdd(static_cast<uint32_t>(diff.first - chunk.begin()));
         return Fail(kVerifyFailed, Mismatch(where, *diff.second, *diff.first, "written"));
     });
 }
@@ -194,8 +194,8 @@ HRESULT SimPlatformMemory::FindEx(TargetAddress start, TargetAddress end, uint32
     // since a match may run from one into the next.
     std::vector<std::pair<uint64_t, uint64_t>> stretches;
     for (const SimRegion& region : target_.Map().Regions()) {
-        const uint64_t first = std::max<uint64_t>(start, region.base);
-        const uint64_t last = std::min<uint64_t>(end, region.End() - 1);
+        const uint64_t first = std::max<uint64_t>(start.Value(), region.base);
+        const uint64_t last = std::min<uint64_t>(end.Value(), region.End() - 1);
         if (first > last)
             continue;
         if (!stretches.empty() && stretches.back().second + 1 == first)
@@ -205,8 +205,8 @@ HRESULT SimPlatformMemory::FindEx(TargetAddress start, TargetAddress end, uint32
     }
     for (const auto& [first, last] : stretches) {
         std::optional<TargetAddress> found;
-        hr = FindIn(static_cast<TargetAddress>(first), static_cast<TargetAddress>(last), patternLength,
-                    pattern, mask, found);
+        hr = FindIn(TargetAddress(static_cast<uint32_t>(first)), TargetAddress(static_cast<uint32_t>(last)),
+                    patternLength, pattern, mask, found);
         if (Failed(hr))
             return hr;
         if (found) {
@@ -221,13 +221,14 @@ HRESULT SimPlatformMemory::FindIn(TargetAddress start, TargetAddress end, uint32
                                   const uint8_t* pattern, const uint8_t* mask,
                                   std::optional<TargetAddress>& found)
 {
-    const uint64_t last = end;
+    const uint64_t last = end.Value();
     std::vector<uint8_t> window;
     // Each window holds the chunk's candidate starts and the pattern's tail past them.
-    for (uint64_t at = start; at + patternLength - 1 <= last; at += kChunk) {
+    for (uint64_t at = start.Value(); at + patternLength - 1 <= last; at += kChunk) {
         const uint64_t windowLast = std::min(last, at + kChunk - 1 + patternLength - 1);
         window.resize(static_cast<size_t>(windowLast - at + 1));
-        if (HRESULT hr = ReadChunk(static_cast<TargetAddress>(at), window.size(), window.data(), kCannotRead);
+        if (HRESULT hr = ReadChunk(TargetAddress(static_cast<uint32_t>(at)), window.size(), window.data(),
+                                   kCannotRead);
             Failed(hr))
             return hr;
         for (size_t offset = 0; offset < kChunk && offset + patternLength <= window.size(); ++offset) {
@@ -237,7 +238,7 @@ HRESULT SimPlatformMemory::FindIn(TargetAddress start, TargetAddress end, uint32
                 match = (window[offset + i] & bits) == (pattern[i] & bits);
             }
             if (match) {
-                found = static_cast<TargetAddress>(at + offset);
+                found = TargetAddress(static_cast<uint32_t>(at + offset));
                 return S_OK;
             }
         }
@@ -257,14 +258,14 @@ HRESULT SimPlatformMemory::Verify(TargetAddress start, TargetAddress end, const 
     std::vector<uint8_t> chunk;
     return EachChunk(Length(start, end), false, [&](uint64_t offset, size_t length) {
         chunk.resize(length);
-        const auto at = static_cast<TargetAddress>(start + offset);
+        const auto at = start.WrappingAdd(static_cast<uint32_t>(offset));
         if (HRESULT step = ReadChunk(at, length, chunk.data(), kCannotRead); Failed(step))
             return step;
         const uint8_t* expected = data + offset;
         const auto diff = std::mismatch(chunk.begin(), chunk.end(), expected);
         if (diff.first == chunk.end())
             return S_OK;
-        const auto where = at + static_cast<TargetAddress>(diff.first - chunk.begin());
+        const auto where = at.WrappingAdd(static_cast<uint32_t>(diff.first - chunk.begin()));
         return Fail(kVerifyFailed, Mismatch(where, *diff.first, *diff.second, "expected"));
     });
 }
@@ -278,15 +279,16 @@ HRESULT SimPlatformMemory::Test(TargetAddress start, TargetAddress end)
         return hr;
     std::vector<uint8_t> chunk, back;
     return EachChunk(Length(start, end), false, [&](uint64_t offset, size_t length) {
-        const uint64_t at = uint64_t{start} + offset;
+        const uint64_t at = uint64_t{start.Value()} + offset;
         chunk.resize(length);
         back.resize(length);
         for (int pass = 0; pass < 3; ++pass) {
             for (size_t i = 0; i < length; ++i)
                 chunk[i] = pass == 0 ? 0x55 : pass == 1 ? 0xAA : AddressPattern(at + i);
-            HRESULT step = WriteChunk(static_cast<TargetAddress>(at), length, chunk.data(), kCannotWrite);
+            HRESULT step =
+                WriteChunk(TargetAddress(static_cast<uint32_t>(at)), length, chunk.data(), kCannotWrite);
             if (Succeeded(step))
-                step = ReadChunk(static_cast<TargetAddress>(at), length, back.data(), kCannotRead);
+                step = ReadChunk(TargetAddress(static_cast<uint32_t>(at)), length, back.data(), kCannotRead);
             if (Failed(step))
                 return step;
             const auto diff = std::mismatch(chunk.begin(), chunk.end(), back.begin());

@@ -97,8 +97,8 @@ HRESULT SimPlatformMemory::CheckRange(TargetAddress start, TargetAddress end)
 
 HRESULT SimPlatformMemory::CheckMapped(TargetAddress start, TargetAddress end, HRESULT code)
 {
-    uint64_t at = start;
-    while (at <= end) {
+    uint64_t at = start.Value();
+    while (at <= end.Value()) {
         const SimRegion* region = target_.Map().Find(static_cast<uint32_t>(at));
         if (region == nullptr)
             return Fail(code, "Address " + HexAddress(at) + " is not mapped");
@@ -110,27 +110,28 @@ HRESULT SimPlatformMemory::CheckMapped(TargetAddress start, TargetAddress end, H
 HRESULT SimPlatformMemory::CheckPair(TargetAddress start, TargetAddress end, TargetAddress destination,
                                      HRESULT code)
 {
-    const uint64_t last = uint64_t{destination} + Length(start, end) - 1;
     HRESULT hr = CheckRange(start, end);
-    if (Succeeded(hr) && last > 0xFFFFFFFFu)
-        hr = Fail(kInvalidAddress, "The destination range runs past H'FFFFFFFF");
+    if (Failed(hr))
+        return hr;
+    const auto target = AddressRange::Sized(destination, Length(start, end));
+    if (!target)
+        return Fail(kInvalidAddress, "The destination range runs past H'FFFFFFFF");
+    hr = CheckMapped(start, end, code);
     if (Succeeded(hr))
-        hr = CheckMapped(start, end, code);
-    if (Succeeded(hr))
-        hr = CheckMapped(destination, static_cast<TargetAddress>(last), code);
+        hr = CheckMapped(target->First(), target->Last(), code);
     return hr;
 }
 
 HRESULT SimPlatformMemory::ReadChunk(TargetAddress address, size_t length, uint8_t* buffer, HRESULT code)
 {
-    const SimResult result = target_.ReadMemory(address, length, buffer);
+    const SimResult result = target_.ReadMemory(address.Value(), length, buffer);
     return result ? S_OK : FailAccess(code, result);
 }
 
 HRESULT SimPlatformMemory::WriteChunk(TargetAddress address, size_t length, const uint8_t* buffer,
                                       HRESULT code)
 {
-    const SimResult result = target_.WriteMemory(address, length, buffer);
+    const SimResult result = target_.WriteMemory(address.Value(), length, buffer);
     return result ? S_OK : FailAccess(code, result);
 }
 
@@ -245,7 +246,7 @@ HRESULT SimPlatformMemory::WriteVerifiedReporting(TargetAddress start, TargetAdd
     const auto diff = std::mismatch(back.begin(), back.end(), buffer);
     if (diff.first != back.end()) {
         failed = VARIANT_TRUE;
-        address = start + static_cast<TargetAddress>(diff.first - back.begin());
+        address = start.WrappingAdd(static_cast<uint32_t>(diff.first - back.begin()));
         written = *diff.second;
         found = *diff.first;
     }

@@ -133,7 +133,8 @@ private:
     // address space is one byte more than 32 bits can count, so the count is 64-bit.
     static uint64_t Length(TargetAddress start, TargetAddress end)
     {
-        return end < start ? 0 : uint64_t{end} - start + 1;
+        const auto range = AddressRange::Between(start, end);
+        return range ? range->Size() : 0;
     }
     HRESULT Fail(HRESULT code, std::string detail = {});
     HRESULT FailAccess(HRESULT code, const SimResult& result);

@@ -54,7 +54,7 @@ TEST_F(CacheFailure, FailureStopsTheFetchAtTheFailingPart)
 TEST_F(CacheFailure, FullTableKeepsItsPagesWhenAFetchFails)
 {
     uint8_t byte = 0;
-    for (TargetAddress page = 0; page < 0x100; ++page)
+    for (uint32_t page = 0; page < 0x100; ++page)
         ASSERT_EQ(cache.Read(page * 0x1000, page * 0x1000, &byte, rig.everywhere), S_OK);
     rig.target.failingReads = 1;
     EXPECT_EQ(cache.Read(0x100000, 0x100000, &byte, rig.everywhere), E_FAIL);

@@ -1,180 +1,139 @@
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "component/memory/CCacheMemory.h"
 #include "support/CacheRig.h"
 
 namespace
 {
 
-using Op = FakeTarget::Op;
+using Range = std::pair<uint32_t, uint32_t>;
+using Ranges = std::vector<Range>;
 
-class CacheRead : public testing::Test
+// The ranges the platform was asked for, in order.
+Ranges Fetches(const FakeTarget& target)
 {
-protected:
-    CacheRig rig;
-    CCacheMemory cache{&rig.first, &rig.second, &rig.second, true};
+    Ranges ranges;
+    for (const auto& call : target.calls)
+        ranges.emplace_back(call.start.Value(), call.end.Value());
+    return ranges;
+}
 
-    std::vector<uint8_t> Read(TargetAddress start, TargetAddress end, HRESULT expect = S_OK)
-    {
-        std::vector<uint8_t> bytes(size_t{end - start} + 1, 0xEE);
-        EXPECT_EQ(cache.Read(start, end, bytes.data(), rig.everywhere), expect);
-        return bytes;
+// Reads in turn through one cache over the whole map, each read checked
+// against the target's bytes: what the platform was asked for says what was
+// a hit and what was fetched.
+TEST(CacheRead, FetchesWholePagesOnceAndJoinsThem)
+{
+    const struct {
+        const char* what;
+        std::vector<Range> reads;
+        Ranges fetches;
+    } cases[] = {
+        {"a miss fetches the page", {{0x1010, 0x1013}}, {{0x1000, 0x1FFF}}},
+        {"a hit asks nothing", {{0x1010, 0x1013}, {0x1000, 0x1FFF}, {0x1FFF, 0x1FFF}}, {{0x1000, 0x1FFF}}},
+        {"a page boundary", {{0x1FFE, 0x2001}}, {{0x1000, 0x1FFF}, {0x2000, 0x2FFF}}},
+        {"many pages", {{0x10800, 0x127FF}}, {{0x10000, 0x10FFF}, {0x11000, 0x11FFF}, {0x12000, 0x12FFF}}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        CacheRig rig;
+        CCacheMemory cache{&rig.first, &rig.second, &rig.second, true};
+        for (const auto& [start, end] : c.reads) {
+            std::vector<uint8_t> bytes(AddressRange(start, end).Size(), 0xEE);
+            ASSERT_EQ(cache.Read(start, end, bytes.data(), rig.everywhere), S_OK);
+            EXPECT_EQ(bytes, Expected(start, bytes.size()));
+        }
+        EXPECT_EQ(Fetches(rig.target), c.fetches);
     }
-};
-
-TEST_F(CacheRead, MissFetchesTheWholePageOnce)
-{
-    EXPECT_EQ(Read(0x1010, 0x1013), Expected(0x1010, 4));
-    ASSERT_EQ(rig.target.CallCount(), 1u);
-    const auto& call = rig.target.calls[0];
-    EXPECT_EQ(call.op, Op::Read);
-    EXPECT_EQ(call.generation, 2);
-    EXPECT_EQ(call.start, 0x1000u);
-    EXPECT_EQ(call.end, 0x1FFFu);
 }
-
-TEST_F(CacheRead, HitAsksThePlatformNothing)
-{
-    Read(0x1010, 0x1013);
-    EXPECT_EQ(Read(0x1000, 0x1FFF), Expected(0x1000, 0x1000));
-    EXPECT_EQ(Read(0x1FFF, 0x1FFF), Expected(0x1FFF, 1));
-    EXPECT_EQ(rig.target.CallCount(), 1u);
-}
-
-TEST_F(CacheRead, CrossingAPageBoundaryFetchesBothAndJoinsTheBytes)
-{
-    EXPECT_EQ(Read(0x1FFE, 0x2001), Expected(0x1FFE, 4));
-    ASSERT_EQ(rig.target.CallCount(), 2u);
-    EXPECT_EQ(rig.target.calls[0].start, 0x1000u);
-    EXPECT_EQ(rig.target.calls[1].start, 0x2000u);
-    EXPECT_EQ(rig.target.calls[1].end, 0x2FFFu);
-    EXPECT_EQ(cache.PageCount(), 2u);
-}
-
-TEST_F(CacheRead, ManyPagesInOneRead)
-{
-    EXPECT_EQ(Read(0x10800, 0x147FF), Expected(0x10800, 0x4000));
-    EXPECT_EQ(rig.target.CallCount(), 5u);
-}
-
-struct TopCase {
-    uint32_t pageSize;
-    TargetAddress start;
-    TargetAddress fetchStart;
-};
-
-class CacheReadAtTop : public testing::TestWithParam<TopCase>
-{
-};
 
 // A page size that does not divide the address space gives a last page that
 // would run past the top: its fetch and its copy stop at 0xFFFFFFFF.
-TEST_P(CacheReadAtTop, StopsAtTheLastAddress)
+TEST(CacheRead, StopsAtTheLastAddress)
 {
-    const auto& c = GetParam();
+    const struct {
+        uint32_t pageSize;
+        uint32_t start;
+        uint32_t fetchStart;
+    } cases[] = {{0x1000, 0xFFFFFFFF, 0xFFFFF000},
+                 {0x1000, 0xFFFFFFF0, 0xFFFFF000},
+                 {0x3000, 0xFFFFFFFE, 0xFFFFF000},
+                 {0x100000, 0xFFFFFFFF, 0xFFF00000}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.pageSize);
+        CacheRig rig;
+        CCacheMemory cache(&rig.first, &rig.second, nullptr, true);
+        ASSERT_EQ(cache.SetPageSize(c.pageSize), S_OK);
+        const size_t count = AddressRange(c.start, TargetAddress::Top()).Size();
+        std::vector<uint8_t> bytes(count + 1, 0xEE);
+        ASSERT_EQ(cache.Read(c.start, 0xFFFFFFFF, bytes.data(), rig.everywhere), S_OK);
+        EXPECT_EQ(std::vector<uint8_t>(bytes.begin(), bytes.end() - 1), Expected(c.start, count));
+        EXPECT_EQ(bytes.back(), 0xEE);
+        EXPECT_EQ(Fetches(rig.target), (Ranges{{c.fetchStart, 0xFFFFFFFF}}));
+    }
+}
+
+TEST(CacheRead, OnlyTheAreasPartOfAPageIsFetchedAndTheRestReadsZero)
+{
     CacheRig rig;
-    CCacheMemory cache(&rig.first, &rig.second, nullptr, true);
-    ASSERT_EQ(cache.SetPageSize(c.pageSize), S_OK);
-    const size_t count = size_t{0xFFFFFFFFu - c.start} + 1;
-    std::vector<uint8_t> bytes(count + 1, 0xEE);
-    ASSERT_EQ(cache.Read(c.start, 0xFFFFFFFF, bytes.data(), rig.everywhere), S_OK);
-    EXPECT_EQ(std::vector<uint8_t>(bytes.begin(), bytes.end() - 1), Expected(c.start, count));
-    EXPECT_EQ(bytes.back(), 0xEE);
-    ASSERT_EQ(rig.target.CallCount(), 1u);
-    EXPECT_EQ(rig.target.calls[0].start, c.fetchStart);
-    EXPECT_EQ(rig.target.calls[0].end, 0xFFFFFFFFu);
-}
-
-INSTANTIATE_TEST_SUITE_P(PageSizes, CacheReadAtTop,
-                         testing::Values(TopCase{0x1000, 0xFFFFFFFF, 0xFFFFF000},
-                                         TopCase{0x1000, 0xFFFFFFF0, 0xFFFFF000},
-                                         TopCase{0x3000, 0xFFFFFFFE, 0xFFFFF000},
-                                         TopCase{0x100000, 0xFFFFFFFF, 0xFFF00000}));
-
-TEST_F(CacheRead, OutsideTheAreasReadsZeroWithoutAccess)
-{
-    std::vector<uint8_t> bytes(0x20, 0xEE);
-    EXPECT_EQ(cache.Read(0x1000, 0x101F, bytes.data(), {}), S_OK);
-    EXPECT_EQ(bytes, std::vector<uint8_t>(0x20, 0));
-    EXPECT_EQ(rig.target.CallCount(), 0u);
-}
-
-TEST_F(CacheRead, OnlyTheAreaPartOfAPageIsFetched)
-{
-    const std::vector<CMemoryArea> areas{CMemoryArea{0x1100, 0x11FF}};
+    CCacheMemory cache{&rig.first, &rig.second, &rig.second, true};
     std::vector<uint8_t> bytes(0x200, 0xEE);
-    ASSERT_EQ(cache.Read(0x1000, 0x11FF, bytes.data(), areas), S_OK);
-    ASSERT_EQ(rig.target.CallCount(), 1u);
-    EXPECT_EQ(rig.target.calls[0].start, 0x1100u);
-    EXPECT_EQ(rig.target.calls[0].end, 0x11FFu);
+    ASSERT_EQ(cache.Read(0x1000, 0x11FF, bytes.data(), {}), S_OK);
+    EXPECT_EQ(bytes, std::vector<uint8_t>(0x200, 0));
+    EXPECT_EQ(rig.target.CallCount(), 0u);
+
+    // A page once cached stays as it was fetched: the areas count for a fresh cache.
+    CCacheMemory fresh{&rig.first, &rig.second, &rig.second, true};
+    const std::vector<CMemoryArea> areas{CMemoryArea{0x1100, 0x11FF}};
+    ASSERT_EQ(fresh.Read(0x1000, 0x11FF, bytes.data(), areas), S_OK);
+    EXPECT_EQ(Fetches(rig.target), (Ranges{{0x1100, 0x11FF}}));
     EXPECT_EQ(std::vector<uint8_t>(bytes.begin(), bytes.begin() + 0x100), std::vector<uint8_t>(0x100, 0));
     EXPECT_EQ(std::vector<uint8_t>(bytes.begin() + 0x100, bytes.end()), Expected(0x1100, 0x100));
 }
 
-TEST_F(CacheRead, DisabledMakesOneCallPerReadAndIgnoresAreas)
+TEST(CacheRead, DisabledEachReadIsOneCallAndEnablingAgainCachesAfresh)
 {
+    CacheRig rig;
+    CCacheMemory cache{&rig.first, &rig.second, &rig.second, true};
+    uint8_t byte = 0;
+    ASSERT_EQ(cache.Read(0x1000, 0x1000, &byte, rig.everywhere), S_OK);
     cache.SetEnabled(VARIANT_FALSE);
+    EXPECT_EQ(cache.PageCount(), 0u);
     std::vector<uint8_t> bytes(0x3001, 0xEE);
     for (int i = 0; i < 2; ++i) {
         ASSERT_EQ(cache.Read(0x0FFF, 0x3FFF, bytes.data(), {}), S_OK);
         EXPECT_EQ(bytes, Expected(0x0FFF, 0x3001));
     }
-    ASSERT_EQ(rig.target.CallCount(), 2u);
-    EXPECT_EQ(rig.target.calls[1].start, 0x0FFFu);
-    EXPECT_EQ(rig.target.calls[1].end, 0x3FFFu);
-    EXPECT_EQ(cache.PageCount(), 0u);
-}
-
-TEST_F(CacheRead, EnablingAgainEmptiesAndCaches)
-{
-    Read(0x1000, 0x1000);
-    cache.SetEnabled(VARIANT_FALSE);
-    EXPECT_EQ(cache.PageCount(), 0u);
     cache.SetEnabled(VARIANT_TRUE);
-    Read(0x1000, 0x1000);
-    Read(0x1001, 0x1001);
-    EXPECT_EQ(rig.target.CallCount(), 2u);
+    ASSERT_EQ(cache.Read(0x1000, 0x1000, &byte, rig.everywhere), S_OK);
+    ASSERT_EQ(cache.Read(0x1001, 0x1001, &byte, rig.everywhere), S_OK);
+    EXPECT_EQ(Fetches(rig.target),
+              (Ranges{{0x1000, 0x1FFF}, {0x0FFF, 0x3FFF}, {0x0FFF, 0x3FFF}, {0x1000, 0x1FFF}}));
 }
 
-struct GenerationCase {
-    bool first;
-    bool second;
-    HRESULT result;
-    int generation; // 0: no call
-};
-
-class CacheReadGeneration : public testing::TestWithParam<GenerationCase>
+TEST(CacheRead, PrefersTheSecondInterfaceAndRefusesBadArguments)
 {
-};
-
-TEST_P(CacheReadGeneration, PrefersTheSecondInterface)
-{
-    const auto& c = GetParam();
-    CacheRig rig;
-    CCacheMemory cache(c.first ? &rig.first : nullptr, c.second ? &rig.second : nullptr, nullptr, true);
-    uint8_t byte = 0;
-    EXPECT_EQ(cache.Read(0x40, 0x40, &byte, rig.everywhere), c.result);
-    if (c.generation == 0) {
-        EXPECT_EQ(rig.target.CallCount(), 0u);
-        return;
+    const struct {
+        bool first, second;
+        HRESULT result;
+        int generation; // 0: no call
+    } cases[] = {
+        {true, true, S_OK, 2}, {false, true, S_OK, 2}, {true, false, S_OK, 1}, {false, false, E_FAIL, 0}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.generation);
+        CacheRig rig;
+        CCacheMemory cache(c.first ? &rig.first : nullptr, c.second ? &rig.second : nullptr, nullptr, true);
+        uint8_t byte = 0;
+        EXPECT_EQ(cache.Read(0x40, 0x40, &byte, rig.everywhere), c.result);
+        EXPECT_EQ(cache.Read(0x10, 0x1F, nullptr, rig.everywhere), E_POINTER);
+        EXPECT_EQ(cache.Read(0x20, 0x1F, &byte, rig.everywhere), E_INVALIDARG);
+        ASSERT_EQ(rig.target.CallCount(), c.generation == 0 ? 0u : 1u);
+        if (c.generation != 0) {
+            EXPECT_EQ(rig.target.calls[0].generation, c.generation);
+            EXPECT_EQ(byte, FakeTarget::Pattern(0x40));
+        }
     }
-    ASSERT_EQ(rig.target.CallCount(), 1u);
-    EXPECT_EQ(rig.target.calls[0].generation, c.generation);
-    EXPECT_EQ(byte, FakeTarget::Pattern(0x40));
-}
-
-INSTANTIATE_TEST_SUITE_P(Interfaces, CacheReadGeneration,
-                         testing::Values(GenerationCase{true, true, S_OK, 2},
-                                         GenerationCase{false, true, S_OK, 2},
-                                         GenerationCase{true, false, S_OK, 1},
-                                         GenerationCase{false, false, E_FAIL, 0}));
-
-TEST_F(CacheRead, BadArgumentsAreRefusedWithoutAccess)
-{
-    EXPECT_EQ(cache.Read(0x10, 0x1F, nullptr, rig.everywhere), E_POINTER);
-    uint8_t byte = 0;
-    EXPECT_EQ(cache.Read(0x20, 0x1F, &byte, rig.everywhere), E_INVALIDARG);
-    EXPECT_EQ(rig.target.CallCount(), 0u);
 }
 
 } // namespace

@@ -12,29 +12,18 @@ protected:
     CacheRig rig;
     CCacheMemory cache{nullptr, &rig.second, nullptr, true};
 
-    void Touch(TargetAddress pageNumber)
+    void Touch(uint32_t pageNumber)
     {
         uint8_t byte = 0;
         ASSERT_EQ(cache.Read(pageNumber * 0x1000 + 7, pageNumber * 0x1000 + 7, &byte, rig.everywhere), S_OK);
         ASSERT_EQ(byte, FakeTarget::Pattern(pageNumber * 0x1000 + 7));
     }
-    void Fill(TargetAddress first, TargetAddress count)
+    void Fill(uint32_t first, uint32_t count)
     {
-        for (TargetAddress n = first; n < first + count; ++n)
+        for (uint32_t n = first; n < first + count; ++n)
             Touch(n);
     }
 };
-
-TEST_F(CacheReplacement, DefaultHoldsTwoHundredFiftySixPages)
-{
-    EXPECT_EQ(cache.PageSize(), 0x1000u);
-    EXPECT_EQ(cache.MaxPages(), 0x100);
-    Fill(0, 0x100);
-    EXPECT_EQ(cache.PageCount(), 0x100u);
-    EXPECT_EQ(cache.NextVictim(), 0);
-    Fill(0, 0x100);
-    EXPECT_EQ(rig.target.CallCount(), 0x100u);
-}
 
 // The slot order is cyclic: the page read last is no safer than any other.
 TEST_F(CacheReplacement, NewPagesTakeTheSlotsInTurn)
@@ -72,14 +61,6 @@ TEST_F(CacheReplacement, NextVictimSurvivesClear)
     EXPECT_EQ(cache.PageInSlot(2)->Address, 0x300000u);
     EXPECT_EQ(cache.PageInSlot(0)->Address, 0x200000u);
     EXPECT_EQ(cache.NextVictim(), 3);
-}
-
-TEST_F(CacheReplacement, ClearingAnEmptyCacheDoesNothing)
-{
-    EXPECT_EQ(cache.Clear(), S_OK);
-    EXPECT_EQ(cache.PageCount(), 0u);
-    EXPECT_EQ(cache.NextVictim(), 0);
-    EXPECT_EQ(rig.target.CallCount(), 0u);
 }
 
 TEST_F(CacheReplacement, ClearMakesTheNextReadFetch)
@@ -133,7 +114,7 @@ TEST_P(CachePlatformPageSize, IsTakenWhenUsable)
     EXPECT_EQ(cache.MaxPages(), c.maxPages);
     uint8_t byte = 0;
     ASSERT_EQ(cache.Read(0x12345, 0x12345, &byte, rig.everywhere), S_OK);
-    EXPECT_EQ(rig.target.calls[0].end - rig.target.calls[0].start + 1, c.pageSize);
+    EXPECT_EQ(AddressRange(rig.target.calls[0].start, rig.target.calls[0].end).Size(), c.pageSize);
 }
 
 INSTANTIATE_TEST_SUITE_P(Sizes, CachePlatformPageSize,

@@ -22,7 +22,7 @@ struct NumberCase {
     bool usedDefault;
 };
 
-IQServiceRegistry* Serving(CommandHost& host, FakeEvaluator& evaluator)
+IQServiceRegistry* Serving(HelpRecordingRegistry& host, FakeEvaluator& evaluator)
 {
     host.RegisterService(Ids::IQEvaluator2, &evaluator);
     return &host;
@@ -32,7 +32,7 @@ class NumberArgs : public ::testing::Test
 {
 protected:
     FakeEvaluator evaluator;
-    CommandHost host;
+    HelpRecordingRegistry host;
     CCmdEvaluator proxy{Serving(host, evaluator)};
 };
 
@@ -76,7 +76,7 @@ TEST_F(NumberArgs, AGivenRadixOverridesTheSessionsOne)
 
 TEST(NumberArgsWithoutEvaluator, NothingEvaluates)
 {
-    CommandHost host;
+    HelpRecordingRegistry host;
     CCmdEvaluator proxy(&host);
     EXPECT_FALSE(proxy.Available());
     CArgNumberUnsigned required(true, 0, &proxy, 3, 0, Max32), optional(false, 0, nullptr, 3, 0, Max32);

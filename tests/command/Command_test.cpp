@@ -26,7 +26,7 @@ Reply Execute(CCmd& cmd, const std::string& line, IQCmdCompletionSink* sink = nu
 
 TEST(CommandRegistration, ProvidersAndHelpComeWithTheCommandAndGoWithIt)
 {
-    CommandHost host;
+    HelpRecordingRegistry host;
     {
         RecordingCommand cmd(&host, true, std::vector<std::string>{"initialise", "initialize", "in"},
                              "<no parameters>");
@@ -49,7 +49,7 @@ TEST(CommandRegistration, ProvidersAndHelpComeWithTheCommandAndGoWithIt)
 
 TEST(CommandRegistration, NoAbbreviationMeansOneHelpEntry)
 {
-    CommandHost host;
+    HelpRecordingRegistry host;
     RecordingCommand cmd(&host, true, "cache", "", "[<state>]");
     EXPECT_EQ(host.help.size(), 1u);
     EXPECT_EQ(host.help.count({"cache", "[<state>]", 0}), 1u);
@@ -57,39 +57,12 @@ TEST(CommandRegistration, NoAbbreviationMeansOneHelpEntry)
 
 TEST(CommandRegistration, AMissingHelpServiceOrHostIsNoObstacle)
 {
-    CommandHost host(false);
+    HelpRecordingRegistry host(false);
     RecordingCommand helpless(&host, true, "go", "", "");
     EXPECT_EQ(host.providers[Ids::IQCmdClient2].size(), 1u);
     RecordingCommand alone(nullptr, true, "go", "", "");
     EXPECT_EQ(Execute(alone, "go x").hr, S_OK);
     EXPECT_EQ(alone.runTexts, std::vector<std::string>{"x"});
-}
-
-TEST(CommandIdentity, AnswersItsThreeInterfacesAndNamesWithKindTwo)
-{
-    CommandHost host;
-    RecordingCommand cmd(&host, true, "memory_display", "md", "");
-    for (const Guid& id : {Ids::IUnknown, Ids::IQCmdClient, Ids::IQCmdClient2}) {
-        void* out = nullptr;
-        EXPECT_EQ(cmd.QueryInterface(id, &out), S_OK);
-        EXPECT_EQ(out, static_cast<IQCmdClient2*>(&cmd));
-    }
-    void* out = &host;
-    EXPECT_EQ(cmd.QueryInterface(Ids::IQErrorReporter, &out), MakeResult(0x80004002u));
-    EXPECT_EQ(out, nullptr);
-    EXPECT_EQ(cmd.AddRef(), 1u);
-    EXPECT_EQ(cmd.Release(), 0u);
-    EXPECT_EQ(cmd.ReservedCommandOperation(), S_OK);
-
-    Variant names;
-    int32_t kind = 0;
-    ASSERT_EQ(cmd.GetCommandNamesAndKind(names, kind), S_OK);
-    EXPECT_EQ(CComUtils::VariantToStringList(names), (std::vector<std::string>{"memory_display", "md"}));
-    EXPECT_EQ(kind, 2);
-    Variant plain;
-    ASSERT_EQ(cmd.GetCommandNames(plain), S_OK);
-    EXPECT_EQ(plain, names);
-    EXPECT_EQ(cmd.FullName(), "memory_display");
 }
 
 TEST(CommandLine, OnlyABlankEndsTheNameThatIsStripped)
@@ -101,7 +74,7 @@ TEST(CommandLine, OnlyABlankEndsTheNameThatIsStripped)
     const Case cases[] = {
         {"md", ""}, {"md 100 20", "100 20"}, {"md  100", " 100"}, {"md\t100", ""}, {"md\t100 20", "20"},
     };
-    CommandHost host;
+    HelpRecordingRegistry host;
     for (const auto& c : cases) {
         SCOPED_TRACE(c.line);
         RecordingCommand cmd(&host, true, "md", "", "");

@@ -5,6 +5,7 @@
 #include "component/command/CArgNumberUnsigned.h"
 #include "component/command/CArgString.h"
 #include "component/command/CmdMessages.h"
+#include "component/command/CmdParse.h"
 #include "component/util/MessageFormat.h"
 #include "support/CommandFakes.h"
 
@@ -35,31 +36,56 @@ TEST(MessageFormat, StoredTextsAreFilledWithSixtyFourBitValues)
     EXPECT_EQ(FormatMessageText(1), "") << "an unknown number gives no text";
 }
 
-TEST(ArgumentMessage, EachErrorGivesItsTextWithTheNameAsPassed)
+TEST(ArgumentMessage, EachErrorGivesItsTextWithTheArgumentsName)
 {
-    CArgNumberUnsigned address(true, 0, nullptr, 0, 0, 0xFFFFFFFF);
-    address.Error = CArg::ErrorRange;
-    EXPECT_EQ(ArgumentMessage(address, "<address>"),
-              "Parameter '<address>' must be in range H'0 (0) to H'FFFFFFFF (4294967295)");
-    address.Error = CArg::ErrorEmpty;
-    EXPECT_EQ(ArgumentMessage(address, "<address>"), "Parameter '<address>' is empty");
-    address.Error = CArg::ErrorInvalid;
-    EXPECT_EQ(ArgumentMessage(address, "<address>"), "Parameter '<address>' is invalid");
-    address.Error = CArg::ErrorNone;
-    EXPECT_EQ(ArgumentMessage(address, "<address>"), "");
-
-    CArgKeyword mode(true, "byte\0word\0", 0);
+    CArgNumberUnsigned address(true, 0, nullptr, 0, 0, 0xFFFFFFFF, "<address>");
+    const std::pair<int32_t, const char*> cases[] = {
+        {CArg::ErrorRange, "Parameter '<address>' must be in range H'0 (0) to H'FFFFFFFF (4294967295)"},
+        {CArg::ErrorEmpty, "Parameter '<address>' is empty"},
+        {CArg::ErrorInvalid, "Parameter '<address>' is invalid"},
+        {CArg::ErrorNone, ""},
+    };
+    for (const auto& [error, text] : cases) {
+        address.Error = error;
+        EXPECT_EQ(ArgumentMessage(address), text);
+    }
+    CArgKeyword mode(true, "byte\0word\0", 0, "<mode>");
     ASSERT_FALSE(mode.Parse("quad", 0));
-    EXPECT_EQ(ArgumentMessage(mode, "<mode>"), "Parameter 'quad' is not found. Input keyword(byte,word)");
+    EXPECT_EQ(ArgumentMessage(mode), "Parameter 'quad' is not found. Input keyword(byte,word)");
+    mode.Refusal = "Not enough parameters";
+    EXPECT_EQ(ArgumentMessage(mode), "Not enough parameters") << "a refusal of its own wins";
 
-    CArgString name(true, "");
+    CArgString name(true, "", "3");
     name.Error = CArg::ErrorRange;
-    EXPECT_EQ(ArgumentMessage(name, "3"), "Parameter '3' is invalid") << "no range to show";
+    EXPECT_EQ(ArgumentMessage(name), "Parameter '3' is invalid") << "no range to show";
+}
+
+// The parse of a line against its arguments, without any command.
+TEST(ParseLine, TheFirstArgumentThatStopsTheLineExplainsItself)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"", "Parameter '<name>' is empty"},
+        {"n", "Parameter '<mode>' is empty"},
+        {"n dword", "Parameter 'dword' is not found. Input keyword(byte,word,long)"},
+        {"n w extra", "Too many parameters"},
+        {"n w \t", nullptr},
+    };
+    for (const auto& [line, message] : cases) {
+        SCOPED_TRACE(line);
+        CArgString name(true, "", "<name>");
+        CArgKeyword mode(true, "byte\0word\0long\0", 0, "<mode>");
+        const auto refused = ParseLine(line, {&name, &mode}, "Too many parameters");
+        ASSERT_EQ(refused.has_value(), message != nullptr);
+        if (refused) {
+            EXPECT_EQ(refused->Message, message);
+            EXPECT_EQ(refused->Result, E_FAIL);
+        }
+    }
 }
 
 TEST(ErrorTextFor, TheManagersOwnTextOrTheNumber)
 {
-    FakeManager manager;
+    FakeErrorReporter manager;
     manager.texts[E_FAIL] = "Target lost";
     manager.texts[E_INVALIDARG] = "";
     EXPECT_EQ(ErrorTextFor(&manager, E_FAIL), "Target lost");

@@ -99,30 +99,6 @@ TEST(LastError, ClearedBySuccess)
     EXPECT_EQ(eval.LastErrorText(), "");
 }
 
-struct TextCase {
-    HRESULT code;
-    const char* text;
-};
-
-class ReporterText : public ::testing::TestWithParam<TextCase>
-{
-};
-
-TEST_P(ReporterText, KnownCodes)
-{
-    ExpressionEvaluator eval;
-    std::string text;
-    EXPECT_EQ(eval.GetErrorText(GetParam().code, text), S_OK);
-    EXPECT_EQ(text, GetParam().text);
-}
-
-INSTANTIATE_TEST_SUITE_P(Codes, ReporterText,
-                         ::testing::Values(TextCase{MakeResult(0x80040901u), "Syntax error"},
-                                           TextCase{MakeResult(0x80040904u), "Divide by zero"},
-                                           TextCase{MakeResult(0x80040908u),
-                                                    "Result is too large for requested value"},
-                                           TextCase{MakeResult(0x80041013u), "Undefined symbol"}));
-
 TEST(ReporterText, UnknownCodeFails)
 {
     ExpressionEvaluator eval;

@@ -7,32 +7,6 @@
 namespace
 {
 
-struct QueryCase {
-    const char* name;
-    Guid iid;
-    bool answered;
-};
-
-class Query : public ::testing::TestWithParam<QueryCase>
-{
-};
-
-TEST_P(Query, Answers)
-{
-    ExpressionEvaluator eval;
-    void* out = &eval;
-    EXPECT_EQ(eval.QueryInterface(GetParam().iid, &out) == S_OK, GetParam().answered);
-    EXPECT_EQ(out != nullptr, GetParam().answered);
-}
-
-INSTANTIATE_TEST_SUITE_P(Interfaces, Query,
-                         ::testing::Values(QueryCase{"IUnknown", Ids::IUnknown, true},
-                                           QueryCase{"Evaluator", Ids::IQEvaluator, true},
-                                           QueryCase{"Evaluator2", Ids::IQEvaluator2, true},
-                                           QueryCase{"ErrorReporter", Ids::IQErrorReporter, true},
-                                           QueryCase{"Component", Ids::IQComponent, false}),
-                         [](const auto& info) { return std::string(info.param.name); });
-
 TEST(Query, ReporterIsTheSameObject)
 {
     ExpressionEvaluator eval;
@@ -44,14 +18,6 @@ TEST(Query, ReporterIsTheSameObject)
     EXPECT_EQ(eval.QueryInterface(Ids::IUnknown, nullptr), E_POINTER);
     EXPECT_EQ(eval.AddRef(), 1u);
     EXPECT_EQ(eval.Release(), 0u);
-}
-
-TEST(Radix, DefaultsToSixteen)
-{
-    ExpressionEvaluator eval;
-    int32_t radix = 0;
-    EXPECT_EQ(eval.GetRadix(radix), S_OK);
-    EXPECT_EQ(radix, 16);
 }
 
 TEST(Radix, ChangeIsBroadcast)

@@ -149,18 +149,22 @@ TEST_F(Legacy, FillAndMove)
     ASSERT_EQ(fill(0x20000000, 0x20000009, 0x11223344, 4), 1);
     std::vector<uint8_t> bytes(10);
     ASSERT_TRUE(driver->Target().ReadMemory(0x20000000, bytes.size(), bytes.data()));
-    EXPECT_EQ(bytes, (std::vector<uint8_t>{0x44, 0x33, 0x22, 0x11, 0x44, 0x33, 0x22, 0x11, 0x44, 0x33}));
+    EXPECT_EQ(bytes, (std::vector<uint8_t>{0x11, 0x22, 0x33, 0x44, 0x11, 0x22, 0x33, 0x44, 0x11, 0x22}))
+        << "a big-endian target";
     EXPECT_EQ(fill(0x20000000, 0x20000007, 0, 5), 0);
     EXPECT_EQ(LastError(), "Fill size 5 is not 1, 2, 3 or 4");
 
     // Overlapping, the destination above the source.
     ASSERT_EQ(move(0x20000000, 0x20000005, 0x20000002), 1);
     ASSERT_TRUE(driver->Target().ReadMemory(0x20000000, bytes.size(), bytes.data()));
-    EXPECT_EQ(bytes, (std::vector<uint8_t>{0x44, 0x33, 0x44, 0x33, 0x22, 0x11, 0x44, 0x33, 0x44, 0x33}));
+    EXPECT_EQ(bytes, (std::vector<uint8_t>{0x11, 0x22, 0x11, 0x22, 0x33, 0x44, 0x11, 0x22, 0x11, 0x22}));
     EXPECT_EQ(move2(0x20000000, 0x20000002, 0x20000100), 0);
     EXPECT_EQ(LastError(), "Length 3 is not a multiple of the access size 2");
     EXPECT_EQ(move(0x2001FFF0, 0x2002000F, 0x20000000), 0);
     EXPECT_EQ(LastError(), "Address H'20020000 is not mapped");
+    ASSERT_EQ(move(0x20000000, 0x20000001, 0x20000100), 1);
+    std::string text;
+    EXPECT_EQ(functions->GetLastErrorText(text), E_FAIL) << "a success leaves no old error behind";
 }
 
 TEST_F(Legacy, EvalReadsExpressionsWithThePlatformsSymbols)

@@ -14,66 +14,12 @@ int Rows(const std::string& text)
     return rows;
 }
 
-TEST_F(Display, ShowsSixteenBytesARowInEachNumberMode)
-{
-    manager.Poke(0x1010, {0xFF, 0xFF, 0xFF, 0xFE});
-    manager.Poke(0x1020, {0x40, 0x70, 0x00, 0x00});                         // 3.75f
-    manager.Poke(0x1030, {0x40, 0x59, 0x20, 0x00, 0x00, 0x00, 0x00, 0x00}); // 100.5
-    const struct {
-        const char* line;
-        const char* text;
-    } rows[] = {
-        {"md 1000 20", "00001000  00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F \r\n"
-                       "00001010  FF FF FF FE 14 15 16 17 18 19 1A 1B 1C 1D 1E 1F "},
-        {"md 1000 10 w", "00001000  0001 0203 0405 0607 0809 0A0B 0C0D 0E0F "},
-        {"md 1010 10 long", "00001010  FFFFFFFE 14151617 18191A1B 1C1D1E1F "},
-        {"md 1020 4 single", "00001020  00000003 "},
-        {"md 1030 8 double", "00001030  0000000000000064 "},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.line);
-        Reply reply = Line(row.line);
-        EXPECT_EQ(reply.hr, S_OK);
-        EXPECT_EQ(reply.message, row.text);
-    }
-}
-
 TEST_F(Display, AsciiShowsCharactersZeroAsDotAndTheRestAsQuestionMarks)
 {
     manager.Poke(0x1000, {'H', 'i', 0, 0x7F, ' ', '~', 0x80, 'z'});
     evaluator.radix = 10;
     EXPECT_EQ(Line("md 4096 8 ascii").message, "00001000  Hi.? ~?z");
     EXPECT_EQ(evaluator.sets, 0);
-}
-
-TEST_F(Display, LengthIsCutToWholeElementsAndDefaultsTo256Bytes)
-{
-    Reply reply = Line("md 1000 101 word");
-    EXPECT_EQ(manager.calls.back(), "ReadMemoryValues 1000 10ff 2");
-    EXPECT_EQ(Rows(reply.message), 16);
-    Line("md 1000");
-    EXPECT_EQ(manager.calls.back(), "ReadMemoryValues 1000 10ff 1");
-}
-
-TEST_F(Display, LengthShorterThanOneElementOrOutsideTheMapIsInvalid)
-{
-    for (const char* line : {"md 1000 3 long", "md 1000 0", "md 1fff 0", "md 1ff0 12", "md 1fff 1 double"}) {
-        SCOPED_TRACE(line);
-        Reply reply = Line(line);
-        EXPECT_EQ(reply.hr, E_FAIL);
-        EXPECT_EQ(reply.message, "Parameter '<length>' is invalid");
-    }
-    EXPECT_TRUE(manager.calls.empty());
-}
-
-TEST_F(Display, MayAskForOneBytePastTheMapAndTellsWhatTheManagerSays)
-{
-    Reply reply = Line("md 1ff0 11");
-    EXPECT_EQ(manager.calls.back(), "ReadMemoryValues 1ff0 2000 1");
-    EXPECT_EQ(reply.hr, S_OK);
-    EXPECT_EQ(reply.message, "Address outside the memory map");
-    manager.reports = false;
-    EXPECT_EQ(Line("md 1ff0 11").message, "Unknown error code -2147213296");
 }
 
 TEST_F(Display, AMapUpToTheTopHasNoLimitButARangeMayNotWrap)
@@ -87,16 +33,21 @@ TEST_F(Display, AMapUpToTheTopHasNoLimitButARangeMayNotWrap)
     EXPECT_EQ(Line("md ffffff80 100").message, "Parameter '<length>' is invalid");
 }
 
-TEST_F(Display, TheRadixIsTheSameAfterwards)
+TEST_F(Display, RealsThatNoNumberTextShowsAreReadable)
 {
-    evaluator.radix = 10;
-    Reply reply = Line("md 4096 16");
-    EXPECT_EQ(reply.message, "00001000  00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F ");
-    EXPECT_EQ(evaluator.radix, 10);
-    EXPECT_EQ(evaluator.sets, 2);
-    manager.fail["ReadMemoryValues"] = FakeMemoryManager::NotMapped;
-    Line("md 4096 16");
-    EXPECT_EQ(evaluator.radix, 10);
+    manager.Poke(0x1000, {0x7F, 0xC0, 0, 0, 0x7F, 0x80, 0, 0, 0xFF, 0x80, 0, 0, 0x7F, 0x7F, 0xFF, 0xFF});
+    EXPECT_EQ(Line("md 1000 10 single").message, "00001000  NaN Inf -Inf 3.40282E+38 ");
+    manager.Poke(0x1010, {0x7E, 0x37, 0xE4, 0x3C, 0x88, 0x00, 0x75, 0x9C, 0xFF, 0xF0, 0, 0, 0, 0, 0, 0});
+    EXPECT_EQ(Line("md 1010 10 double").message, "00001010  1E+300 -Inf ");
+}
+
+TEST_F(Display, TheEvaluatorIsLookedUpOncePerCommand)
+{
+    // Gone after its first text: a display that looked it up again would
+    // lose every later cell.
+    evaluator.onText = [this] { registry.UnregisterService(Ids::IQEvaluator2, &evaluator); };
+    EXPECT_EQ(Line("md 1000 20").message, "00001000  00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F \r\n"
+                                          "00001010  10 11 12 13 14 15 16 17 18 19 1A 1B 1C 1D 1E 1F ");
 }
 
 } // namespace

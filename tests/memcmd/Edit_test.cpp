@@ -1,6 +1,4 @@
 // memory_edit: one unit a line, the prompt showing where and what.
-#include <algorithm>
-
 #include "support/MemCmdFixture.h"
 
 namespace
@@ -13,30 +11,6 @@ protected:
     Reply Say(const std::string& line) { return Exec(*edit, line); }
 };
 
-TEST_F(Edit, WalksUnitsWritingSteppingBackAndStopping)
-{
-    Reply reply = Say("me 1000");
-    EXPECT_EQ(reply.hr, S_OK);
-    EXPECT_EQ(reply.message, "");
-    EXPECT_TRUE(reply.continuing);
-    EXPECT_EQ(reply.prompt, "00001000 00");
-
-    EXPECT_EQ(Say("").prompt, "00001001 01");
-    EXPECT_EQ(Say("5A and the rest").prompt, "00001002 02");
-    EXPECT_EQ(manager.calls.back(), "ReadMemoryValues 1002 1002 1");
-    EXPECT_EQ(Say("^").prompt, "00001001 5A");
-    EXPECT_EQ(changes, 1);
-
-    reply = Say(".");
-    EXPECT_EQ(reply.hr, S_OK);
-    EXPECT_EQ(reply.message, "");
-    EXPECT_FALSE(reply.continuing);
-    EXPECT_EQ(manager.Byte(0x1001), 0x5A);
-    EXPECT_EQ(std::count_if(manager.calls.begin(), manager.calls.end(),
-                            [](const std::string& c) { return c.rfind("Write", 0) == 0; }),
-              1);
-}
-
 TEST_F(Edit, WritesUnitsOfTheModeWithTheVerifyFlag)
 {
     EXPECT_EQ(Say("me 1004 long noverify").prompt, "00001004 04050607");
@@ -47,18 +21,6 @@ TEST_F(Edit, WritesUnitsOfTheModeWithTheVerifyFlag)
     Say("me 1000 single");
     EXPECT_EQ(Say("2.5").prompt, "00001004 00000000");
     EXPECT_EQ(manager.Peek(0x1000, 4), (std::vector<uint8_t>{0x40, 0x20, 0x00, 0x00}));
-}
-
-TEST_F(Edit, TheLastUnitIsWrittenAndThenTheEditStops)
-{
-    EXPECT_EQ(Say("me 1ffe word").prompt, "00001FFE FEFF");
-    Reply reply = Say("1234");
-    EXPECT_EQ(reply.message, "End of address range reached. Edit will now stop.");
-    EXPECT_FALSE(reply.continuing);
-    EXPECT_EQ(manager.Peek(0x1FFE, 2), (std::vector<uint8_t>{0x12, 0x34}));
-    EXPECT_EQ(changes, 1);
-    EXPECT_EQ(Say("me 1fff word").message, "Parameter '<address>' is invalid");
-    EXPECT_EQ(Say("me 1fff").prompt, "00001FFF 34");
 }
 
 TEST_F(Edit, StepsBackBelowTheStartWrappingAtZero)
@@ -102,12 +64,6 @@ TEST_F(Edit, ANumberTooWideForTheUnitIsInvalid)
     Reply reply = Say("123");
     EXPECT_EQ(reply.message, "Parameter is invalid");
     EXPECT_EQ(reply.prompt, "00001000 00");
-}
-
-TEST_F(Edit, ThePromptShowsTheValueInTheSessionRadix)
-{
-    evaluator.radix = 10;
-    EXPECT_EQ(Say("me 4096 word").prompt, "00001000 D'00001");
 }
 
 } // namespace

@@ -29,29 +29,6 @@ TEST_F(Find, ThePatternIsTheValuePaddedToTheModeMostSignificantFirst)
     }
 }
 
-TEST_F(Find, TellsWhereTheValueIsOrWhatTheManagerSays)
-{
-    manager.Poke(0x1800, {0x12, 0x34});
-    Reply reply = Line("mi 1000 1fff 1234 word");
-    EXPECT_EQ(reply.hr, S_OK);
-    EXPECT_EQ(reply.message, "String found at memory address H'00001800");
-
-    reply = Line("mi 1000 17ff 1234 word");
-    EXPECT_EQ(reply.hr, S_OK);
-    EXPECT_EQ(reply.message, "Pattern not found");
-}
-
-TEST_F(Find, AValueWiderThanTheModeIsInvalidAndNotSearched)
-{
-    for (const char* line : {"mi 1000 1fff 123", "mi 1000 1fff 10000 word"}) {
-        SCOPED_TRACE(line);
-        Reply reply = Line(line);
-        EXPECT_EQ(reply.hr, S_OK);
-        EXPECT_EQ(reply.message, "Parameter '<string>' is invalid");
-    }
-    EXPECT_TRUE(manager.calls.empty());
-}
-
 TEST_F(Find, TheValueIsReadInTheSessionRadix)
 {
     evaluator.radix = 10;

@@ -15,7 +15,7 @@ TEST(MemoryAttach, WhatIsOfferedComesFromTheSecondGeneration)
 {
     for (uint32_t bit = 0; bit < 7; ++bit) {
         MemoryHost host;
-        FakePlatform platform({{0x1000, 0x1FFF}});
+        FakePlatformMemory platform({{0x1000, 0x1FFF}});
         platform.offered = 1u << bit;
         platform.RegisterIn(host.registry);
         CVELMemoryManager manager(&host.registry);
@@ -86,6 +86,10 @@ TEST(MemoryAttach, ErrorTextsAndDownloadModeComeFromThePlatform)
     std::string text;
     EXPECT_EQ(rig.manager.GetErrorText(MakeResult(0x80043092u), text), S_OK);
     EXPECT_EQ(text, "platform says 0x80043092");
+    // The manager's own codes are the error table's, not the platform's.
+    rig.errors.AddText(CVELMemoryManager::kWriteOutsideMap, "Not enough memory");
+    EXPECT_EQ(rig.manager.GetErrorText(CVELMemoryManager::kWriteOutsideMap, text), S_OK);
+    EXPECT_EQ(text, "Not enough memory");
     EXPECT_EQ(rig.manager.SetDownloadMode(true), S_OK);
     EXPECT_EQ(rig.manager.SetDownloadMode(false), S_OK);
     EXPECT_EQ(rig.platform.log,

@@ -76,7 +76,7 @@ TEST(MemoryDisabled, TheCommandLineGoesRoundIt)
 TEST(MemoryDisabled, AttachingDuringAConnectionIsNoAccessByAView)
 {
     MemoryHost host;
-    FakePlatform platform({{0x1000, 0x1FFF}});
+    FakePlatformMemory platform({{0x1000, 0x1FFF}});
     platform.RegisterIn(host.registry);
     CVELMemoryManagerDisableAble manager(&host.registry);
     manager.DisableMemory();

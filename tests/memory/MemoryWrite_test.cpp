@@ -81,14 +81,14 @@ TEST(MemoryWrite, AReportedDifferenceComesBackWithItsPlace)
     int32_t found = -1;
     EXPECT_EQ(rig.manager.WriteMemoryReporting(0x10F0, 0x110F, VARIANT_TRUE, 1, data.data(), failed, address,
                                                written, found),
-              FakePlatform::kVerifyFailed);
+              FakePlatformMemory::kVerifyFailed);
     EXPECT_EQ(failed, VARIANT_TRUE);
     EXPECT_EQ(address, 0x1104u);
     EXPECT_EQ(written, 0x5A);
     EXPECT_EQ(found, 0);
 }
 
-TEST(MemoryWrite, WritesAndCopiesEmptyTheCaches)
+TEST(MemoryWrite, WritesCopiesAndTestsEmptyTheCaches)
 {
     MemoryRig rig({{0x1000, 0x1FFF}});
     const Bytes data{1, 2, 3, 4};
@@ -102,9 +102,12 @@ TEST(MemoryWrite, WritesAndCopiesEmptyTheCaches)
     EXPECT_EQ(rig.Read(0x1800, 4), data);
     ASSERT_EQ(rig.manager.CopyMemorySimple(0x1000, 0x1003, 0x1900), S_OK);
     EXPECT_EQ(rig.Read(0x1900, 4), data);
-    EXPECT_EQ(rig.platform.log, (Log{"Read2 0x1000..0x1FFF", "Write2 0x1000..0x1003", "Read2 0x1000..0x1FFF",
-                                     "Copy2 0x1000..0x1003", "Read2 0x1000..0x1FFF", "Copy1 0x1000..0x1003",
-                                     "Read2 0x1000..0x1FFF"}));
+    ASSERT_EQ(rig.manager.TestMemory(0x1000, 0x1003), S_OK);
+    rig.Read(0x1900, 4);
+    EXPECT_EQ(rig.platform.log,
+              (Log{"Read2 0x1000..0x1FFF", "Write2 0x1000..0x1003", "Read2 0x1000..0x1FFF",
+                   "Copy2 0x1000..0x1003", "Read2 0x1000..0x1FFF", "Copy1 0x1000..0x1003",
+                   "Read2 0x1000..0x1FFF", "Test2 0x1000..0x1003", "Read2 0x1000..0x1FFF"}));
 }
 
 TEST(MemoryFill, AFillThatRunsIntoAGapStopsThere)

@@ -5,7 +5,7 @@
 
 #include "component/frame/CDebuggerState.h"
 #include "component/symbols/CPDEvaluator.h"
-#include "support/FakePlatform.h"
+#include "support/FakePlatformFunctions.h"
 #include "workbench/EvaluatorHost.h"
 #include "workbench/ServiceRegistry.h"
 
@@ -242,22 +242,6 @@ TEST_F(PdEvaluator, IsTheWorkbenchsEvaluatorWhileAttachedAndNeverTakesAnothersPl
     EXPECT_EQ(InFront(), &other);
     other.DetachPlatform();
     EXPECT_EQ(InFront(), nullptr);
-}
-
-TEST_F(PdEvaluator, AnswersItsFacesAndReportsThePlatformsError)
-{
-    IUnknown* unknown = static_cast<IQEvaluator2*>(evaluator.get());
-    for (const Guid& id : {Ids::IUnknown, Ids::IQEvaluator, Ids::IQEvaluator2})
-        EXPECT_EQ(QueryAs<IQEvaluator2>(unknown, id), static_cast<IQEvaluator2*>(evaluator.get()));
-    EXPECT_EQ(QueryAs<IUnknown>(unknown, Ids::IQMemoryManager), nullptr);
-    auto* reporter = QueryAs<IQErrorReporter>(unknown, Ids::IQErrorReporter);
-    ASSERT_EQ(reporter, static_cast<IQErrorReporter*>(evaluator.get()));
-
-    std::string text;
-    EXPECT_EQ(reporter->GetErrorText(E_FAIL, text), S_OK);
-    EXPECT_EQ(text, "Target not responding");
-    registry.UnregisterService(Ids::IQPlatformFunctions, &functions);
-    EXPECT_EQ(reporter->GetErrorText(E_FAIL, text), E_FAIL);
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "component/memory/CPDMemoryManager.h"
-#include "support/FakePlatform.h"
+#include "support/FakePlatformFunctions.h"
 #include "workbench/CommandRecorder.h"
 #include "workbench/ErrorTableService.h"
 #include "workbench/ServiceRegistry.h"
@@ -45,14 +45,6 @@ struct PdMemory : ::testing::Test {
     }
     IUnknown* Unknown() { return static_cast<IQMemoryManager*>(manager.get()); }
 };
-
-TEST_F(PdMemory, AttachLooksUpTheTenNamesInTableOrder)
-{
-    Attach();
-    EXPECT_EQ(functions.lookups,
-              (Calls{"IN1_Move", "IN1_Move2", "IN1_Move4", "IN1_Fill", "IN1_Get_MemNC", "IN1_Get_Mem2NC",
-                     "IN1_Get_MemNC", "IN1_Put_Mem", "IN1_Put_Mem2", "IN1_Put_Mem4"}));
-}
 
 TEST_F(PdMemory, ReadsAndWritesGoToTheFunctionOfTheAccessSizeWithTheFullLength)
 {
@@ -190,48 +182,10 @@ TEST_F(PdMemory, CopyPicksTheMoveOfItsAccessSizeAndClearsTheOutArguments)
         TargetAddress at = 0xAAAA;
         const HRESULT expected = size == 8 ? CPDMemoryManager::kCannotCopy : S_OK;
         EXPECT_EQ(manager->CopyMemory(0x10, 0x1F, 0x80, VARIANT_TRUE, size, first, second, at), expected);
-        EXPECT_EQ(first + second + at, 0u);
+        EXPECT_EQ(first + second + at.Value(), 0u);
     }
     EXPECT_EQ(Made(), (Calls{"IN1_Move 0x10 0x1F 0x80", "IN1_Move 0x10 0x1F 0x80", "IN1_Move2 0x10 0x1F 0x80",
                              "IN1_Move4 0x10 0x1F 0x80"}));
-}
-
-TEST_F(PdMemory, OperationsThePlatformCannotDoAnswerEFail)
-{
-    Attach();
-    Variant info;
-    uint8_t byte = 0;
-    TargetAddress at = 0;
-    VariantBool failed = 0;
-    const uint64_t generation = manager->Generation();
-    IQMemoryManager5& five = *manager;
-    EXPECT_EQ(manager->GetMemoryInfo(info), E_FAIL);
-    EXPECT_EQ(manager->CompareMemorySimple(0, 3, 8), E_FAIL);
-    EXPECT_EQ(manager->FindMemorySimple(0, 3, 1, &byte, at), E_FAIL);
-    EXPECT_EQ(manager->VerifyMemory(0, 3, &byte), E_FAIL);
-    EXPECT_EQ(manager->TestMemory(0, 3), E_FAIL);
-    EXPECT_EQ(manager->RefreshMemory(), E_FAIL);
-    EXPECT_EQ(manager->RefreshMemoryAgain(), E_FAIL);
-    EXPECT_EQ(five.CompareMemory(0, 3, 8, 1, byte, byte, at), E_FAIL);
-    EXPECT_EQ(five.FindMemory(0, 3, 0, 0, 1, &byte, &byte, at), E_FAIL);
-    EXPECT_EQ(five.FindMemoryEx(0, 3, 0, 0, 0, 1, &byte, &byte, at), E_FAIL);
-    EXPECT_EQ(five.VerifyMemoryReporting(0, 3, &byte, at, failed), E_FAIL);
-    EXPECT_EQ(five.SetCacheEnabled(VARIANT_TRUE), E_FAIL);
-    EXPECT_EQ(five.GetCacheEnabled(), E_FAIL);
-    EXPECT_TRUE(Made().empty());
-    // Whoever kept what it read is still told to read again.
-    EXPECT_EQ(manager->Generation(), generation + 2);
-}
-
-TEST_F(PdMemory, OnlyCopyAndFillAreOffered)
-{
-    IQMemoryManager5& five = *manager;
-    EXPECT_EQ(five.GetCanCopy(), S_OK);
-    EXPECT_EQ(five.GetCanFill(), S_OK);
-    for (HRESULT can : {five.GetCanCompare(), five.GetCanFind(), five.GetCanFindAlternate(),
-                        five.GetCanVerify(), five.GetCanTest()})
-        EXPECT_EQ(can, S_FALSE);
-    EXPECT_TRUE(manager->IsPlatformFunctionFamily());
 }
 
 TEST_F(PdMemory, AreasComeFromThePlatformsMap)

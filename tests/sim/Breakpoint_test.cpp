@@ -113,7 +113,7 @@ TEST(SimBreakpointsElsewhere, LeaveTheProgramAlone)
 {
     SimHarness h;
     ASSERT_TRUE(h.Boot("hello")) << h.Error();
-    const auto end = static_cast<uint32_t>(Firmware::kFlashBase + h.Program().Image().size());
+    const auto end = static_cast<uint32_t>(FirmwareProgram::kFlashBase + h.Program().Image().size());
     for (uint32_t i = 0; i < 8; ++i)
         ASSERT_TRUE(h.Target().AddBreakpoint(end + 0x100 + 0x40 * i));
     auto stop = h.Run();

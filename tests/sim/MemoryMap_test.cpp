@@ -5,7 +5,6 @@
 #include <string>
 
 #include "platform/sim/SimMemoryMap.h"
-#include "platform/sim/SimVariant.h"
 
 namespace
 {
@@ -96,31 +95,5 @@ INSTANTIATE_TEST_SUITE_P(
         BadCase{"peripheral 0x40000000 0x1000 rwx\n", "line 1: peripheral region cannot be executable"},
         BadCase{"# nothing\n\n", "no regions in the description"},
         BadCase{"", "no regions in the description"}));
-
-TEST(SimVariants, BuiltInDescriptionsParseToTheDocumentedMaps)
-{
-    struct Expected {
-        const char* variant;
-        uint64_t ramSize;
-    };
-    for (const Expected& expected : {Expected{"cortex-m3", 128 * 1024}, Expected{"cortex-m4", 192 * 1024}}) {
-        SCOPED_TRACE(expected.variant);
-        const SimVariant* variant = SimVariant::Find(expected.variant);
-        ASSERT_NE(variant, nullptr);
-        const SimMapParse parsed = SimMemoryMap::Parse(variant->description);
-        ASSERT_TRUE(parsed.map) << parsed.error;
-        const SimRegion* flash = parsed.map->FirstOf(RegionKind::Flash);
-        const SimRegion* ram = parsed.map->FirstOf(RegionKind::Ram);
-        const SimRegion* peripherals = parsed.map->FirstOf(RegionKind::Peripheral);
-        ASSERT_TRUE(flash && ram && peripherals);
-        EXPECT_EQ(flash->base, 0x08000000u);
-        EXPECT_EQ(flash->size, 1024u * 1024u);
-        EXPECT_FALSE(flash->Allows(kAccessWrite));
-        EXPECT_EQ(ram->base, 0x20000000u);
-        EXPECT_EQ(ram->size, expected.ramSize);
-        EXPECT_EQ(peripherals->base, 0x40000000u);
-    }
-    EXPECT_EQ(SimVariant::Find("cortex-a9"), nullptr);
-}
 
 } // namespace

@@ -135,9 +135,10 @@ TEST(SimMemory, DownloadedCodeReplacesCodeThatAlreadyRan)
     auto first = h.Run();
     ASSERT_TRUE(first);
     EXPECT_EQ(first->reason, StopReason::Fault);
-    auto hello = Firmware::Load("hello");
+    auto hello = FirmwareProgram::Load("hello");
     ASSERT_TRUE(hello);
-    ASSERT_TRUE(h.Target().WriteMemory(Firmware::kFlashBase, hello->Image().size(), hello->Image().data()));
+    ASSERT_TRUE(
+        h.Target().WriteMemory(FirmwareProgram::kFlashBase, hello->Image().size(), hello->Image().data()));
     ASSERT_TRUE(h.Target().Reset());
     ASSERT_TRUE(h.Recorder().Next());
     auto second = h.Run();

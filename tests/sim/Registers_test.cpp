@@ -9,20 +9,6 @@
 namespace
 {
 
-TEST(SimRegisterNames, FollowTheDocumentedNumbering)
-{
-    const char* names[] = {"pc",   "r0",  "r1",  "r2",      "r3",      "r4",        "r5",     "r6",
-                           "r7",   "r8",  "r9",  "r10",     "r11",     "r12",       "sp",     "lr",
-                           "xpsr", "msp", "psp", "primask", "basepri", "faultmask", "control"};
-    ASSERT_EQ(SimTarget::RegisterCount(), std::size(names));
-    for (unsigned i = 0; i < SimTarget::RegisterCount(); ++i) {
-        EXPECT_EQ(SimTarget::RegisterName(i), names[i]);
-        EXPECT_EQ(SimRegisters::Find(names[i]), i);
-    }
-    EXPECT_EQ(SimTarget::RegisterName(SimTarget::RegisterCount()), "");
-    EXPECT_FALSE(SimRegisters::Find("r13"));
-}
-
 struct RegisterCase {
     unsigned index;
     uint32_t written;
@@ -112,7 +98,7 @@ TEST_P(SimResetVectors, OutsideTheMapFailWithACauseAndChangeNothing)
     ASSERT_TRUE(h.Boot("hello")) << h.Error();
     const VectorCase& c = GetParam();
     const uint32_t vectors[2] = {c.sp, c.entry};
-    ASSERT_TRUE(h.Target().WriteMemory(Firmware::kFlashBase, sizeof vectors, vectors));
+    ASSERT_TRUE(h.Target().WriteMemory(FirmwareProgram::kFlashBase, sizeof vectors, vectors));
     ASSERT_TRUE(h.Target().WriteRegister(kRegR0, 0x55));
     SimResult reset = h.Target().Reset();
     if (std::string(c.cause).empty()) {

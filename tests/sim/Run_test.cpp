@@ -153,9 +153,10 @@ TEST(SimRun, TargetMayBeDestroyedFromItsOwnStopCallback)
     };
     target = SimTarget::Create(std::move(config));
     ASSERT_TRUE(target);
-    auto hello = Firmware::Load("hello");
+    auto hello = FirmwareProgram::Load("hello");
     ASSERT_TRUE(hello);
-    ASSERT_TRUE(target->WriteMemory(Firmware::kFlashBase, hello->Image().size(), hello->Image().data()));
+    ASSERT_TRUE(
+        target->WriteMemory(FirmwareProgram::kFlashBase, hello->Image().size(), hello->Image().data()));
     ASSERT_TRUE(target->Reset());
     ASSERT_TRUE(target->Go());
     sentinel.reset();
@@ -181,9 +182,10 @@ TEST(SimRun, ThrowingCallbacksDoNotReachTheSimulator)
         throw std::runtime_error("still not interested");
     };
     auto target = SimTarget::Create(std::move(config));
-    auto hello = Firmware::Load("hello");
+    auto hello = FirmwareProgram::Load("hello");
     ASSERT_TRUE(target && hello);
-    ASSERT_TRUE(target->WriteMemory(Firmware::kFlashBase, hello->Image().size(), hello->Image().data()));
+    ASSERT_TRUE(
+        target->WriteMemory(FirmwareProgram::kFlashBase, hello->Image().size(), hello->Image().data()));
     ASSERT_TRUE(target->Reset());
     ASSERT_TRUE(target->Go());
     auto stop = stopped.get_future();

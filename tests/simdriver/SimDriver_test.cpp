@@ -168,15 +168,14 @@ TEST_F(SimDriver, TargetMemoryIsAPlatformServiceTheCacheReadsThrough)
     auto* memory = QueryAs<IQPlatformMemory>(service, Ids::IQPlatformMemory);
     auto* memory3 = QueryAs<IQPlatformMemory3>(service, Ids::IQPlatformMemory3);
     auto image = FirmwareImage("hello");
-    ASSERT_EQ(
-        memory2->Write(0x08000000, 0x08000000 + static_cast<TargetAddress>(image.size()) - 1, image.data()),
-        S_OK);
+    ASSERT_EQ(memory2->Write(0x08000000, 0x08000000 + static_cast<uint32_t>(image.size()) - 1, image.data()),
+              S_OK);
 
     CCacheMemory cache(memory, memory2, memory3, VARIANT_TRUE);
     EXPECT_EQ(cache.PageSize(), 0x400u) << "the platform's own page size";
     const CMemoryArea flash{0x08000000, 0x080FFFFF};
     std::vector<uint8_t> back(image.size());
-    ASSERT_EQ(cache.Read(0x08000000, 0x08000000 + static_cast<TargetAddress>(image.size()) - 1, back.data(),
+    ASSERT_EQ(cache.Read(0x08000000, 0x08000000 + static_cast<uint32_t>(image.size()) - 1, back.data(),
                          {&flash, 1}),
               S_OK);
     EXPECT_EQ(back, image);

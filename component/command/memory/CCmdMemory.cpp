@@ -1,21 +1,16 @@
 #include "component/command/memory/CCmdMemory.h"
 
+#include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <utility>
 
 #include "boundary/Ids.h"
 #include "boundary/interfaces/Component.h"
 #include "component/command/CmdMessages.h"
-#include "component/frame/StringTable.h"
 
 namespace
 {
-
-constexpr uint32_t TextNotEnough = 30001;
-constexpr uint32_t TextTooMany = 30002;
-constexpr uint32_t TextNotValid = 30008;
-constexpr uint32_t TextUnknownError = 30009;
-constexpr uint32_t TextNotSupported = 30010;
 
 constexpr uint32_t AllAreas = 0xFFFFFFFF;
 
@@ -40,6 +35,18 @@ template <class T, class Op> std::optional<std::vector<uint8_t>> Evaluated(Op op
     if (op(value) != S_OK)
         return std::nullopt;
     return Store(value);
+}
+
+// A real that the evaluator's integer texts cannot show.
+std::string RealText(double value)
+{
+    if (std::isnan(value))
+        return "NaN";
+    if (std::isinf(value))
+        return value < 0 ? "-Inf" : "Inf";
+    char text[32];
+    std::snprintf(text, sizeof text, "%.6G", value);
+    return text;
 }
 
 std::string AsciiText(uint8_t c)
@@ -104,20 +111,19 @@ VariantBool CCmdMemory::VerifyFlagOf(const CArgKeyword& verify)
     return verify.Selected == 1 ? VARIANT_FALSE : VARIANT_TRUE;
 }
 
-CArgNumberUnsigned CCmdMemory::AddressArgument(IQMemoryManagerCmdLine5& manager) const
+CArgNumberUnsigned CCmdMemory::AddressArgument(AddressRange map, const CCmdEvaluator& evaluator,
+                                               std::string name)
 {
-    TargetAddress low = 0, high = 0;
-    if (Failed(manager.GetAreaBounds(AllAreas, low, high)))
-        low = high = 0;
-    return CArgNumberUnsigned(true, 0, &Evaluator, 0, low, high);
+    return CArgNumberUnsigned(true, 0, &evaluator, 0, map.First().Value(), map.Last().Value(),
+                              std::move(name));
 }
 
-TargetAddress CCmdMemory::HighestAddress(IQMemoryManagerCmdLine5& manager)
+AddressRange CCmdMemory::MapBounds(IQMemoryManagerCmdLine5& manager)
 {
-    TargetAddress low = 0, high = 0;
+    TargetAddress low, high;
     if (Failed(manager.GetAreaBounds(AllAreas, low, high)))
-        return 0;
-    return high;
+        return AddressRange(0, 0);
+    return AddressRange::Between(low, high).value_or(AddressRange(0, 0));
 }
 
 std::string CCmdMemory::FailureText(IQMemoryManagerCmdLine5& manager, HRESULT hr)
@@ -130,11 +136,16 @@ bool CCmdMemory::HasErrorReporter(IQMemoryManagerCmdLine5& manager)
     return QueryAs<IQErrorReporter>(&manager, Ids::IQErrorReporter) != nullptr;
 }
 
-std::optional<std::string> CCmdMemory::FormatUnit(int32_t mode, const uint8_t* unit, int32_t radix) const
+std::optional<std::string> CCmdMemory::FormatUnit(IQEvaluator2* evaluator, int32_t mode, const uint8_t* unit,
+                                                  int32_t radix)
 {
     if (mode == ModeAscii)
         return AsciiText(unit[0]);
-    IQEvaluator2* evaluator = Evaluator.Interface();
+    if (mode == ModeSingle || mode == ModeDouble) {
+        const double real = mode == ModeSingle ? Load<float>(unit) : Load<double>(unit);
+        if (!std::isfinite(real))
+            return RealText(real);
+    }
     if (evaluator == nullptr)
         return std::nullopt;
     std::string text;
@@ -158,19 +169,21 @@ std::optional<std::string> CCmdMemory::FormatUnit(int32_t mode, const uint8_t* u
     default:
         break;
     }
+    if (hr != S_OK && (mode == ModeSingle || mode == ModeDouble))
+        return RealText(mode == ModeSingle ? Load<float>(unit) : Load<double>(unit));
     if (hr != S_OK)
         return std::nullopt;
     return WithoutHexPrefix(std::move(text));
 }
 
-std::optional<std::vector<uint8_t>> CCmdMemory::EvaluateUnit(int32_t mode, const std::string& text) const
+std::optional<std::vector<uint8_t>> CCmdMemory::EvaluateUnit(IQEvaluator2* evaluator, int32_t mode,
+                                                             const std::string& text)
 {
     if (mode == ModeAscii) {
         if (text.size() != 1)
             return std::nullopt;
         return std::vector<uint8_t>{static_cast<uint8_t>(text[0])};
     }
-    IQEvaluator2* evaluator = Evaluator.Interface();
     if (evaluator == nullptr)
         return std::nullopt;
     switch (mode) {
@@ -189,12 +202,12 @@ std::optional<std::vector<uint8_t>> CCmdMemory::EvaluateUnit(int32_t mode, const
     }
 }
 
-std::string CCmdMemory::AddressText(TargetAddress address) const
+std::string CCmdMemory::AddressText(IQEvaluator2* evaluator, TargetAddress address)
 {
     std::string text;
-    IQEvaluator2* evaluator = Evaluator.Interface();
     if (evaluator == nullptr ||
-        evaluator->FormatAddress(address, VARIANT_FALSE, VARIANT_FALSE, VARIANT_FALSE, text) != S_OK ||
+        evaluator->FormatAddress(address.Value(), VARIANT_FALSE, VARIANT_FALSE, VARIANT_FALSE, text) !=
+            S_OK ||
         text.empty())
         return "Invalid address";
     return WithoutHexPrefix(std::move(text));
@@ -204,29 +217,4 @@ void CCmdMemory::NotifyMemoryChanged() const
 {
     if (memoryChanged_)
         memoryChanged_();
-}
-
-std::string CCmdMemory::NotSupported()
-{
-    return StringTable::Load(TextNotSupported);
-}
-
-std::string CCmdMemory::TooMany()
-{
-    return StringTable::Load(TextTooMany);
-}
-
-std::string CCmdMemory::NotValid()
-{
-    return StringTable::Load(TextNotValid);
-}
-
-std::string CCmdMemory::UnknownError()
-{
-    return StringTable::Load(TextUnknownError);
-}
-
-std::string CCmdMemory::NotEnough()
-{
-    return StringTable::Load(TextNotEnough);
 }

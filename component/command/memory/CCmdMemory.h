@@ -10,10 +10,14 @@
 #include "component/command/CArgKeyword.h"
 #include "component/command/CArgNumberUnsigned.h"
 #include "component/command/CCmd.h"
+#include "component/command/CmdParse.h"
 
 // The base of the memory commands: the mode and verify keywords, address
 // arguments bounded by the memory map, the manager's failure texts, and values
 // of a mode turned into text and back through the session's evaluator.
+//
+// Each command parses its line by a static Parse of the text, the map's
+// bounds and an evaluator, and its Run is the manager call and the text.
 class CCmdMemory : public CCmd
 {
 public:
@@ -31,6 +35,24 @@ public:
         ModeDouble = 5,
     };
 
+    // The lowest start and the highest end of the map; an empty map, or a
+    // manager that cannot tell, gives address 0 alone.
+    static AddressRange MapBounds(IQMemoryManagerCmdLine5& manager);
+
+    // One unit of memory as this system's own value (as the ...Values
+    // operations hold it), in text without a hexadecimal prefix. radix 0 is
+    // the session's radix. An "ascii" unit is its character, "." for zero and
+    // "?" for anything else that cannot be shown; a real that no integer
+    // text shows is "NaN", "Inf", "-Inf" or its decimal exponent form.
+    static std::optional<std::string> FormatUnit(IQEvaluator2* evaluator, int32_t mode, const uint8_t* unit,
+                                                 int32_t radix);
+    // Text to one unit in this system's byte order, in the session's radix;
+    // "ascii" takes exactly one character.
+    static std::optional<std::vector<uint8_t>> EvaluateUnit(IQEvaluator2* evaluator, int32_t mode,
+                                                            const std::string& text);
+    // The address in hexadecimal without prefix, or "Invalid address".
+    static std::string AddressText(IQEvaluator2* evaluator, TargetAddress address);
+
 protected:
     CCmdMemory(IQServiceRegistry* host, std::string fullName, std::string abbreviation,
                std::string parameterText, MemoryChanged memoryChanged);
@@ -42,37 +64,17 @@ protected:
     static CArgKeyword ModeArgument();
     // Optional, "verify" by default.
     static CArgKeyword VerifyArgument();
+    // A required address within the map.
+    static CArgNumberUnsigned AddressArgument(AddressRange map, const CCmdEvaluator& evaluator,
+                                              std::string name);
     static AccessSize AccessSizeOf(int32_t mode);
     static VariantBool VerifyFlagOf(const CArgKeyword& verify);
-
-    // A required address within the lowest start and the highest end of the
-    // map; an empty map lets only address 0 pass.
-    CArgNumberUnsigned AddressArgument(IQMemoryManagerCmdLine5& manager) const;
-    static TargetAddress HighestAddress(IQMemoryManagerCmdLine5& manager);
 
     // What the manager says of a failed result, or "Unknown error code".
     static std::string FailureText(IQMemoryManagerCmdLine5& manager, HRESULT hr);
     static bool HasErrorReporter(IQMemoryManagerCmdLine5& manager);
 
-    // One unit of memory as this system's own value (as the ...Values
-    // operations hold it), in text without a hexadecimal prefix. radix 0 is
-    // the session's radix. An "ascii" unit is its character, "." for zero and
-    // "?" for anything else that cannot be shown.
-    std::optional<std::string> FormatUnit(int32_t mode, const uint8_t* unit, int32_t radix) const;
-    // Text to one unit in this system's byte order, in the session's radix;
-    // "ascii" takes exactly one character.
-    std::optional<std::vector<uint8_t>> EvaluateUnit(int32_t mode, const std::string& text) const;
-    // The address in hexadecimal without prefix, or "Invalid address".
-    std::string AddressText(TargetAddress address) const;
-
     void NotifyMemoryChanged() const;
-
-    // Fixed framework messages.
-    static std::string NotSupported(); // the platform lacks the operation
-    static std::string TooMany();      // text left after the last argument
-    static std::string NotValid();     // a line that fits no form
-    static std::string UnknownError(); // a count no line can give
-    static std::string NotEnough();    // a required argument missing
 
 private:
     MemoryChanged memoryChanged_;

@@ -7,6 +7,12 @@
 class CCmdMemoryCompare : public CCmdMemory
 {
 public:
+    struct Args {
+        TargetAddress Start, End, Destination;
+        AccessSize Size;
+    };
+
     CCmdMemoryCompare(IQServiceRegistry* host, MemoryChanged memoryChanged);
+    static Parsed<Args> Parse(const std::string& text, AddressRange map, const CCmdEvaluator& evaluator);
     HRESULT Run(const std::string& text, std::string& message, bool& continuing) override;
 };

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "boundary/ScopeGuard.h"
 #include "component/command/CmdMessages.h"
 #include "component/command/CmdTokens.h"
 
@@ -10,34 +11,16 @@ namespace
 
 constexpr uint64_t DefaultLength = 0x100;
 constexpr uint64_t MaximumLength = 0x4000;
-constexpr uint64_t AddressSpaceEnd = 0xFFFFFFFF;
 constexpr size_t RowBytes = 16;
 
-// Switches the session to radix 16 for its lifetime, so that every way out
-// of a display gives the user's radix back.
-class HexRadix
+// Whether nothing follows the second token of the line.
+bool EndsAfterSecondToken(std::string_view text)
 {
-public:
-    explicit HexRadix(IQEvaluator2* evaluator) : evaluator_(evaluator)
-    {
-        if (evaluator_ == nullptr || evaluator_->GetRadix(saved_) != S_OK) {
-            evaluator_ = nullptr;
-            return;
-        }
-        evaluator_->SetRadix(16);
-    }
-    ~HexRadix()
-    {
-        if (evaluator_ != nullptr)
-            evaluator_->SetRadix(saved_);
-    }
-    HexRadix(const HexRadix&) = delete;
-    HexRadix& operator=(const HexRadix&) = delete;
-
-private:
-    IQEvaluator2* evaluator_;
-    int32_t saved_ = 16;
-};
+    int32_t quoteKind = 0;
+    ReadToken(text, quoteKind);
+    ReadToken(text, quoteKind);
+    return HasNoMoreText(text);
+}
 
 } // namespace
 
@@ -46,86 +29,80 @@ CCmdMemoryDisplay::CCmdMemoryDisplay(IQServiceRegistry* host, MemoryChanged memo
 {
 }
 
+Parsed<CCmdMemoryDisplay::Args> CCmdMemoryDisplay::Parse(const std::string& text, AddressRange map,
+                                                         const CCmdEvaluator& evaluator)
+{
+    CArgNumberUnsigned address = AddressArgument(map, evaluator, "<address>");
+    CArgNumberUnsigned length(false, 0, &evaluator, DefaultLength, 0, MaximumLength, "<length>");
+    CArgKeyword mode = ModeArgument();
+    if (auto refused = ParseLine(text, {&address, &length, &mode}, MessageNotValid())) {
+        // A length out of range alone reads as a line of no known form; with
+        // more after it, the range is worth telling.
+        if (length.Error == CArg::ErrorRange && EndsAfterSecondToken(text))
+            refused->Message = MessageNotValid();
+        return *refused;
+    }
+
+    const TargetAddress first(static_cast<uint32_t>(address.Value));
+    const AccessSize size = AccessSizeOf(mode.Selected);
+    const uint64_t end = uint64_t{first.Value()} + length.Value - 1;
+    // One byte past the map is let through, and so is one past the top of
+    // the address space; a map up to the top has no limit of its own.
+    const bool leavesMap = map.Last() != TargetAddress::Top() && end > uint64_t{map.Last().Value()} + 1;
+    const bool wraps = end > TargetAddress::SpaceSize;
+    if (leavesMap || wraps || length.Value < size)
+        return CmdRefusal{MessageInvalid("<length>")};
+    const auto bytes = static_cast<uint32_t>(length.Value - length.Value % size);
+    return Args{first, first.WrappingAdd(bytes - 1), bytes, mode.Selected};
+}
+
 HRESULT CCmdMemoryDisplay::Run(const std::string& text, std::string& message, bool& continuing)
 {
     continuing = false;
     message.clear();
     IQMemoryManagerCmdLine5* manager = Manager();
     if (manager == nullptr) {
-        message = NotSupported();
+        message = MessageNotSupported();
         return S_OK;
     }
-    CArgNumberUnsigned address = AddressArgument(*manager);
-    CArgNumberUnsigned length(false, 0, &Evaluator, DefaultLength, 0, MaximumLength);
-    CArgKeyword mode = ModeArgument();
-    std::string_view cursor = text;
-    switch (ParseArguments(cursor, {&address, &length, &mode})) {
-    case 0:
-        message = ArgumentMessage(address, "<address>");
-        return E_FAIL;
-    case 1: {
-        // Only a length out of range stops here. Alone it reads as a line of
-        // no known form; with more after it, the range is worth telling.
-        int32_t quoteKind = 0;
-        ReadToken(cursor, quoteKind);
-        message = HasNoMoreText(cursor) ? NotValid() : ArgumentMessage(length, "<length>");
-        return E_FAIL;
-    }
-    case 3:
-        break;
-    default:
-        message = UnknownError();
-        return E_FAIL;
-    }
-    if (!HasNoMoreText(cursor)) {
-        message = NotValid();
-        return E_FAIL;
-    }
-
-    const auto first = static_cast<TargetAddress>(address.Value);
-    const AccessSize size = AccessSizeOf(mode.Selected);
-    auto bytes = static_cast<TargetAddress>(length.Value);
-    TargetAddress last = first + bytes - 1;
-    const uint64_t highest = HighestAddress(*manager);
-    // One byte past the map is let through; a map up to the top has no limit.
-    const bool leavesMap = highest != AddressSpaceEnd && uint64_t{last} > highest + 1;
-    const bool wraps = last < first && last != 0;
-    if (leavesMap || wraps || bytes < size) {
-        message = MessageInvalid("<length>");
-        return E_FAIL;
-    }
-    bytes -= bytes % size;
-    last = first + bytes - 1;
-
-    std::vector<uint8_t> values(bytes);
-    HRESULT hr = manager->ReadMemoryValues(first, last, size, values.data());
+    const CCmdEvaluator evaluator = Evaluator.Snapshot();
+    const auto args = Parse(text, MapBounds(*manager), evaluator);
+    if (!args)
+        return args.Answer(message);
+    std::vector<uint8_t> values(args->Bytes);
+    HRESULT hr = manager->ReadMemoryValues(args->First, args->Last, AccessSizeOf(args->Mode), values.data());
     if (Failed(hr)) {
         message = FailureText(*manager, hr);
         return S_OK;
     }
-    message = Rows(first, values, mode.Selected);
+    message = Rows(evaluator.Interface(), args->First, values, args->Mode);
     return S_OK;
 }
 
-std::string CCmdMemoryDisplay::Rows(TargetAddress address, const std::vector<uint8_t>& values,
-                                    int32_t mode) const
+std::string CCmdMemoryDisplay::Rows(IQEvaluator2* evaluator, TargetAddress address,
+                                    const std::vector<uint8_t>& values, int32_t mode)
 {
     const size_t size = AccessSizeOf(mode);
     // Characters need no radix: an "ascii" display leaves the session alone.
-    std::optional<HexRadix> hex;
-    if (mode != ModeAscii)
-        hex.emplace(Evaluator.Interface());
+    int32_t saved = 16;
+    const bool hex = mode != ModeAscii && evaluator != nullptr && evaluator->GetRadix(saved) == S_OK;
+    if (hex)
+        evaluator->SetRadix(16);
+    ScopeGuard restore([&] {
+        if (hex)
+            evaluator->SetRadix(saved);
+    });
     std::string text;
     for (size_t offset = 0; offset < values.size(); offset += size) {
-        const uint64_t at = uint64_t{address} + offset;
-        if (at > AddressSpaceEnd)
+        const auto at = address.CheckedAdd(offset);
+        if (!at)
             break;
         if (offset % RowBytes == 0) {
             if (offset != 0)
                 text += "\r\n";
-            text += AddressText(static_cast<TargetAddress>(at)) + "  ";
+            text += AddressText(evaluator, *at) + "  ";
         }
-        text += FormatUnit(mode, values.data() + offset, 16).value_or("");
+        text += FormatUnit(evaluator, mode, values.data() + offset, 16).value_or("");
         if (mode != ModeAscii)
             text += ' ';
     }

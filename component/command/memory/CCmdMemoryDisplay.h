@@ -7,9 +7,18 @@
 class CCmdMemoryDisplay : public CCmdMemory
 {
 public:
+    struct Args {
+        TargetAddress First, Last;
+        // A whole number of units.
+        uint32_t Bytes;
+        int32_t Mode;
+    };
+
     CCmdMemoryDisplay(IQServiceRegistry* host, MemoryChanged memoryChanged);
+    static Parsed<Args> Parse(const std::string& text, AddressRange map, const CCmdEvaluator& evaluator);
     HRESULT Run(const std::string& text, std::string& message, bool& continuing) override;
 
-private:
-    std::string Rows(TargetAddress address, const std::vector<uint8_t>& values, int32_t mode) const;
+    // The rows of values read from address on.
+    static std::string Rows(IQEvaluator2* evaluator, TargetAddress address,
+                            const std::vector<uint8_t>& values, int32_t mode);
 };

@@ -9,14 +9,12 @@
 namespace
 {
 
-constexpr uint64_t AddressSpaceEnd = 0xFFFFFFFF;
-
 // Whether the unit of size bytes at address lies wholly at or below last,
-// without wrapping past the top of the address space.
+// without running past the top of the address space.
 bool UnitFits(TargetAddress address, uint32_t size, TargetAddress last)
 {
-    const uint64_t end = uint64_t{address} + size - 1;
-    return end <= AddressSpaceEnd && end <= last;
+    const auto unit = AddressRange::Sized(address, size);
+    return unit && unit->Last() <= last;
 }
 
 } // namespace
@@ -26,47 +24,39 @@ CCmdMemoryEdit::CCmdMemoryEdit(IQServiceRegistry* host, MemoryChanged memoryChan
 {
 }
 
+Parsed<CCmdMemoryEdit::Args> CCmdMemoryEdit::Parse(const std::string& text, AddressRange map,
+                                                   const CCmdEvaluator& evaluator)
+{
+    CArgNumberUnsigned address = AddressArgument(map, evaluator, "<address>");
+    CArgKeyword mode = ModeArgument();
+    CArgKeyword verify = VerifyArgument();
+    if (auto refused = ParseLine(text, {&address, &mode, &verify}, MessageNotValid()))
+        return *refused;
+    const TargetAddress start(static_cast<uint32_t>(address.Value));
+    if (!UnitFits(start, AccessSizeOf(mode.Selected), map.Last()))
+        return CmdRefusal{MessageInvalid("<address>")};
+    return Args{start, mode.Selected, VerifyFlagOf(verify)};
+}
+
 HRESULT CCmdMemoryEdit::Run(const std::string& text, std::string& message, bool& continuing)
 {
     continuing = false;
     message.clear();
     Mode = -1;
-    Verify = VARIANT_TRUE;
-    Current = Last = 0;
-    UnitSize = 0;
     Manager = CCmdMemory::Manager();
     if (Manager == nullptr) {
-        message = NotSupported();
+        message = MessageNotSupported();
         return S_OK;
     }
-    Last = HighestAddress(*Manager);
-    CArgNumberUnsigned address = AddressArgument(*Manager);
-    CArgKeyword mode = ModeArgument();
-    CArgKeyword verify = VerifyArgument();
-    std::string_view cursor = text;
-    switch (ParseArguments(cursor, {&address, &mode, &verify})) {
-    case 0:
-        message = ArgumentMessage(address, "<address>");
-        return E_FAIL;
-    case 3:
-        break;
-    default:
-        message = UnknownError();
-        return E_FAIL;
-    }
-    if (!HasNoMoreText(cursor)) {
-        message = NotValid();
-        return E_FAIL;
-    }
-    UnitSize = AccessSizeOf(mode.Selected);
-    const auto start = static_cast<TargetAddress>(address.Value);
-    if (!UnitFits(start, UnitSize, Last)) {
-        message = MessageInvalid("<address>");
-        return E_FAIL;
-    }
-    Mode = mode.Selected;
-    Verify = VerifyFlagOf(verify);
-    Current = start;
+    const AddressRange map = MapBounds(*Manager);
+    const auto args = Parse(text, map, Evaluator.Snapshot());
+    if (!args)
+        return args.Answer(message);
+    Mode = args->Mode;
+    UnitSize = AccessSizeOf(Mode);
+    Verify = args->Verify;
+    Current = args->Start;
+    Last = map.Last();
     BuildPrompt();
     continuing = true;
     return S_OK;
@@ -86,17 +76,17 @@ HRESULT CCmdMemoryEdit::Continue(const std::string& line, std::string& message, 
     }
     if (input.Value == "^") {
         // No lower limit: stepping back from address 0 goes on at the top.
-        Current -= UnitSize;
+        Current = Current.WrappingSub(UnitSize);
         BuildPrompt();
         return S_OK;
     }
     if (!input.Value.empty()) {
-        auto value = EvaluateUnit(Mode, input.Value);
+        auto value = EvaluateUnit(Evaluator.Interface(), Mode, input.Value);
         if (!value) {
-            message = NotValid();
+            message = MessageNotValid();
             return S_OK;
         }
-        HRESULT hr = Manager->WriteMemoryValuesVerified(Current, Current + UnitSize - 1, Verify,
+        HRESULT hr = Manager->WriteMemoryValuesVerified(Current, Current.WrappingAdd(UnitSize - 1), Verify,
                                                         static_cast<AccessSize>(UnitSize), value->data());
         if (Failed(hr)) {
             message = FailureText(*Manager, hr);
@@ -122,18 +112,21 @@ void CCmdMemoryEdit::Finish(bool& continuing)
 
 bool CCmdMemoryEdit::StepOn()
 {
-    const TargetAddress previous = Current;
-    Current += UnitSize;
-    return Current > previous && Current <= Last && UnitFits(Current, UnitSize, Last);
+    const auto next = Current.CheckedAdd(UnitSize);
+    if (!next || !UnitFits(*next, UnitSize, Last))
+        return false;
+    Current = *next;
+    return true;
 }
 
 void CCmdMemoryEdit::BuildPrompt()
 {
-    Prompt = AddressText(Current);
+    IQEvaluator2* evaluator = Evaluator.Interface();
+    Prompt = AddressText(evaluator, Current);
     std::vector<uint8_t> unit(UnitSize);
-    if (Failed(Manager->ReadMemoryValues(Current, Current + UnitSize - 1, static_cast<AccessSize>(UnitSize),
-                                         unit.data())))
+    if (Failed(Manager->ReadMemoryValues(Current, Current.WrappingAdd(UnitSize - 1),
+                                         static_cast<AccessSize>(UnitSize), unit.data())))
         return;
-    if (auto value = FormatUnit(Mode, unit.data(), 0))
+    if (auto value = FormatUnit(evaluator, Mode, unit.data(), 0))
         Prompt += " " + *value;
 }

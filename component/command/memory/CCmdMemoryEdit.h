@@ -7,7 +7,14 @@
 class CCmdMemoryEdit : public CCmdMemory
 {
 public:
+    struct Args {
+        TargetAddress Start;
+        int32_t Mode;
+        VariantBool Verify;
+    };
+
     CCmdMemoryEdit(IQServiceRegistry* host, MemoryChanged memoryChanged);
+    static Parsed<Args> Parse(const std::string& text, AddressRange map, const CCmdEvaluator& evaluator);
     HRESULT Run(const std::string& text, std::string& message, bool& continuing) override;
     HRESULT Continue(const std::string& line, std::string& message, bool& continuing) override;
 
@@ -19,8 +26,8 @@ private:
 
     int32_t Mode = -1;
     VariantBool Verify = VARIANT_TRUE;
-    TargetAddress Current = 0;
-    TargetAddress Last = 0;
+    TargetAddress Current;
+    TargetAddress Last;
     uint32_t UnitSize = 0;
     // Held for the length of one edit only.
     IQMemoryManagerCmdLine5* Manager = nullptr;

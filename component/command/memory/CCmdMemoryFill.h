@@ -7,6 +7,15 @@
 class CCmdMemoryFill : public CCmdMemory
 {
 public:
+    struct Args {
+        AddressRange Range;
+        // One unit of the value, in this system's byte order.
+        std::vector<uint8_t> Value;
+        AccessSize Size;
+        VariantBool Verify;
+    };
+
     CCmdMemoryFill(IQServiceRegistry* host, MemoryChanged memoryChanged);
+    static Parsed<Args> Parse(const std::string& text, AddressRange map, const CCmdEvaluator& evaluator);
     HRESULT Run(const std::string& text, std::string& message, bool& continuing) override;
 };

@@ -4,7 +4,6 @@
 
 #include "component/command/CArgString.h"
 #include "component/command/CmdMessages.h"
-#include "component/command/CmdTokens.h"
 #include "component/frame/StringTable.h"
 
 namespace
@@ -43,58 +42,49 @@ std::optional<std::vector<uint8_t>> CCmdMemoryFind::Pattern(uint64_t value, Acce
     return pattern;
 }
 
+Parsed<CCmdMemoryFind::Args> CCmdMemoryFind::Parse(const std::string& text, AddressRange map,
+                                                   const CCmdEvaluator& evaluator)
+{
+    CArgNumberUnsigned start = AddressArgument(map, evaluator, "<start>");
+    CArgNumberUnsigned end = AddressArgument(map, evaluator, "<end>");
+    // This command tells of its addresses only that they are missing.
+    start.Refusal = end.Refusal = MessageNotEnough();
+    CArgString string(true, "", "<string>");
+    CArgKeyword mode = ModeArgument();
+    if (auto refused = ParseLine(text, {&start, &end, &string, &mode}, MessageTooMany()))
+        return *refused;
+
+    const std::string wanted = TrimBlanks(string.Value);
+    uint64_t value = 0;
+    if (wanted.empty() || !evaluator.TextToUInt64(wanted, 0, value))
+        return CmdRefusal{MessageInvalid("<string>")};
+    auto pattern = Pattern(value, AccessSizeOf(mode.Selected));
+    if (!pattern)
+        return CmdRefusal{MessageInvalid("<string>"), S_OK};
+    return Args{static_cast<uint32_t>(start.Value), static_cast<uint32_t>(end.Value), std::move(*pattern)};
+}
+
 HRESULT CCmdMemoryFind::Run(const std::string& text, std::string& message, bool& continuing)
 {
     continuing = false;
     message.clear();
     IQMemoryManagerCmdLine5* manager = Manager();
     if (manager == nullptr || (manager->GetCanFind() != S_OK && manager->GetCanFindAlternate() != S_OK)) {
-        message = NotSupported();
+        message = MessageNotSupported();
         return S_OK;
     }
-    CArgNumberUnsigned start = AddressArgument(*manager);
-    CArgNumberUnsigned end = AddressArgument(*manager);
-    CArgString string(true, "");
-    CArgKeyword mode = ModeArgument();
-    std::string_view cursor = text;
-    switch (ParseArguments(cursor, {&start, &end, &string, &mode})) {
-    case 0:
-    case 1:
-        message = NotEnough();
-        return E_FAIL;
-    case 2:
-    case 3:
-        message = MessageEmpty("<string>");
-        return E_FAIL;
-    default:
-        break;
-    }
-    if (!HasNoMoreText(cursor)) {
-        message = TooMany();
-        return E_FAIL;
-    }
-
-    const std::string wanted = TrimBlanks(string.Value);
-    uint64_t value = 0;
-    if (wanted.empty() || !Evaluator.TextToUInt64(wanted, 0, value)) {
-        message = MessageInvalid("<string>");
-        return E_FAIL;
-    }
-    const AccessSize size = AccessSizeOf(mode.Selected);
-    auto pattern = Pattern(value, size);
-    if (!pattern) {
-        message = MessageInvalid("<string>");
-        return S_OK;
-    }
+    const auto args = Parse(text, MapBounds(*manager), Evaluator.Snapshot());
+    if (!args)
+        return args.Answer(message);
+    const auto size = static_cast<uint32_t>(args->Pattern.size());
     const std::vector<uint8_t> mask(size, 0xFF);
-    TargetAddress found = 0;
-    HRESULT hr =
-        manager->FindMemory(static_cast<TargetAddress>(start.Value), static_cast<TargetAddress>(end.Value),
-                            AnyFlag, AnyFlag, size, pattern->data(), mask.data(), found);
+    TargetAddress found;
+    HRESULT hr = manager->FindMemory(args->Start, args->End, AnyFlag, AnyFlag, size, args->Pattern.data(),
+                                     mask.data(), found);
     if (Failed(hr)) {
         message = FailureText(*manager, hr);
         return S_OK;
     }
-    message = FormatText("String found at memory address H'%08X", found);
+    message = FormatText("String found at memory address H'%08X", found.Value());
     return S_OK;
 }

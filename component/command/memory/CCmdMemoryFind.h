@@ -7,7 +7,13 @@
 class CCmdMemoryFind : public CCmdMemory
 {
 public:
+    struct Args {
+        TargetAddress Start, End;
+        std::vector<uint8_t> Pattern;
+    };
+
     CCmdMemoryFind(IQServiceRegistry* host, MemoryChanged memoryChanged);
+    static Parsed<Args> Parse(const std::string& text, AddressRange map, const CCmdEvaluator& evaluator);
     HRESULT Run(const std::string& text, std::string& message, bool& continuing) override;
 
 private:

@@ -3,12 +3,25 @@
 #include <utility>
 
 #include "component/command/CmdMessages.h"
-#include "component/command/CmdTokens.h"
 
 CCmdMemoryMove::CCmdMemoryMove(IQServiceRegistry* host, MemoryChanged memoryChanged)
     : CCmdMemory(host, "memory_move", "mv", "<start> <end> <destination> [<verify>] [<mode>]",
                  std::move(memoryChanged))
 {
+}
+
+Parsed<CCmdMemoryMove::Args> CCmdMemoryMove::Parse(const std::string& text, AddressRange map,
+                                                   const CCmdEvaluator& evaluator)
+{
+    CArgNumberUnsigned start = AddressArgument(map, evaluator, "<start>");
+    CArgNumberUnsigned end = AddressArgument(map, evaluator, "<end>");
+    CArgNumberUnsigned destination = AddressArgument(map, evaluator, "<dest>");
+    CArgKeyword verify = VerifyArgument();
+    CArgKeyword mode = ModeArgument();
+    if (auto refused = ParseLine(text, {&start, &end, &destination, &verify, &mode}, MessageTooMany()))
+        return *refused;
+    return Args{static_cast<uint32_t>(start.Value), static_cast<uint32_t>(end.Value),
+                static_cast<uint32_t>(destination.Value), VerifyFlagOf(verify), AccessSizeOf(mode.Selected)};
 }
 
 HRESULT CCmdMemoryMove::Run(const std::string& text, std::string& message, bool& continuing)
@@ -17,41 +30,16 @@ HRESULT CCmdMemoryMove::Run(const std::string& text, std::string& message, bool&
     message.clear();
     IQMemoryManagerCmdLine5* manager = Manager();
     if (manager == nullptr || manager->GetCanCopy() != S_OK) {
-        message = NotSupported();
+        message = MessageNotSupported();
         return S_OK;
     }
-    CArgNumberUnsigned start = AddressArgument(*manager);
-    CArgNumberUnsigned end = AddressArgument(*manager);
-    CArgNumberUnsigned destination = AddressArgument(*manager);
-    CArgKeyword verify = VerifyArgument();
-    CArgKeyword mode = ModeArgument();
-    std::string_view cursor = text;
-    switch (ParseArguments(cursor, {&start, &end, &destination, &verify, &mode})) {
-    case 0:
-        message = ArgumentMessage(start, "<start>");
-        return E_FAIL;
-    case 1:
-        message = ArgumentMessage(end, "<end>");
-        return E_FAIL;
-    case 2:
-        message = ArgumentMessage(destination, "<dest>");
-        return E_FAIL;
-    case 5:
-        break;
-    default:
-        message = UnknownError();
-        return E_FAIL;
-    }
-    if (!HasNoMoreText(cursor)) {
-        message = TooMany();
-        return E_FAIL;
-    }
+    const auto args = Parse(text, MapBounds(*manager), Evaluator.Snapshot());
+    if (!args)
+        return args.Answer(message);
     uint8_t first = 0, second = 0;
-    TargetAddress address = 0;
-    HRESULT hr =
-        manager->CopyMemory(static_cast<TargetAddress>(start.Value), static_cast<TargetAddress>(end.Value),
-                            static_cast<TargetAddress>(destination.Value), VerifyFlagOf(verify),
-                            AccessSizeOf(mode.Selected), first, second, address);
+    TargetAddress address;
+    HRESULT hr = manager->CopyMemory(args->Start, args->End, args->Destination, args->Verify, args->Size,
+                                     first, second, address);
     if (Failed(hr))
         message = FailureText(*manager, hr);
     NotifyMemoryChanged();

@@ -6,6 +6,13 @@
 class CCmdMemoryMove : public CCmdMemory
 {
 public:
+    struct Args {
+        TargetAddress Start, End, Destination;
+        VariantBool Verify;
+        AccessSize Size;
+    };
+
     CCmdMemoryMove(IQServiceRegistry* host, MemoryChanged memoryChanged);
+    static Parsed<Args> Parse(const std::string& text, AddressRange map, const CCmdEvaluator& evaluator);
     HRESULT Run(const std::string& text, std::string& message, bool& continuing) override;
 };

@@ -3,11 +3,20 @@
 #include <utility>
 
 #include "component/command/CmdMessages.h"
-#include "component/command/CmdTokens.h"
 
 CCmdMemoryTest::CCmdMemoryTest(IQServiceRegistry* host, MemoryChanged memoryChanged)
     : CCmdMemory(host, "memory_test", "mt", "<start> <end>", std::move(memoryChanged))
 {
+}
+
+Parsed<CCmdMemoryTest::Args> CCmdMemoryTest::Parse(const std::string& text, AddressRange map,
+                                                   const CCmdEvaluator& evaluator)
+{
+    CArgNumberUnsigned start = AddressArgument(map, evaluator, "<start>");
+    CArgNumberUnsigned end = AddressArgument(map, evaluator, "<end>");
+    if (auto refused = ParseLine(text, {&start, &end}, MessageTooMany()))
+        return *refused;
+    return Args{static_cast<uint32_t>(start.Value), static_cast<uint32_t>(end.Value)};
 }
 
 HRESULT CCmdMemoryTest::Run(const std::string& text, std::string& message, bool& continuing)
@@ -16,28 +25,13 @@ HRESULT CCmdMemoryTest::Run(const std::string& text, std::string& message, bool&
     message.clear();
     IQMemoryManagerCmdLine5* manager = Manager();
     if (manager == nullptr || manager->GetCanTest() != S_OK) {
-        message = NotSupported();
+        message = MessageNotSupported();
         return S_OK;
     }
-    CArgNumberUnsigned start = AddressArgument(*manager);
-    CArgNumberUnsigned end = AddressArgument(*manager);
-    std::string_view cursor = text;
-    switch (ParseArguments(cursor, {&start, &end})) {
-    case 0:
-        message = ArgumentMessage(start, "<start>");
-        return E_FAIL;
-    case 1:
-        message = ArgumentMessage(end, "<end>");
-        return E_FAIL;
-    default:
-        break;
-    }
-    if (!HasNoMoreText(cursor)) {
-        message = TooMany();
-        return E_FAIL;
-    }
-    HRESULT hr =
-        manager->TestMemory(static_cast<TargetAddress>(start.Value), static_cast<TargetAddress>(end.Value));
+    const auto args = Parse(text, MapBounds(*manager), Evaluator.Snapshot());
+    if (!args)
+        return args.Answer(message);
+    HRESULT hr = manager->TestMemory(args->Start, args->End);
     NotifyMemoryChanged();
     if (Failed(hr)) {
         message = FailureText(*manager, hr);

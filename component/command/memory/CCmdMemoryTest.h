@@ -6,6 +6,11 @@
 class CCmdMemoryTest : public CCmdMemory
 {
 public:
+    struct Args {
+        TargetAddress Start, End;
+    };
+
     CCmdMemoryTest(IQServiceRegistry* host, MemoryChanged memoryChanged);
+    static Parsed<Args> Parse(const std::string& text, AddressRange map, const CCmdEvaluator& evaluator);
     HRESULT Run(const std::string& text, std::string& message, bool& continuing) override;
 };

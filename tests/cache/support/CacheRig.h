@@ -21,6 +21,6 @@ inline std::vector<uint8_t> Expected(TargetAddress start, size_t count)
 {
     std::vector<uint8_t> bytes(count);
     for (size_t i = 0; i < count; ++i)
-        bytes[i] = FakeTarget::Pattern(static_cast<TargetAddress>(start + i));
+        bytes[i] = FakeTarget::Pattern(start.WrappingAdd(static_cast<uint32_t>(i)));
     return bytes;
 }

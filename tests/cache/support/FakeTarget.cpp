@@ -16,8 +16,8 @@ HRESULT FakeTarget::Read(Op op, int generation, TargetAddress start, TargetAddre
     }
     if (end < start)
         return E_INVALIDARG;
-    for (uint64_t a = start; a <= end; ++a)
-        buffer[a - start] = ByteAt(static_cast<TargetAddress>(a));
+    for (uint64_t a = start.Value(); a <= end.Value(); ++a)
+        buffer[a - start.Value()] = ByteAt(TargetAddress(static_cast<uint32_t>(a)));
     return S_OK;
 }
 
@@ -27,7 +27,7 @@ HRESULT FakeTarget::Write(Op op, int generation, TargetAddress start, TargetAddr
     calls.push_back({op, generation, start, end, size});
     if (end < start)
         return E_INVALIDARG;
-    for (uint64_t a = start; a <= end; ++a)
-        written_[static_cast<TargetAddress>(a)] = buffer[a - start];
+    for (uint64_t a = start.Value(); a <= end.Value(); ++a)
+        written_[TargetAddress(static_cast<uint32_t>(a))] = buffer[a - start.Value()];
     return writeResult;
 }

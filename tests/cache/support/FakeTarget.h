@@ -34,7 +34,7 @@ public:
 
     static uint8_t Pattern(TargetAddress address)
     {
-        return static_cast<uint8_t>((address * 2654435761u) >> 24);
+        return static_cast<uint8_t>((address.Value() * 2654435761u) >> 24);
     }
 
     uint8_t ByteAt(TargetAddress address) const;

@@ -18,13 +18,13 @@ std::string Name(const Guid& id)
 
 } // namespace
 
-HRESULT CommandHost::QueryInterface(const Guid&, void** out)
+HRESULT HelpRecordingRegistry::QueryInterface(const Guid&, void** out)
 {
     *out = nullptr;
     return E_NOINTERFACE;
 }
 
-HRESULT CommandHost::GetProviders(const Guid& id, int32_t& count, IUnknown**& array)
+HRESULT HelpRecordingRegistry::GetProviders(const Guid& id, int32_t& count, IUnknown**& array)
 {
     auto& list = providers[id];
     count = static_cast<int32_t>(list.size());
@@ -32,7 +32,7 @@ HRESULT CommandHost::GetProviders(const Guid& id, int32_t& count, IUnknown**& ar
     return S_OK;
 }
 
-HRESULT CommandHost::GetService(const Guid& id, IUnknown** out)
+HRESULT HelpRecordingRegistry::GetService(const Guid& id, IUnknown** out)
 {
     *out = nullptr;
     if (id == Ids::CommandHelpService && withHelp_)
@@ -42,20 +42,20 @@ HRESULT CommandHost::GetService(const Guid& id, IUnknown** out)
     return *out ? S_OK : E_NOINTERFACE;
 }
 
-HRESULT CommandHost::RegisterProvider(const Guid& id, IUnknown* provider)
+HRESULT HelpRecordingRegistry::RegisterProvider(const Guid& id, IUnknown* provider)
 {
     log.push_back("register " + Name(id));
     providers[id].push_back(provider);
     return S_OK;
 }
 
-HRESULT CommandHost::RegisterService(const Guid& id, IUnknown* service)
+HRESULT HelpRecordingRegistry::RegisterService(const Guid& id, IUnknown* service)
 {
     services_[id] = service;
     return S_OK;
 }
 
-HRESULT CommandHost::UnregisterProvider(const Guid& id, IUnknown* provider)
+HRESULT HelpRecordingRegistry::UnregisterProvider(const Guid& id, IUnknown* provider)
 {
     log.push_back("unregister " + Name(id));
     auto& list = providers[id];
@@ -66,52 +66,45 @@ HRESULT CommandHost::UnregisterProvider(const Guid& id, IUnknown* provider)
     return S_OK;
 }
 
-HRESULT CommandHost::UnregisterService(const Guid& id, IUnknown*)
+HRESULT HelpRecordingRegistry::UnregisterService(const Guid& id, IUnknown*)
 {
     services_.erase(id);
     return S_OK;
 }
 
-HRESULT CommandHost::AddCommandHelp(const std::string& name, const std::string& parameterText,
-                                    int32_t isAlias)
+HRESULT HelpRecordingRegistry::AddCommandHelp(const std::string& name, const std::string& parameterText,
+                                              int32_t isAlias)
 {
     log.push_back("add help " + name + " " + std::to_string(isAlias));
     help.emplace(name, parameterText, isAlias);
     return S_OK;
 }
 
-HRESULT CommandHost::RemoveCommandHelp(const std::string& name, const std::string& parameterText,
-                                       int32_t isAlias)
+HRESULT HelpRecordingRegistry::RemoveCommandHelp(const std::string& name, const std::string& parameterText,
+                                                 int32_t isAlias)
 {
     log.push_back("remove help " + name + " " + std::to_string(isAlias));
     return help.erase({name, parameterText, isAlias}) == 1 ? S_OK : E_FAIL;
 }
 
-HRESULT FakeBatchState::QueryInterface(const Guid&, void** out)
+HRESULT FakeTimingService::QueryInterface(const Guid&, void** out)
 {
     *out = nullptr;
     return E_NOINTERFACE;
 }
 
-HRESULT FakeManager::QueryInterface(const Guid& iid, void** out)
+HRESULT FakeErrorReporter::QueryInterface(const Guid& iid, void** out)
 {
     bool answers = iid == Ids::IUnknown || (reports && iid == Ids::IQErrorReporter);
     *out = answers ? static_cast<IQErrorReporter*>(this) : nullptr;
     return answers ? S_OK : E_NOINTERFACE;
 }
 
-HRESULT FakeManager::GetErrorText(HRESULT code, std::string& text)
+HRESULT FakeErrorReporter::GetErrorText(HRESULT code, std::string& text)
 {
     auto it = texts.find(code);
     if (it == texts.end())
         return E_FAIL;
     text = it->second;
     return S_OK;
-}
-
-HRESULT FakeManager::Fill(uint64_t start, uint64_t end, uint64_t count, const std::string& mode)
-{
-    calls.push_back(std::to_string(start) + ".." + std::to_string(end) + " x" + std::to_string(count) + " " +
-                    mode);
-    return result;
 }

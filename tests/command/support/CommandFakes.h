@@ -12,10 +12,10 @@
 
 // A registry that keeps services and providers and logs every registration
 // change and help entry in order, so that a test reads one list.
-class CommandHost : public IQServiceRegistry, public IQCommandHelpService
+class HelpRecordingRegistry : public IQServiceRegistry, public IQCommandHelpService
 {
 public:
-    CommandHost(bool withHelp = true) : withHelp_(withHelp) {}
+    HelpRecordingRegistry(bool withHelp = true) : withHelp_(withHelp) {}
 
     HRESULT QueryInterface(const Guid& iid, void** out) override;
     TESSEL_NOT_REFCOUNTED
@@ -44,8 +44,8 @@ private:
     std::unordered_map<Guid, IUnknown*> services_;
 };
 
-// The debugger state as far as a batch's timing goes.
-class FakeBatchState : public IQDebuggerState3
+// The debugger state as far as a batch's timing goes: the timing service.
+class FakeTimingService : public IQDebuggerState3
 {
 public:
     int32_t batchState = 0;
@@ -82,17 +82,14 @@ public:
     HRESULT UnloadProgramByName(const std::string&) override { return E_NOTIMPL; }
 };
 
-// A manager that fails on request and may or may not explain its codes.
-class FakeManager : public IQErrorReporter
+// A failing object that may or may not explain its codes.
+class FakeErrorReporter : public IQErrorReporter
 {
 public:
     bool reports = true;
-    HRESULT result = S_OK;
     std::map<HRESULT, std::string> texts;
-    std::vector<std::string> calls;
 
     HRESULT QueryInterface(const Guid& iid, void** out) override;
     TESSEL_NOT_REFCOUNTED
     HRESULT GetErrorText(HRESULT code, std::string& text) override;
-    HRESULT Fill(uint64_t start, uint64_t end, uint64_t count, const std::string& mode);
 };

@@ -27,17 +27,22 @@ public:
     HRESULT result = S_OK;
 };
 
-// "probe_fill <start> <end> [<count>] [<mode>]": a command run in the usual
-// order (timing, arguments, leftovers, manager), so that the framework's
-// messages can be seen as a user would.
-class ProbeCommand : public CCmdBaseTiming
+// A command that may not run at some timings and otherwise answers "ran".
+class TimedCommand : public CCmdBaseTiming
 {
 public:
-    ProbeCommand(IQServiceRegistry* host, FakeManager& manager, TimingCheck check);
-
-    HRESULT Run(const std::string& text, std::string& message, bool& continuing) override;
+    TimedCommand(IQServiceRegistry* host, TimingCheck check)
+        : CCmdBaseTiming(host, true, "probe_fill", "pf", ""), check_(check)
+    {
+    }
+    HRESULT Run(const std::string&, std::string& message, bool& continuing) override
+    {
+        continuing = false;
+        if (TimingAllows(check_, message))
+            message = "ran";
+        return S_OK;
+    }
 
 private:
-    FakeManager& manager_;
     TimingCheck check_;
 };

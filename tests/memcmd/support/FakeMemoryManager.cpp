@@ -15,25 +15,32 @@ std::string Hex(uint64_t value)
     return buffer;
 }
 
+std::string Hex(TargetAddress address)
+{
+    return Hex(address.Value());
+}
+
 } // namespace
 
 uint8_t FakeMemoryManager::Byte(TargetAddress address) const
 {
     auto it = bytes_.find(address);
-    return it != bytes_.end() ? it->second : static_cast<uint8_t>(address);
+    return it != bytes_.end() ? it->second : static_cast<uint8_t>(address.Value());
 }
 
 void FakeMemoryManager::Poke(TargetAddress address, const std::vector<uint8_t>& bytes)
 {
-    for (uint8_t b : bytes)
-        bytes_[address++] = b;
+    for (uint8_t b : bytes) {
+        bytes_[address] = b;
+        address = address.WrappingAdd(1);
+    }
 }
 
 std::vector<uint8_t> FakeMemoryManager::Peek(TargetAddress address, size_t count) const
 {
     std::vector<uint8_t> out;
     for (size_t i = 0; i < count; ++i)
-        out.push_back(Byte(static_cast<TargetAddress>(address + i)));
+        out.push_back(Byte(address.WrappingAdd(static_cast<uint32_t>(i))));
     return out;
 }
 
@@ -96,9 +103,9 @@ HRESULT FakeMemoryManager::ReadMemoryValues(TargetAddress start, TargetAddress e
     if (!Mapped(start, end))
         return NotMapped;
     // The target keeps the most significant byte first; the caller gets its own integers.
-    const size_t length = size_t{end} - start + 1;
+    const size_t length = AddressRange(start, end).Size();
     for (size_t i = 0; i < length; ++i)
-        buffer[i] = Byte(static_cast<TargetAddress>(start + i));
+        buffer[i] = Byte(start.WrappingAdd(static_cast<uint32_t>(i)));
     for (size_t i = 0; i + accessSize <= length; i += accessSize)
         std::reverse(buffer + i, buffer + i + accessSize);
     return S_OK;
@@ -128,12 +135,12 @@ HRESULT FakeMemoryManager::CompareMemory(TargetAddress start, TargetAddress end,
                            Hex(start) + " " + Hex(end) + " " + Hex(destination) + " " + Hex(accessSize));
         hr != S_OK)
         return hr;
-    for (uint64_t a = start; a <= end; ++a) {
-        auto there = static_cast<TargetAddress>(destination + (a - start));
-        if (Byte(static_cast<TargetAddress>(a)) != Byte(there)) {
-            first = Byte(static_cast<TargetAddress>(a));
+    for (uint64_t a = start.Value(); a <= end.Value(); ++a) {
+        auto there = destination.WrappingAdd(static_cast<uint32_t>(a - start.Value()));
+        if (Byte(TargetAddress(static_cast<uint32_t>(a))) != Byte(there)) {
+            first = Byte(TargetAddress(static_cast<uint32_t>(a)));
             second = Byte(there);
-            address = static_cast<TargetAddress>(a);
+            address = TargetAddress(static_cast<uint32_t>(a));
             return Differs;
         }
     }
@@ -148,7 +155,7 @@ HRESULT FakeMemoryManager::CopyMemory(TargetAddress start, TargetAddress end, Ta
                                              Hex(verify) + " " + Hex(accessSize));
         hr != S_OK)
         return hr;
-    Poke(destination, Peek(start, size_t{end} - start + 1));
+    Poke(destination, Peek(start, AddressRange(start, end).Size()));
     return S_OK;
 }
 
@@ -164,12 +171,12 @@ HRESULT FakeMemoryManager::FindMemory(TargetAddress start, TargetAddress end, ui
     }
     if (HRESULT hr = Enter("FindMemory", arguments); hr != S_OK)
         return hr;
-    for (uint64_t a = start; a + patternLength - 1 <= end; ++a) {
+    for (uint64_t a = start.Value(); a + patternLength - 1 <= end.Value(); ++a) {
         bool match = true;
         for (uint32_t i = 0; i < patternLength && match; ++i)
-            match = (Byte(static_cast<TargetAddress>(a + i)) & mask[i]) == (pattern[i] & mask[i]);
+            match = (Byte(TargetAddress(static_cast<uint32_t>(a + i))) & mask[i]) == (pattern[i] & mask[i]);
         if (match) {
-            address = static_cast<TargetAddress>(a);
+            address = TargetAddress(static_cast<uint32_t>(a));
             return S_OK;
         }
     }
@@ -192,8 +199,8 @@ HRESULT FakeMemoryManager::FillMemoryReporting(TargetAddress start, TargetAddres
     }
     std::vector<uint8_t> element(pattern, pattern + patternLength);
     std::reverse(element.begin(), element.end());
-    for (uint64_t a = start; a + patternLength - 1 <= end; a += patternLength)
-        Poke(static_cast<TargetAddress>(a), element);
+    for (uint64_t a = start.Value(); a + patternLength - 1 <= end.Value(); a += patternLength)
+        Poke(TargetAddress(static_cast<uint32_t>(a)), element);
     return S_OK;
 }
 

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <string>
 
 #include "tests/component/support/FakeEvaluator.h"
@@ -13,10 +14,15 @@
 class PrefixEvaluator : public FakeEvaluator
 {
 public:
+    // Called at every number text made.
+    std::function<void()> onText;
+
     // The one text of the family: an unsigned 32-bit value shown at the width
     // of size bytes. radix 0 is the current radix.
     HRESULT Text(uint32_t value, int size, int32_t r, std::string& text) const
     {
+        if (onText)
+            onText();
         r = r != 0 ? r : radix;
         char buffer[64] = {};
         switch (r) {
@@ -32,12 +38,13 @@ public:
         text = buffer;
         return S_OK;
     }
-    // Floating values are shown truncated to an integer.
-    static uint32_t Truncated(double v)
+    // Floating values are shown truncated to an integer; one that no
+    // integer holds has no text.
+    HRESULT Real(double v, int size, int32_t r, std::string& t) const
     {
         if (!std::isfinite(v) || std::fabs(v) >= 9.2e18)
-            return 0;
-        return static_cast<uint32_t>(static_cast<int64_t>(v));
+            return E_FAIL;
+        return Text(static_cast<uint32_t>(static_cast<int64_t>(v)), size, r, t);
     }
 
     HRESULT UInt8ToText(uint8_t v, int32_t r, std::string& t) override { return Text(v, 1, r, t); }
@@ -46,8 +53,8 @@ public:
     {
         return Text(static_cast<uint32_t>(v), 4, r, t);
     }
-    HRESULT FloatToText(float v, int32_t r, std::string& t) override { return Text(Truncated(v), 4, r, t); }
-    HRESULT DoubleToText(double v, int32_t r, std::string& t) override { return Text(Truncated(v), 8, r, t); }
+    HRESULT FloatToText(float v, int32_t r, std::string& t) override { return Real(v, 4, r, t); }
+    HRESULT DoubleToText(double v, int32_t r, std::string& t) override { return Real(v, 8, r, t); }
     HRESULT FormatAddress(uint32_t v, VariantBool, VariantBool, VariantBool prefix, std::string& t) override
     {
         char buffer[16];

@@ -2,7 +2,7 @@
 #include <set>
 #include <vector>
 
-#include "FakePlatform.h"
+#include "FakePlatformMemory.h"
 #include "boundary/Ids.h"
 #include "component/memory/CVELMemoryManagerDisableAble.h"
 #include "workbench/CommandRecorder.h"
@@ -38,13 +38,13 @@ struct MemoryRig : MemoryHost {
     {
         std::vector<uint8_t> out(count, 0xEE);
         const HRESULT hr =
-            manager.ReadMemory(start, static_cast<TargetAddress>(start + count - 1), size, out.data());
+            manager.ReadMemory(start, start.WrappingAdd(static_cast<uint32_t>(count - 1)), size, out.data());
         if (result != nullptr)
             *result = hr;
         return out;
     }
 
-    FakePlatform platform;
+    FakePlatformMemory platform;
     CVELMemoryManagerDisableAble manager;
 };
 

@@ -2,7 +2,7 @@
 
 bool SimHarness::Boot(const std::string& program, const std::string& variant)
 {
-    firmware_ = Firmware::Load(program);
+    firmware_ = FirmwareProgram::Load(program);
     if (!firmware_) {
         error_ = "no firmware " + program;
         return false;
@@ -15,7 +15,7 @@ bool SimHarness::Boot(const std::string& program, const std::string& variant)
     if (!target_)
         return false;
     const auto& image = firmware_->Image();
-    if (SimResult r = target_->WriteMemory(Firmware::kFlashBase, image.size(), image.data()); !r) {
+    if (SimResult r = target_->WriteMemory(FirmwareProgram::kFlashBase, image.size(), image.data()); !r) {
         error_ = r.cause;
         return false;
     }

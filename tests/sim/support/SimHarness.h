@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/sim/SimTarget.h"
-#include "support/Firmware.h"
+#include "support/FirmwareProgram.h"
 #include "support/StopRecorder.h"
 
 // A target with a recorder, booted into one of the test programs.
@@ -18,7 +18,7 @@ public:
 
     SimTarget& Target() { return *target_; }
     StopRecorder& Recorder() { return recorder_; }
-    const Firmware& Program() const { return *firmware_; }
+    const FirmwareProgram& Program() const { return *firmware_; }
     uint32_t Symbol(const char* name) const { return firmware_->Symbol(name); }
     const std::string& Error() const { return error_; }
 
@@ -34,7 +34,7 @@ public:
 private:
     // Declared first so it outlives the target whose callbacks point at it.
     StopRecorder recorder_;
-    std::optional<Firmware> firmware_;
+    std::optional<FirmwareProgram> firmware_;
     std::unique_ptr<SimTarget> target_;
     std::string error_;
 };

@@ -7,12 +7,12 @@
 #include <vector>
 
 // A test program built by tests/firmware: its raw image and its symbols.
-class Firmware
+class FirmwareProgram
 {
 public:
     static constexpr uint32_t kFlashBase = 0x08000000;
 
-    static std::optional<Firmware> Load(std::string_view name);
+    static std::optional<FirmwareProgram> Load(std::string_view name);
 
     const std::vector<uint8_t>& Image() const { return image_; }
     // The symbol's address; 0 when the program has no such symbol.

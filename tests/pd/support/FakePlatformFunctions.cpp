@@ -1,4 +1,4 @@
-#include "support/FakePlatform.h"
+#include "support/FakePlatformFunctions.h"
 
 #include <cerrno>
 #include <cstdarg>

@@ -1,4 +1,4 @@
-#include "support/Firmware.h"
+#include "support/FirmwareProgram.h"
 
 #include <fstream>
 #include <iterator>
@@ -12,13 +12,13 @@ std::string PathOf(std::string_view name, const char* extension)
 }
 } // namespace
 
-std::optional<Firmware> Firmware::Load(std::string_view name)
+std::optional<FirmwareProgram> FirmwareProgram::Load(std::string_view name)
 {
     std::ifstream image(PathOf(name, ".bin"), std::ios::binary);
     std::ifstream symbols(PathOf(name, ".sym"));
     if (!image || !symbols)
         return std::nullopt;
-    Firmware firmware;
+    FirmwareProgram firmware;
     firmware.image_.assign(std::istreambuf_iterator<char>(image), {});
     std::string line;
     while (std::getline(symbols, line)) {
@@ -30,7 +30,7 @@ std::optional<Firmware> Firmware::Load(std::string_view name)
     return firmware;
 }
 
-uint32_t Firmware::Symbol(std::string_view name) const
+uint32_t FirmwareProgram::Symbol(std::string_view name) const
 {
     auto it = symbols_.find(name);
     return it == symbols_.end() ? 0 : it->second;

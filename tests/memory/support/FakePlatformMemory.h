@@ -1,0 +1,234 @@
+#pragma once
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "boundary/interfaces/Component.h"
+#include "boundary/interfaces/PlatformMemory.h"
+#include "boundary/interfaces/Workbench.h"
+
+// One entry of the fake's memory map.
+struct FakeArea {
+    TargetAddress start;
+    TargetAddress end;
+    uint32_t byteOrder = 1;
+    bool sized = false;
+};
+
+// A platform offering its memory through any of the five generations. Bytes
+// follow from their address until written. Every access is logged as
+// "<operation><generation> 0x<start>..0x<end>" (sized ones add " /<size>"),
+// so that a test compares the whole conversation in one line. An access
+// outside the map fails, which is how a walk that strays into a gap shows.
+class FakePlatformMemory : public IQPlatformMemory2,
+                           public IQPlatformMemory3,
+                           public IQPlatformMemory4,
+                           public IQPlatformMemory5,
+                           public IQErrorReporter
+{
+public:
+    static constexpr HRESULT kOutsideMap = MakeResult(0x80043092u);
+    static constexpr HRESULT kVerifyFailed = MakeResult(0x80042022u);
+
+    explicit FakePlatformMemory(std::vector<FakeArea> areas, std::set<int> generations = {1, 2, 3, 4, 5});
+
+    // Registers the generations it offers.
+    void RegisterIn(IQServiceRegistry& registry);
+
+    static uint8_t Derived(TargetAddress address)
+    {
+        return static_cast<uint8_t>((address.Value() * 2654435761u) >> 24);
+    }
+    uint8_t ByteAt(TargetAddress address) const;
+    std::vector<uint8_t> Bytes(TargetAddress start, size_t count) const;
+    void Poke(TargetAddress start, const std::vector<uint8_t>& bytes);
+
+    std::vector<FakeArea> areas;
+    std::vector<std::string> log;
+    // A logged operation that answers this code instead of acting, by its
+    // log name ("WriteVerified3").
+    std::map<std::string, HRESULT> answers;
+    // The tests of what it offers, one bit each in the order of the Can flags.
+    uint32_t offered = 0x7F;
+    // A verified write that reaches this address reports a difference there.
+    std::optional<TargetAddress> verifyFailsAt;
+
+    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    TESSEL_NOT_REFCOUNTED
+
+    HRESULT CanCompare() override { return Can(0); }
+    HRESULT CanCopy() override { return Can(1); }
+    HRESULT CanFill() override { return Can(2); }
+    HRESULT CanFind() override { return Can(3); }
+    HRESULT CanFindAlternate() override { return Can(4); }
+    HRESULT CanVerify() override { return Can(5); }
+    HRESULT CanTest() override { return Can(6); }
+    HRESULT GetAreaCount(uint32_t& count) override;
+    HRESULT GetArea(uint32_t index, TargetAddress& start, TargetAddress& end, uint32_t& byteOrder,
+                    uint32_t& info, VariantBool& sized, VariantBool& attribute1, VariantBool& attribute2,
+                    VariantBool& attribute3) override;
+    HRESULT Read(TargetAddress start, TargetAddress end, uint8_t* buffer) override
+    {
+        return DoRead("Read2", start, end, 0, buffer);
+    }
+    HRESULT Write(TargetAddress start, TargetAddress end, const uint8_t* buffer) override
+    {
+        return DoWrite("Write2", start, end, 0, buffer);
+    }
+    HRESULT ReadSized(TargetAddress start, TargetAddress end, AccessSize accessSize, uint8_t* buffer) override
+    {
+        return DoRead("ReadSized2", start, end, accessSize, buffer);
+    }
+    HRESULT WriteSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
+                       const uint8_t* buffer) override
+    {
+        return DoWrite("WriteSized2", start, end, accessSize, buffer);
+    }
+    HRESULT Compare(TargetAddress start, TargetAddress end, TargetAddress destination, AccessSize accessSize,
+                    uint8_t& first, uint8_t& second, TargetAddress& address) override;
+    HRESULT Copy(TargetAddress start, TargetAddress end, TargetAddress destination, VariantBool, AccessSize,
+                 uint8_t&, uint8_t&, TargetAddress&) override
+    {
+        return DoCopy("Copy2", start, end, destination);
+    }
+    HRESULT Fill(TargetAddress start, TargetAddress end, uint32_t patternLength,
+                 const uint8_t* pattern) override
+    {
+        return DoFill("Fill2", start, end, patternLength, pattern);
+    }
+    HRESULT Find(TargetAddress start, TargetAddress end, uint32_t, uint32_t, uint32_t patternLength,
+                 const uint8_t* pattern, const uint8_t* mask, TargetAddress& address) override
+    {
+        return DoFind("Find2", start, end, patternLength, pattern, mask, address);
+    }
+    HRESULT Verify(TargetAddress start, TargetAddress end, const uint8_t*) override
+    {
+        return Plain("Verify2", start, end);
+    }
+    HRESULT Test(TargetAddress start, TargetAddress end) override { return Plain("Test2", start, end); }
+    HRESULT Refresh() override { return Plain("Refresh2", 0, 0); }
+    HRESULT SetDownloadMode(uint32_t flag) override { return Plain("SetDownloadMode2", flag, flag); }
+    HRESULT GetPageSize(uint32_t& size) override;
+
+    HRESULT FindEx(TargetAddress start, TargetAddress end, uint32_t, uint32_t, uint32_t,
+                   uint32_t patternLength, const uint8_t* pattern, const uint8_t* mask,
+                   TargetAddress& address) override
+    {
+        return DoFind("FindEx3", start, end, patternLength, pattern, mask, address);
+    }
+    HRESULT WriteVerified(TargetAddress start, TargetAddress end, VariantBool, const uint8_t* buffer) override
+    {
+        return DoWrite("WriteVerified3", start, end, 0, buffer);
+    }
+    HRESULT FillVerified(TargetAddress start, TargetAddress end, VariantBool, uint32_t patternLength,
+                         const uint8_t* pattern) override
+    {
+        return DoFill("FillVerified3", start, end, patternLength, pattern);
+    }
+    HRESULT WriteSizedVerified(TargetAddress start, TargetAddress end, VariantBool, AccessSize accessSize,
+                               const uint8_t* buffer) override
+    {
+        return DoWrite("WriteSizedVerified3", start, end, accessSize, buffer);
+    }
+
+    HRESULT GetLongOperationsOffered(VariantBool& offered) override;
+
+    HRESULT WriteVerifiedReporting(TargetAddress start, TargetAddress end, VariantBool, const uint8_t* buffer,
+                                   VariantBool& failed, TargetAddress& address, int32_t& written,
+                                   int32_t& found) override
+    {
+        return DoReporting("WriteReporting5", start, end, 0, buffer, failed, address, written, found);
+    }
+    HRESULT WriteSizedVerifiedReporting(TargetAddress start, TargetAddress end, VariantBool,
+                                        AccessSize accessSize, const uint8_t* buffer, VariantBool& failed,
+                                        TargetAddress& address, int32_t& written, int32_t& found) override
+    {
+        return DoReporting("WriteSizedReporting5", start, end, accessSize, buffer, failed, address, written,
+                           found);
+    }
+
+    HRESULT GetErrorText(HRESULT code, std::string& text) override;
+
+private:
+    // The first generation has operations of the same names as the second;
+    // its own face lets the log tell them apart.
+    struct First : IQPlatformMemory {
+        explicit First(FakePlatformMemory& owner) : p(owner) {}
+        HRESULT QueryInterface(const Guid& iid, void** out) override { return p.QueryInterface(iid, out); }
+        TESSEL_NOT_REFCOUNTED
+        HRESULT GetMemoryInfo(Variant& info) override;
+        HRESULT GetAreaCount(uint32_t& count) override { return p.GetAreaCount(count); }
+        HRESULT GetArea(uint32_t index, TargetAddress& start, TargetAddress& end, uint32_t& byteOrder,
+                        uint32_t& info, uint32_t& flags) override;
+        HRESULT Read(TargetAddress start, TargetAddress end, uint8_t* buffer) override
+        {
+            return p.DoRead("Read1", start, end, 0, buffer);
+        }
+        HRESULT Write(TargetAddress start, TargetAddress end, const uint8_t* buffer) override
+        {
+            return p.DoWrite("Write1", start, end, 0, buffer);
+        }
+        HRESULT ReadSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
+                          uint8_t* buffer) override
+        {
+            return p.DoRead("ReadSized1", start, end, accessSize, buffer);
+        }
+        HRESULT WriteSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
+                           const uint8_t* buffer) override
+        {
+            return p.DoWrite("WriteSized1", start, end, accessSize, buffer);
+        }
+        HRESULT Compare(TargetAddress start, TargetAddress end, TargetAddress) override
+        {
+            return p.Plain("Compare1", start, end);
+        }
+        HRESULT Copy(TargetAddress start, TargetAddress end, TargetAddress destination) override
+        {
+            return p.DoCopy("Copy1", start, end, destination);
+        }
+        HRESULT Fill(TargetAddress start, TargetAddress end, uint32_t patternLength,
+                     const uint8_t* pattern) override
+        {
+            return p.DoFill("Fill1", start, end, patternLength, pattern);
+        }
+        HRESULT Find(TargetAddress start, TargetAddress end, uint32_t patternLength, const uint8_t* pattern,
+                     TargetAddress& found) override
+        {
+            return p.DoFind("Find1", start, end, patternLength, pattern, nullptr, found);
+        }
+        HRESULT Verify(TargetAddress start, TargetAddress end, const uint8_t*) override
+        {
+            return p.Plain("Verify1", start, end);
+        }
+        HRESULT Test(TargetAddress start, TargetAddress end) override { return p.Plain("Test1", start, end); }
+        HRESULT Refresh() override { return p.Plain("Refresh1", 0, 0); }
+        HRESULT SetDownloadMode(uint32_t flag) override { return p.Plain("SetDownloadMode1", flag, flag); }
+        FakePlatformMemory& p;
+    };
+
+    HRESULT Can(int bit) const { return (offered >> bit) & 1 ? S_OK : S_FALSE; }
+    // Logs the call; a forced answer for it comes back in `forced`.
+    bool Logged(const std::string& name, TargetAddress start, TargetAddress end, AccessSize size,
+                HRESULT& forced);
+    bool Mapped(TargetAddress start, TargetAddress end) const;
+    HRESULT DoRead(const char* name, TargetAddress start, TargetAddress end, AccessSize size,
+                   uint8_t* buffer);
+    HRESULT DoWrite(const char* name, TargetAddress start, TargetAddress end, AccessSize size,
+                    const uint8_t* buffer);
+    HRESULT DoFill(const char* name, TargetAddress start, TargetAddress end, uint32_t length,
+                   const uint8_t* pattern);
+    HRESULT DoFind(const char* name, TargetAddress start, TargetAddress end, uint32_t length,
+                   const uint8_t* pattern, const uint8_t* mask, TargetAddress& found);
+    HRESULT DoCopy(const char* name, TargetAddress start, TargetAddress end, TargetAddress destination);
+    HRESULT DoReporting(const char* name, TargetAddress start, TargetAddress end, AccessSize size,
+                        const uint8_t* buffer, VariantBool& failed, TargetAddress& address, int32_t& written,
+                        int32_t& found);
+    HRESULT Plain(const char* name, TargetAddress start, TargetAddress end);
+
+    std::set<int> generations_;
+    First first_{*this};
+    std::map<TargetAddress, uint8_t> written_;
+};
