@@ -214,8 +214,9 @@ bool CDebuggerState::ConnectTo(const std::string& platform, bool runBatch, bool 
             BuildCommands();
         Broadcast(Event{Ids::EVENT_PLATFORM_CHANGED, 0});
         WriteDebugLine(StringTable::Load(5002));
-        ApplyFirstConnectionDefaults();
     }
+    // Whether or not the drivers came up: a session tried once has had its first connection.
+    ApplyFirstConnectionDefaults();
     // Closed for a connection that failed: no batch will run to open it.
     // A connection that succeeded opens it through its batch.
     if (!connected && Memory && Memory->IsMemoryDisabled())

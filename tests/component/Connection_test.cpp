@@ -198,12 +198,14 @@ TEST_F(Connection, DisconnectLetsTheTargetGoBeforeTheCpu)
     }
 }
 
-TEST_F(Connection, FirstConnectionAppliesTheCpuDefaultOnce)
+TEST_F(Connection, FirstConnectionAppliesTheCpuDefaultOnceEvenWhenItFails)
 {
     platforms.limitDefault = 0;
-    ASSERT_EQ(state->Connect(), S_OK);
-    EXPECT_EQ(store.number["limit"], 1);
-    state->Disconnect();
+    store.text["platform"] = "nosuch";
+    EXPECT_EQ(state->Connect(), E_FAIL);
+    EXPECT_EQ(store.text["FIRST_CONNECTION_TAG"], "NO");
+    EXPECT_EQ(store.number["limit"], 0) << "no CPU driver: the default 1 applies";
+    store.text["platform"] = "sim";
     store.number["limit"] = 7;
     ASSERT_EQ(state->Connect(), S_OK);
     EXPECT_EQ(store.number["limit"], 7) << "a second connection leaves the option alone";
