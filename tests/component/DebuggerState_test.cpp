@@ -1,8 +1,6 @@
 // The debugger state meeting the workbench, leaving it, and picking its managers.
 #include <gtest/gtest.h>
 
-#include <thread>
-
 #include "component/frame/CUserPrompts.h"
 #include "component/memory/CMemoryManager.h"
 #include "component/session/CDyxSessionDataCommandSink.h"
@@ -271,26 +269,6 @@ TEST_F(DebuggerState, LookupsOutOfRangeFailWithANullPointer)
     EXPECT_EQ(state->GetTargetNames(a, b), S_FALSE);
     uint32_t low = 0, limit = 0xFFFFFFFF;
     EXPECT_EQ(state->ForwardToService(low, limit), E_FAIL);
-}
-
-TEST_F(DebuggerState, StopAddressFromAnotherThreadIsTakenOnce)
-{
-    uint32_t address = 0;
-    EXPECT_FALSE(state->TakePendingStopAddress(address));
-    std::thread platform([&] { state->SetStopAddress(0x08000123); });
-    platform.join();
-    ASSERT_TRUE(state->TakePendingStopAddress(address));
-    EXPECT_EQ(address, 0x08000123u);
-    EXPECT_FALSE(state->TakePendingStopAddress(address));
-}
-
-TEST_F(DebuggerState, ToolbarRequestIsAFlagTheSinkReads)
-{
-    EXPECT_FALSE(state->TargetToolbarsArePending());
-    state->RequestTargetToolbars();
-    EXPECT_TRUE(state->TargetToolbarsArePending());
-    state->CancelTargetToolbars();
-    EXPECT_FALSE(state->TargetToolbarsArePending());
 }
 
 } // namespace

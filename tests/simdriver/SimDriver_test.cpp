@@ -68,8 +68,9 @@ struct SimDriver : ::testing::Test {
     }
     void ReleaseDriver()
     {
-        if (driver != nullptr)
+        if (driver != nullptr) {
             EXPECT_EQ(factory.ReleaseDriver(driver->Object(), -1), S_OK);
+        }
         driver = nullptr;
     }
     void Load(const std::string& firmware)
