@@ -11,12 +11,7 @@ namespace
 
 struct RecordingOutput : IQOutputWindow {
     explicit RecordingOutput(CallLog& log) : log(log) {}
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    TESSEL_NOT_REFCOUNTED
+    FAKE_WITHOUT_INTERFACES
     HRESULT AppendText(const std::string& tab, const std::string& text) override
     {
         log.push_back(tab + " " + text.substr(0, text.find('\r')));

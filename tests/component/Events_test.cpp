@@ -15,12 +15,7 @@ namespace
 // A view that writes what its server tells it into a shared log.
 struct RecordingView : IQDisassemblyDataClient {
     RecordingView(std::string name, CallLog& log) : name(std::move(name)), log(log) {}
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    TESSEL_NOT_REFCOUNTED
+    FAKE_WITHOUT_INTERFACES
     HRESULT Reserved3() override { return S_OK; }
     HRESULT OnDataChanged(int32_t reason) override { return Note("OnDataChanged " + std::to_string(reason)); }
     HRESULT OnConnected() override { return Note("OnConnected"); }
@@ -54,12 +49,7 @@ struct RecordingView : IQDisassemblyDataClient {
 };
 
 struct FakeRegisters : IQPlatformRegisters {
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    TESSEL_NOT_REFCOUNTED
+    FAKE_WITHOUT_INTERFACES
     HRESULT GetRegister(uint32_t index, uint32_t& value) override
     {
         if (index != 0)
@@ -72,12 +62,7 @@ struct FakeRegisters : IQPlatformRegisters {
 
 struct RecordingPeer : IQDebuggerSync {
     RecordingPeer(std::string name, CallLog& log) : name(std::move(name)), log(log) {}
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    TESSEL_NOT_REFCOUNTED
+    FAKE_WITHOUT_INTERFACES
     HRESULT Note(const std::string& what)
     {
         log.push_back(name + " " + what);

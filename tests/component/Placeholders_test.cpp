@@ -9,12 +9,7 @@ namespace
 {
 
 struct FakeWorkspace : IQWorkspaceInfo, IQCustomPlaceholders {
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    TESSEL_NOT_REFCOUNTED
+    FAKE_WITHOUT_INTERFACES
     static HRESULT Give(std::string& out, const std::string& v)
     {
         out = v;

@@ -12,12 +12,7 @@ class FakeStore : public IQDebugSettingsStore, public IQTargetRegistry
 {
 public:
     explicit FakeStore(CallLog& log) : log_(log) {}
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    TESSEL_NOT_REFCOUNTED
+    FAKE_WITHOUT_INTERFACES
 
     std::map<std::string, std::string> text;
     std::map<std::string, int32_t> number;
