@@ -81,31 +81,26 @@ struct Connection : StateFixture {
     }
 };
 
-TEST_F(Connection, PlatformThatIsNotInstalledGivesOneMessageAndNoConnection)
-{
-    store.text["platform"] = "nosuch";
-    EXPECT_EQ(state->Connect(), E_FAIL);
-    EXPECT_EQ(messages.shown,
-              (std::vector<std::string>{"Target device driver missing, or connection cancelled: nosuch"}));
-    EXPECT_FALSE(state->IsConnected());
-    EXPECT_EQ(state->GetPlatformName(), "nosuch");
-    EXPECT_TRUE(Logged(Sent(Ids::EVENT_PLATFORM_CHANGED)));
-    EXPECT_FALSE(Logged(Sent(Ids::EVENT_CONNECTED)));
-    EXPECT_EQ(state->CommandCount(), 0u);
-}
-
-TEST_F(Connection, DriverFailuresReleaseWhatWasMadeBeforeTheMessage)
+TEST_F(Connection, FailureGivesOneMessageAndHoldsNoDriver)
 {
     const std::pair<const char*, const char*> cases[] = {
-        {"halfsim", "Target device driver missing, or connection cancelled: halfsim"},
+        {"nosuch", "Target device driver missing, or connection cancelled: nosuch"},
         {"ghostcpu", "Cpu Driver Missing : ghost"},
+        {"halfsim", "Target device driver missing, or connection cancelled: halfsim"},
     };
     for (const auto& [platform, message] : cases) {
+        SCOPED_TRACE(platform);
         messages.shown.clear();
-        EXPECT_FALSE(state->ConnectTo(platform, false, false)) << platform;
+        log.clear();
+        store.text["platform"] = platform;
+        EXPECT_EQ(state->Connect(), E_FAIL);
         EXPECT_EQ(messages.shown, (std::vector<std::string>{message}));
         EXPECT_EQ(platforms.Alive(), 0u) << "no driver is left behind";
         EXPECT_FALSE(state->IsConnected());
+        EXPECT_EQ(state->GetPlatformName(), platform);
+        EXPECT_TRUE(Logged(Sent(Ids::EVENT_PLATFORM_CHANGED)));
+        EXPECT_FALSE(Logged(Sent(Ids::EVENT_CONNECTED)));
+        EXPECT_EQ(state->CommandCount(), 0u);
     }
     auto created = std::find(log.begin(), log.end(), "Create cpu cm3");
     ASSERT_NE(created, log.end());

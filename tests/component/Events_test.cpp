@@ -12,40 +12,45 @@
 namespace
 {
 
-// A view that writes what its server tells it into a shared log.
-struct RecordingView : IQDisassemblyDataClient {
-    RecordingView(std::string name, CallLog& log) : name(std::move(name)), log(log) {}
-    FAKE_WITHOUT_INTERFACES
-    HRESULT Reserved3() override { return S_OK; }
-    HRESULT OnDataChanged(int32_t reason) override { return Note("OnDataChanged " + std::to_string(reason)); }
-    HRESULT OnConnected() override { return Note("OnConnected"); }
-    HRESULT OnDisconnected() override { return Note("OnDisconnected"); }
-    HRESULT OnProgramLoaded() override { return Note("OnProgramLoaded"); }
-    HRESULT OnProgramUnloaded() override { return Note("OnProgramUnloaded"); }
-    HRESULT OnStopLine(uint32_t pc, const std::string&, int32_t, int32_t kind) override
+// Writes what it is told into a shared log, under its name.
+struct Noting {
+    Noting(std::string name, CallLog& log) : name(std::move(name)), log(log) {}
+    HRESULT Note(std::string what, std::vector<int64_t> values = {})
     {
-        return Note("OnStopLine " + std::to_string(pc) + " " + std::to_string(kind));
-    }
-    HRESULT OnPCLine(uint32_t pc, const std::string&, int32_t, int32_t kind) override
-    {
-        return Note("OnPCLine " + std::to_string(pc) + " " + std::to_string(kind));
-    }
-    HRESULT OnTargetRunning() override { return Note("OnTargetRunning"); }
-    HRESULT OnBreakChanged(const std::string&, int32_t, uint32_t, VariantBool, VariantBool) override
-    {
-        return Note("OnBreakChanged");
-    }
-    HRESULT OnDisplayFlags(uint32_t flags) override
-    {
-        return Note("OnDisplayFlags " + std::to_string(flags));
-    }
-    HRESULT Note(const std::string& what)
-    {
+        for (int64_t value : values)
+            what += " " + std::to_string(value);
         log.push_back(name + " " + what);
         return S_OK;
     }
     std::string name;
     CallLog& log;
+};
+
+// A view that notes what its server tells it.
+struct RecordingView : IQDisassemblyDataClient, Noting {
+    using Noting::Noting;
+    using Text = const std::string&;
+    FAKE_WITHOUT_INTERFACES
+    HRESULT Reserved3() override { return S_OK; }
+    HRESULT OnDataChanged(int32_t reason) override { return Note("OnDataChanged", {reason}); }
+    HRESULT OnConnected() override { return Note("OnConnected"); }
+    HRESULT OnDisconnected() override { return Note("OnDisconnected"); }
+    HRESULT OnProgramLoaded() override { return Note("OnProgramLoaded"); }
+    HRESULT OnProgramUnloaded() override { return Note("OnProgramUnloaded"); }
+    HRESULT OnStopLine(uint32_t pc, Text, int32_t, int32_t kind) override
+    {
+        return Note("OnStopLine", {pc, kind});
+    }
+    HRESULT OnPCLine(uint32_t pc, Text, int32_t, int32_t kind) override
+    {
+        return Note("OnPCLine", {pc, kind});
+    }
+    HRESULT OnTargetRunning() override { return Note("OnTargetRunning"); }
+    HRESULT OnBreakChanged(Text, int32_t, uint32_t, VariantBool, VariantBool) override
+    {
+        return Note("Break");
+    }
+    HRESULT OnDisplayFlags(uint32_t flags) override { return Note("OnDisplayFlags", {flags}); }
 };
 
 struct FakeRegisters : IQPlatformRegisters {
@@ -60,33 +65,26 @@ struct FakeRegisters : IQPlatformRegisters {
     uint32_t pc = 0x100;
 };
 
-struct RecordingPeer : IQDebuggerSync {
-    RecordingPeer(std::string name, CallLog& log) : name(std::move(name)), log(log) {}
+// A session running in step with the one under test.
+struct RecordingPeer : IQDebuggerSync, Noting {
+    using Noting::Noting;
     FAKE_WITHOUT_INTERFACES
-    HRESULT Note(const std::string& what)
-    {
-        log.push_back(name + " " + what);
-        return S_OK;
-    }
     HRESULT SyncGo() override { return Note("SyncGo"); }
     HRESULT SyncResetGo() override { return Note("SyncResetGo"); }
     HRESULT SyncStepIn() override { return Note("SyncStepIn"); }
     HRESULT SyncStepOver() override { return Note("SyncStepOver"); }
     HRESULT SyncStepOut() override { return Note("SyncStepOut"); }
-    HRESULT SyncStep(int32_t count, int32_t, int32_t, int32_t) override
-    {
-        return Note("SyncStep " + std::to_string(count));
-    }
+    HRESULT SyncStep(int32_t count, int32_t, int32_t, int32_t) override { return Note("SyncStep", {count}); }
     HRESULT SyncStopped() override { return Note("SyncStopped"); }
     HRESULT SyncReset() override { return Note("SyncReset"); }
     HRESULT SyncReserved() override { return S_OK; }
-    std::string name;
-    CallLog& log;
 };
 
 struct Events : StateFixture {
-    CallLog views;
+    CallLog views, peers;
     RecordingView a{"A", views}, b{"B", views};
+    RecordingPeer p1{"P1", peers}, p2{"P2", peers};
+    IQDebuggerSync* self = state.get();
     FakeRegisters registers;
 
     void SetUp() override
@@ -106,6 +104,7 @@ struct Events : StateFixture {
 TEST_F(Events, ServersGetAnEventInTwoPassesSoNoViewRedrawsEarly)
 {
     Send(Ids::EVENT_CONNECTED);
+    EXPECT_TRUE(state->IsPlatformAttached());
     EXPECT_EQ(views, (CallLog{"A OnConnected", "B OnConnected"}));
     views.clear();
     state->ForwardEvent(Event{Ids::EVENT_TARGET_STOPPED, 0});
@@ -115,6 +114,7 @@ TEST_F(Events, ServersGetAnEventInTwoPassesSoNoViewRedrawsEarly)
     ASSERT_EQ(state->ReleaseServer(&a), S_OK);
     EXPECT_EQ(state->ReleaseServer(&a), E_FAIL);
     Send(Ids::EVENT_DISCONNECTED);
+    EXPECT_FALSE(state->IsPlatformAttached());
     EXPECT_EQ(views, (CallLog{"B OnDisconnected"}));
 }
 
@@ -130,9 +130,7 @@ TEST_F(Events, StopAddressFromAPlatformThreadWinsOverTheEventsOwn)
 
 TEST_F(Events, StopWithNoRunKnownRefreshesMemoryAndTellsNoPeer)
 {
-    CallLog peers;
-    RecordingPeer p{"P", peers};
-    IQDebuggerSync* list[] = {&p};
+    IQDebuggerSync* list[] = {&p1};
     state->SetSyncPeers(list, 1);
     state->SetSessionsInStep(1);
     state->NotifySyncStepIn();
@@ -147,9 +145,7 @@ TEST_F(Events, StopWithNoRunKnownRefreshesMemoryAndTellsNoPeer)
 
 TEST_F(Events, StopOfAKnownRunFinishesTheWaitingCommandAndTellsPeers)
 {
-    CallLog peers;
-    RecordingPeer p{"P", peers};
-    IQDebuggerSync* list[] = {&p, static_cast<IQDebuggerSync*>(state.get())};
+    IQDebuggerSync* list[] = {&p1, self};
     state->SetSyncPeers(list, 2);
     state->SetSessionsInStep(1);
     state->GetRunner()->SetRunState(RUN_GOING);
@@ -158,25 +154,14 @@ TEST_F(Events, StopOfAKnownRunFinishesTheWaitingCommandAndTellsPeers)
     Send(Ids::EVENT_TARGET_STOPPED, 0x40);
     EXPECT_EQ(finished, 1);
     EXPECT_FALSE(state->GetRunner()->IsRunning());
-    EXPECT_EQ(peers, (CallLog{"P SyncStopped"}));
+    EXPECT_EQ(peers, (CallLog{"P1 SyncStopped"}));
     Send(Ids::EVENT_TARGET_STOPPED, 0x40);
     EXPECT_EQ(finished, 1) << "a waiting command is finished once";
 }
 
-TEST_F(Events, BatchCountNeverGoesBelowZero)
-{
-    int32_t value = -1;
-    Send(Ids::EVENT_BATCH_FINISHED);
-    EXPECT_EQ(state->GetBatchRunning(), 0);
-    EXPECT_EQ(state->GetBatchState(value), S_OK);
-    EXPECT_EQ(value, 0);
-}
-
 TEST_F(Events, PeersAreToldInOrderAndNeverThemselves)
 {
-    CallLog peers;
-    RecordingPeer p1{"P1", peers}, p2{"P2", peers};
-    IQDebuggerSync* list[] = {&p1, static_cast<IQDebuggerSync*>(state.get()), &p2};
+    IQDebuggerSync* list[] = {&p1, self, &p2};
     state->SetSyncPeers(list, 3);
 
     state->NotifySyncGo();
@@ -252,14 +237,6 @@ TEST_F(Events, BuildMarksAndDownloadEnd)
     Send(Ids::EVENT_DOWNLOAD_COMPLETE);
     EXPECT_EQ(state->GetRunner()->GetRunState(), RUN_HALTED);
     EXPECT_EQ(Since(mark), (CallLog{"Broadcast {2289D125-1242-11D5-9690-00B0D0167C2F}"}));
-}
-
-TEST_F(Events, ConnectionAttachesTheManagersAndDisconnectionDetachesThem)
-{
-    Send(Ids::EVENT_CONNECTED);
-    EXPECT_TRUE(state->IsPlatformAttached());
-    Send(Ids::EVENT_DISCONNECTED);
-    EXPECT_FALSE(state->IsPlatformAttached());
 }
 
 } // namespace
