@@ -73,8 +73,8 @@ HRESULT CDebuggerState::Connect()
     // Clients that came with the drivers load their session data now.
     for (IUnknown* client : SessionClients(Registry))
         if (std::find(before.begin(), before.end(), client) == before.end())
-            static_cast<IQWorkSpaceClient2*>(client)->LoadSessionState(WorkspaceName, ProjectName,
-                                                                       ConfigurationName, SessionName);
+            if (auto* workspaceClient = QueryAs<IQWorkSpaceClient2>(client, Ids::IQWorkSpaceClient2))
+                workspaceClient->LoadSessionState(WorkspaceName, ProjectName, ConfigurationName, SessionName);
     Breaks->OnTargetAttached();
     RunConnectionBatch();
     return S_OK;
@@ -179,7 +179,9 @@ void CDebuggerState::TellConnectionListeners(bool connected)
     // Copied first: a listener may register or unregister while told.
     const std::vector<IUnknown*> copy(listeners, listeners + count);
     for (IUnknown* provider : copy) {
-        auto* listener = static_cast<IQConnectionListener*>(provider);
+        auto* listener = QueryAs<IQConnectionListener>(provider, Ids::ConnectionListener);
+        if (listener == nullptr)
+            continue;
         if (connected)
             listener->OnTargetConnected(Connection.TargetText(0));
         else

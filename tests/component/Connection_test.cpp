@@ -137,6 +137,32 @@ TEST_F(Connection, ConnectMakesDriversInOrderAndAnnouncesIt)
     EXPECT_EQ(a + "|" + b, "ARM|Cortex-M3");
 }
 
+struct RecordingListener : IQConnectionListener {
+    HRESULT QueryInterface(const Guid& iid, void** out) override
+    {
+        return AnswerFrom({Ids::IUnknown, Ids::ConnectionListener}, iid, this, out);
+    }
+    TESSEL_NOT_REFCOUNTED
+    HRESULT OnTargetConnected(const std::string& text) override { return Note("connected " + text); }
+    HRESULT OnTargetDisconnected(const std::string& text) override { return Note("disconnected " + text); }
+    HRESULT Note(const std::string& what)
+    {
+        heard.push_back(what);
+        return S_OK;
+    }
+    CallLog heard;
+};
+
+TEST_F(Connection, ListenersHearOfTheTargetByItsFirstLine)
+{
+    RecordingListener listener;
+    registry.RegisterProvider(Ids::ConnectionListener, &listener);
+    ASSERT_EQ(state->Connect(), S_OK);
+    state->Disconnect();
+    EXPECT_EQ(listener.heard, (CallLog{"connected Simulator", "disconnected Simulator"}));
+    registry.UnregisterProvider(Ids::ConnectionListener, &listener);
+}
+
 TEST_F(Connection, DescriptionsSplitIntoTheirLines)
 {
     struct Case {
