@@ -123,11 +123,16 @@ bool TargetConnection::SayGoodbye()
     return true;
 }
 
+void TargetConnection::GiveBack(IUnknown*& driver)
+{
+    if (driver != nullptr && factory_ != nullptr)
+        factory_->ReleaseDriver(driver, -1);
+    driver = nullptr;
+}
+
 void TargetConnection::ReleaseTarget()
 {
-    if (target_ != nullptr && factory_ != nullptr)
-        factory_->ReleaseDriver(target_, -1);
-    target_ = nullptr;
+    GiveBack(target_);
     core_ = nullptr;
     control_ = nullptr;
     kind_ = nullptr;
@@ -135,9 +140,7 @@ void TargetConnection::ReleaseTarget()
 
 void TargetConnection::ReleaseCpu()
 {
-    if (cpuDriver_ != nullptr && factory_ != nullptr)
-        factory_->ReleaseDriver(cpuDriver_, -1);
-    cpuDriver_ = nullptr;
+    GiveBack(cpuDriver_);
     cpuDetails_ = nullptr;
     cpuOptions_ = nullptr;
 }
@@ -176,9 +179,7 @@ void TargetConnection::OpenReader(const std::string& name, bool functionFamily)
 
 void TargetConnection::ReleaseReader()
 {
-    if (reader_ != nullptr && factory_ != nullptr)
-        factory_->ReleaseDriver(reader_, -1);
-    reader_ = nullptr;
+    GiveBack(reader_);
 }
 
 void TargetConnection::ForgetNames()

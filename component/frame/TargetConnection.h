@@ -83,6 +83,8 @@ public:
 
 private:
     int32_t DriverMode() const;
+    // Hands a driver back to the factory that made it.
+    void GiveBack(IUnknown*& driver);
 
     IQPlatformList* platforms_ = nullptr;
     IQDriverFactory* factory_ = nullptr;
