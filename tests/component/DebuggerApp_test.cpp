@@ -78,6 +78,10 @@ TEST_F(AppTest, SecondCreateWithTheSameKeyEndsTheOldInstanceFirst)
     ASSERT_EQ(app.FindState(2)->Initialise(&registry, 1), S_OK);
     ASSERT_EQ(app.FindSession(2)->Initialise(&registry, 1), S_OK);
     ASSERT_EQ(CreateInstance(2), S_OK);
+    // What another component does with the state it finds; a pointer left to
+    // the old state is a use after free under AddressSanitizer.
+    if (auto* found = static_cast<IQDebuggerState*>(registry.Service(Ids::IQDebuggerState)))
+        found->IsConnectedA();
     EXPECT_EQ(registry.ServiceCount(), fixtureServices) << "the registry holds nothing of the old state";
     EXPECT_EQ(registry.ProviderCount(), 0u);
     EXPECT_EQ(app.InstanceCount(), 1u);
