@@ -12,7 +12,6 @@
 #include "boundary/ComUtils.h"
 #include "boundary/interfaces/Command.h"
 #include "component/memory/CMemoryManager.h"
-#include "support/FakeStore.h"
 #include "support/StateFixture.h"
 
 namespace fs = std::filesystem;
@@ -37,7 +36,6 @@ struct RecordingCommandLine : IQCommandLineService {
 
 struct BatchFiles : StateFixture {
     RecordingCommandLine commandLine;
-    FakeStore store{log};
     fs::path dir;
     fs::path startDir = fs::current_path();
 
@@ -47,13 +45,7 @@ struct BatchFiles : StateFixture {
         ASSERT_NE(mkdtemp(pattern), nullptr);
         dir = pattern;
         registry.Provide(Ids::CommandLineService, &commandLine);
-        registry.Provide(Ids::IQDebugSettingsStore, static_cast<IQDebugSettingsStore*>(&store));
-        registry.Provide(Ids::IQTargetRegistry, static_cast<IQTargetRegistry*>(&store));
-        ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
-        registry.deliverTo = state.get();
-        state->RegisterPrompts();
-        state->SetSessionKey("boards", "blinky", "Debug", "default");
-        store.text["platform"] = "sim";
+        StartSession();
     }
     void TearDown() override
     {
@@ -75,7 +67,7 @@ struct BatchFiles : StateFixture {
     void BatchFinished() { state->OnEvent(Event{Ids::EVENT_BATCH_FINISHED, 0}); }
     size_t MemoryChangedCount() const
     {
-        return std::count(log.begin(), log.end(), "Broadcast " + Ids::EVENT_MEMORY_CHANGED.ToText());
+        return std::count(log.begin(), log.end(), Sent(Ids::EVENT_MEMORY_CHANGED));
     }
 };
 

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "component/session/CDyxSessionDataCtrl.h"
-#include "support/FakeStore.h"
 #include "support/StateFixture.h"
 
 namespace
@@ -22,11 +21,6 @@ struct RecordingOutput : IQOutputWindow {
     CallLog& log;
 };
 
-std::string Sent(const Guid& event)
-{
-    return "Broadcast " + event.ToText();
-}
-
 // Each command made at a connection is a provider of both command faces:
 // radix, disconnect and the seven memory commands.
 CallLog CommandRegistrations(const std::string& call)
@@ -40,25 +34,13 @@ CallLog CommandRegistrations(const std::string& call)
     return calls;
 }
 
-void Append(CallLog& log, const CallLog& more)
-{
-    log.insert(log.end(), more.begin(), more.end());
-}
-
 struct Connection : StateFixture {
-    FakeStore store{log};
     RecordingOutput output{log};
 
     void SetUp() override
     {
-        registry.Provide(Ids::IQDebugSettingsStore, static_cast<IQDebugSettingsStore*>(&store));
-        registry.Provide(Ids::IQTargetRegistry, static_cast<IQTargetRegistry*>(&store));
         registry.Provide(Ids::OutputWindow, &output);
-        ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
-        registry.deliverTo = state.get();
-        state->RegisterPrompts();
-        state->SetSessionKey("boards", "blinky", "Debug", "default");
-        store.text["platform"] = "sim";
+        StartSession();
         log.clear();
     }
     void TearDown() override
@@ -74,10 +56,6 @@ struct Connection : StateFixture {
             if (line.rfind("GetService", 0) != 0)
                 out.push_back(line);
         return out;
-    }
-    bool Logged(const std::string& line) const
-    {
-        return std::find(log.begin(), log.end(), line) != log.end();
     }
 };
 
@@ -118,16 +96,16 @@ TEST_F(Connection, ConnectMakesDriversInOrderAndAnnouncesIt)
         "SetCpuIdentity 3 7",
         Sent(Ids::EVENT_PLATFORM_CHANGED),
     };
-    Append(expected, CommandRegistrations("RegisterProvider"));
-    Append(expected, {
-                         Sent(Ids::EVENT_PLATFORM_CHANGED),
-                         "Debug Connected",
-                         "store FIRST_CONNECTION_TAG=NO",
-                         "store limit=0",
-                         Sent(Ids::EVENT_CONNECTED),
-                         "GetProviders {89194D47-DA5E-40D3-8AC0-661B13DA561D}", // the listeners hear of it
-                         "GetProviders {453547D2-008B-44A3-BDF4-48B86CBCFB44}",
-                     });
+    expected = expected + CommandRegistrations("RegisterProvider") +
+               CallLog{
+                   Sent(Ids::EVENT_PLATFORM_CHANGED),
+                   "Debug Connected",
+                   "store FIRST_CONNECTION_TAG=NO",
+                   "store limit=0",
+                   Sent(Ids::EVENT_CONNECTED),
+                   "GetProviders {89194D47-DA5E-40D3-8AC0-661B13DA561D}", // the listeners hear of it
+                   "GetProviders {453547D2-008B-44A3-BDF4-48B86CBCFB44}",
+               };
     EXPECT_EQ(Calls(), expected);
     EXPECT_TRUE(state->IsConnected());
     EXPECT_EQ(state->CommandCount(), 9u) << "radix, disconnect and the memory commands exist while connected";
@@ -204,7 +182,7 @@ TEST_F(Connection, DisconnectLetsTheTargetGoBeforeTheCpu)
             "Debug Disconnected",
             "Release cpu cm3",
         };
-        Append(expected, CommandRegistrations("UnregisterProvider"));
+        expected = expected + CommandRegistrations("UnregisterProvider");
         expected.push_back(Sent(Ids::EVENT_PLATFORM_CHANGED));
         EXPECT_EQ(Calls(), expected);
         EXPECT_FALSE(state->IsConnected());

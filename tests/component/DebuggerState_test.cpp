@@ -13,21 +13,6 @@ namespace
 
 using DebuggerState = StateFixture;
 
-// One call per identifier, in the order given.
-CallLog Each(const std::string& call, std::vector<Guid> ids)
-{
-    CallLog calls;
-    for (const Guid& id : ids)
-        calls.push_back(call + " " + IdName(id));
-    return calls;
-}
-
-CallLog operator+(CallLog a, const CallLog& b)
-{
-    a.insert(a.end(), b.begin(), b.end());
-    return a;
-}
-
 template <class T> std::vector<T> Reversed(std::vector<T> list)
 {
     return std::vector<T>(list.rbegin(), list.rend());
