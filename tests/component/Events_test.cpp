@@ -128,35 +128,32 @@ TEST_F(Events, StopAddressFromAPlatformThreadWinsOverTheEventsOwn)
     EXPECT_EQ(state->GetStopAddress(), 0x200u) << "the pending address is taken once";
 }
 
-TEST_F(Events, StopWithNoRunKnownRefreshesMemoryAndTellsNoPeer)
-{
-    IQDebuggerSync* list[] = {&p1};
-    state->SetSyncPeers(list, 1);
-    state->SetSessionsInStep(1);
-    state->NotifySyncStepIn();
-    ASSERT_TRUE(state->IsSyncDriven());
-    uint64_t before = state->GetMemory()->Generation();
-    Send(Ids::EVENT_TARGET_STOPPED, 0x40);
-    EXPECT_EQ(state->GetMemory()->Generation(), before + 1);
-    EXPECT_FALSE(state->IsSyncDriven());
-    EXPECT_TRUE(peers.empty());
-    EXPECT_TRUE(views.empty()) << "a stop reaches the views through the runner, not directly";
-}
-
-TEST_F(Events, StopOfAKnownRunFinishesTheWaitingCommandAndTellsPeers)
+// With no run known a stop still empties the caches and ends a drive by a
+// peer; a stop of a run also finishes the waiting command, once, and tells the peers.
+TEST_F(Events, StopRefreshesMemoryAndEndsTheRunItBelongsTo)
 {
     IQDebuggerSync* list[] = {&p1, self};
     state->SetSyncPeers(list, 2);
     state->SetSessionsInStep(1);
-    state->GetRunner()->SetRunState(RUN_GOING);
-    int finished = 0;
-    state->SetWaitingCommand([&] { ++finished; });
-    Send(Ids::EVENT_TARGET_STOPPED, 0x40);
-    EXPECT_EQ(finished, 1);
-    EXPECT_FALSE(state->GetRunner()->IsRunning());
-    EXPECT_EQ(peers, (CallLog{"P1 SyncStopped"}));
-    Send(Ids::EVENT_TARGET_STOPPED, 0x40);
-    EXPECT_EQ(finished, 1) << "a waiting command is finished once";
+    for (bool running : {false, true}) {
+        SCOPED_TRACE(running ? "a run" : "no run");
+        peers.clear();
+        state->NotifySyncStepIn();
+        ASSERT_TRUE(state->IsSyncDriven());
+        state->GetRunner()->SetRunState(running ? RUN_GOING : RUN_HALTED);
+        int finished = 0;
+        state->SetWaitingCommand([&] { ++finished; });
+        const uint64_t before = state->GetMemory()->Generation();
+        Send(Ids::EVENT_TARGET_STOPPED, 0x40);
+        Send(Ids::EVENT_TARGET_STOPPED, 0x40);
+        EXPECT_EQ(state->GetMemory()->Generation(), before + 2);
+        EXPECT_FALSE(state->IsSyncDriven());
+        EXPECT_FALSE(state->GetRunner()->IsRunning());
+        EXPECT_EQ(finished, running ? 1 : 0);
+        EXPECT_EQ(peers, running ? CallLog{"P1 SyncStopped"} : CallLog{});
+        EXPECT_TRUE(views.empty()) << "a stop reaches the views through the runner, not directly";
+        state->SetWaitingCommand(nullptr);
+    }
 }
 
 TEST_F(Events, PeersAreToldInOrderAndNeverThemselves)
