@@ -1,5 +1,6 @@
 #pragma once
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -7,7 +8,10 @@
 #include <string_view>
 
 // A 16-byte identity, written in the usual "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}"
-// text. The bytes are kept in the order of that text and compared byte by byte.
+// text. In memory it has the conventional layout of such an identity: a 32-bit
+// field and two 16-bit fields in the machine's byte order, then eight bytes,
+// so that a host which fills in that structure hands us an identity we know.
+// Compared byte by byte.
 struct Guid {
     std::array<uint8_t, 16> bytes{};
 
@@ -45,7 +49,19 @@ private:
             return c - 'a' + 10;
         return -1;
     }
-    // "{8-4-4-4-12}" hex digits; bytes in the order of the text.
+    // Where the n-th byte of the text (the most significant first within each of
+    // the three leading fields) lives in memory.
+    static constexpr size_t Place(size_t n)
+    {
+        if constexpr (std::endian::native == std::endian::big)
+            return n;
+        if (n < 4)
+            return 3 - n;
+        if (n < 8)
+            return n ^ 1;
+        return n;
+    }
+    // "{8-4-4-4-12}" hex digits.
     static constexpr bool Decode(std::string_view text, Guid& out)
     {
         if (text.size() != 38 || text.front() != '{' || text.back() != '}')
@@ -63,13 +79,15 @@ private:
             int hi = Nibble(text[i]), lo = Nibble(text[i + 1]);
             if (hi < 0 || lo < 0)
                 return false;
-            g.bytes[at++] = static_cast<uint8_t>(hi << 4 | lo);
+            g.bytes[Place(at++)] = static_cast<uint8_t>(hi << 4 | lo);
             i += 2;
         }
         out = g;
         return true;
     }
 };
+
+static_assert(sizeof(Guid) == 16, "an identity crosses the boundary as 16 bytes");
 
 consteval Guid operator""_guid(const char* text, size_t n)
 {
@@ -88,8 +106,8 @@ inline std::string Guid::ToText() const
     for (size_t i = 0; i < 16; ++i) {
         if (i == 4 || i == 6 || i == 8 || i == 10)
             s += '-';
-        s += hex[bytes[i] >> 4];
-        s += hex[bytes[i] & 15];
+        s += hex[bytes[Place(i)] >> 4];
+        s += hex[bytes[Place(i)] & 15];
     }
     s += '}';
     return s;

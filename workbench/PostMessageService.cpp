@@ -4,7 +4,10 @@
 
 #include "boundary/Ids.h"
 
-PostMessageService::PostMessageService(MessageLoop& loop) : loop_(loop), inbox_(std::make_shared<Inbox>()) {}
+PostMessageService::PostMessageService(MessageLoop& loop)
+    : loop_(loop), loopThread_(std::this_thread::get_id()), inbox_(std::make_shared<Inbox>())
+{
+}
 
 PostMessageService::~PostMessageService()
 {
@@ -23,7 +26,7 @@ HRESULT PostMessageService::Post(IQPostMessageClient* client, uint32_t value)
 {
     if (client == nullptr)
         return E_POINTER;
-    const IUnknown* identity = IdentityOf(client);
+    const IUnknown* identity = std::this_thread::get_id() == loopThread_ ? IdentityOf(client) : nullptr;
     uint64_t serial = 0;
     try {
         std::lock_guard<std::mutex> lock(inbox_->mutex);
@@ -90,14 +93,14 @@ HRESULT PostMessageService::ForgetClient(IUnknown* client)
     {
         std::lock_guard<std::mutex> lock(inbox_->mutex);
         for (const auto& [serial, message] : inbox_->pending)
-            if (message.raw == client)
+            if (message.raw == client && message.identity != nullptr)
                 identity = message.identity;
     }
     for (const auto& [key, entry] : timers_)
         if (entry.raw == client)
             identity = entry.identity;
     auto matches = [&](const IUnknown* raw, const IUnknown* id) {
-        return raw == client || id == client || id == identity;
+        return raw == client || (id != nullptr && (id == client || id == identity));
     };
     {
         std::lock_guard<std::mutex> lock(inbox_->mutex);

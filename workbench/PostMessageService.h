@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <thread>
 #include <utility>
 
 #include "boundary/interfaces/Component.h"
@@ -11,7 +12,9 @@
 #include "workbench/MessageLoop.h"
 
 // Deferred calls and timers over the main loop. Post may be called from any
-// thread; timers and ForgetClient belong to the loop's thread.
+// thread; timers and ForgetClient belong to the loop's thread, the thread that
+// makes the service. Clients are only ever called on that thread: a message
+// posted from another thread is kept under the pointer it was posted with.
 class PostMessageService final : public IQPostMessageService
 {
 public:
@@ -29,8 +32,9 @@ public:
     HRESULT KillTimer(IQTimerClient* client, uint32_t id) override;
 
     // Drops the queued messages and timers of a client that is going away: any
-    // interface pointer it was given as, or its IUnknown identity, will do. The
-    // client itself is not called.
+    // interface pointer it was given as on the loop's thread, or its IUnknown
+    // identity, will do; a message posted from another thread is matched by the
+    // pointer it was posted with. The client itself is not called.
     HRESULT ForgetClient(IUnknown* client) override;
 
     size_t PendingMessages() const;
@@ -40,6 +44,7 @@ private:
     struct Message {
         IQPostMessageClient* client;
         const IUnknown* raw;
+        // Null when posted from another thread: the client may not be asked there.
         const IUnknown* identity;
         uint32_t value;
     };
@@ -60,6 +65,7 @@ private:
     static void Deliver(const std::weak_ptr<Inbox>& inbox, uint64_t serial);
 
     MessageLoop& loop_;
+    const std::thread::id loopThread_;
     std::shared_ptr<Inbox> inbox_;
     std::map<std::pair<IQTimerClient*, uint32_t>, TimerEntry> timers_;
 };

@@ -1,9 +1,7 @@
 #include "component/frame/CDebuggerApp.h"
 
 #include "boundary/Ids.h"
-#include "component/frame/CDebuggerState.h"
 #include "component/frame/StringTable.h"
-#include "component/session/CDyxSessionDataCtrl.h"
 
 CDebuggerApp& CDebuggerApp::Instance()
 {
@@ -22,8 +20,9 @@ HRESULT CDebuggerApp::GetComponentVersion(int32_t* major, int32_t* minor)
 
 HRESULT CDebuggerApp::LibraryRegister2(IQRegistrar* registrar)
 {
+    // Without a registrar there is nothing to tell; the load still succeeds.
     if (registrar == nullptr)
-        return E_POINTER;
+        return S_OK;
     // The display name always comes from the component's own table: no
     // resource module is installed when the workbench registers components.
     const std::string name = StringTable::OwnText(57640);
@@ -37,11 +36,16 @@ HRESULT CDebuggerApp::CreateInstance(uint32_t id)
 {
     std::unique_ptr<CDebuggerState> state = factory_ ? factory_() : std::make_unique<CDebuggerState>();
     auto session = std::make_unique<CDyxSessionDataCtrl>(*state, state->GetRunner());
-    // A key in use is overwritten; the objects it held are the workbench's
-    // mistake, and are destroyed rather than leaked.
+    // A key in use is the workbench's mistake: the instance it held is ended
+    // as the workbench would have ended it, rather than leaked or left
+    // registered after its death.
+    if (CDebuggerState* old = FindState(id))
+        old->Terminate(1);
+    if (CDyxSessionDataCtrl* old = FindSession(id))
+        old->Terminate(1);
     DestroyInstance(id);
-    states_[id] = state.release();
-    sessions_[id] = session.release();
+    states_[id] = std::move(state);
+    sessions_[id] = std::move(session);
     return S_OK;
 }
 
@@ -62,23 +66,31 @@ HRESULT CDebuggerApp::QueryInterface2(uint32_t id, const Guid* iid, void** out)
 
 HRESULT CDebuggerApp::DestroyInstance(uint32_t id)
 {
-    CDebuggerState* state = FindState(id);
-    CDyxSessionDataCtrl* session = FindSession(id);
-    states_.erase(id);
-    sessions_.erase(id);
-    delete state;
-    delete session;
+    // Both keys go before either object: a destructor finds the instance unlisted.
+    std::unique_ptr<CDebuggerState> state;
+    std::unique_ptr<CDyxSessionDataCtrl> session;
+    if (auto it = states_.find(id); it != states_.end()) {
+        state = std::move(it->second);
+        states_.erase(it);
+    }
+    if (auto it = sessions_.find(id); it != sessions_.end()) {
+        session = std::move(it->second);
+        sessions_.erase(it);
+    }
+    // The controller refers to the state, so it goes first.
+    session.reset();
+    state.reset();
     return S_OK;
 }
 
 CDebuggerState* CDebuggerApp::FindState(uint32_t id) const
 {
     auto it = states_.find(id);
-    return it == states_.end() ? nullptr : it->second;
+    return it == states_.end() ? nullptr : it->second.get();
 }
 
 CDyxSessionDataCtrl* CDebuggerApp::FindSession(uint32_t id) const
 {
     auto it = sessions_.find(id);
-    return it == sessions_.end() ? nullptr : it->second;
+    return it == sessions_.end() ? nullptr : it->second.get();
 }

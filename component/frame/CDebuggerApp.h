@@ -5,9 +5,8 @@
 #include <unordered_map>
 
 #include "boundary/interfaces/Workbench.h"
-
-class CDebuggerState;
-class CDyxSessionDataCtrl;
+#include "component/frame/CDebuggerState.h"
+#include "component/session/CDyxSessionDataCtrl.h"
 
 // The component's one process-wide object: the registry of its instances.
 // Each instance id maps to a debugger state and its session controller; the
@@ -34,7 +33,8 @@ public:
     void SetStateFactory(StateFactory factory) { factory_ = std::move(factory); }
 
 private:
-    std::unordered_map<uint32_t, CDebuggerState*> states_;
-    std::unordered_map<uint32_t, CDyxSessionDataCtrl*> sessions_;
+    // Declared state first, so that at unload too the controllers go first.
+    std::unordered_map<uint32_t, std::unique_ptr<CDebuggerState>> states_;
+    std::unordered_map<uint32_t, std::unique_ptr<CDyxSessionDataCtrl>> sessions_;
     StateFactory factory_;
 };

@@ -3,7 +3,6 @@
 #include "boundary/Ids.h"
 #include "component/breaks/CPCBreakManager.h"
 #include "component/command/CCmd.h"
-#include "component/disassembly/CDisassemble.h"
 #include "component/frame/CUserPrompts.h"
 #include "component/memory/CMemoryManager.h"
 #include "component/memory/CStatusMemoryPane.h"
@@ -24,7 +23,7 @@ CDebuggerState::CDebuggerState()
 
 CDebuggerState::~CDebuggerState()
 {
-    DisassemblyClients.clear();
+    Views.Clear();
     Runner.reset();
     Breaks.reset();
 }
@@ -67,27 +66,27 @@ HRESULT CDebuggerState::QueryInterface(const Guid& iid, void** out)
 
 HRESULT CDebuggerState::GetCpuText1(std::string& text)
 {
-    text = CpuText1;
+    text = Connection.CpuText(0);
     return S_OK;
 }
 HRESULT CDebuggerState::GetCpuText2(std::string& text)
 {
-    text = CpuText2;
+    text = Connection.CpuText(1);
     return S_OK;
 }
 HRESULT CDebuggerState::GetTargetText1(std::string& text)
 {
-    text = TargetText1;
+    text = Connection.TargetText(0);
     return S_OK;
 }
 HRESULT CDebuggerState::GetTargetText2(std::string& text)
 {
-    text = TargetText2;
+    text = Connection.TargetText(1);
     return S_OK;
 }
 HRESULT CDebuggerState::GetTargetText3(std::string& text)
 {
-    text = TargetText3;
+    text = Connection.TargetText(2);
     return S_OK;
 }
 
@@ -146,23 +145,17 @@ HRESULT CDebuggerState::IsDisconnected()
 }
 HRESULT CDebuggerState::IsTargetAbsent()
 {
-    return Target == nullptr ? S_OK : S_FALSE;
+    return Connection.HasTarget() ? S_FALSE : S_OK;
 }
 
 HRESULT CDebuggerState::GetTargetNames(std::string& a, std::string& b)
 {
-    auto* names = QueryAs<IQTargetNames>(Target, Ids::TargetNames);
-    if (names == nullptr || names->GetTargetNames(a, b) != S_OK)
-        return S_FALSE;
-    return S_OK;
+    return Connection.GetTargetNames(a, b);
 }
 
 HRESULT CDebuggerState::GetTargetKind()
 {
-    if (!IsConnected())
-        return E_FAIL;
-    auto* kind = static_cast<IQTargetKind*>(TargetKind);
-    return kind != nullptr && kind->GetKind() == S_OK ? S_OK : S_FALSE;
+    return Connection.GetTargetKind();
 }
 
 HRESULT CDebuggerState::GetRunnerKind()
@@ -187,38 +180,26 @@ HRESULT CDebuggerState::ForwardToService(uint32_t& low, uint32_t& limit)
     return target ? target->Forward(low, limit) : E_FAIL;
 }
 
+// The one operation a platform thread may call.
 HRESULT CDebuggerState::SetStopAddress(uint32_t value)
 {
-    std::lock_guard<std::mutex> lock(PendingLock);
-    PendingStopAddress = value;
-    PendingStopValid = true;
+    Connection.SetStopAddress(value);
     return S_OK;
-}
-
-bool CDebuggerState::TakePendingStopAddress(uint32_t& address)
-{
-    std::lock_guard<std::mutex> lock(PendingLock);
-    if (!PendingStopValid)
-        return false;
-    address = PendingStopAddress;
-    PendingStopValid = false;
-    return true;
 }
 
 HRESULT CDebuggerState::SetSyncPeers(IQDebuggerSync** peers, int32_t count)
 {
-    SyncPeers = peers;
-    SyncPeerCount = peers ? count : 0;
+    Sync.SetPeers(peers, count);
     return S_OK;
 }
 HRESULT CDebuggerState::SetActiveSession(int32_t flag)
 {
-    ActiveSession = flag != 0;
+    Sync.SetActive(flag != 0);
     return S_OK;
 }
 HRESULT CDebuggerState::SetSessionsInStep(int32_t flag)
 {
-    SessionsInStep = flag != 0;
+    Sync.SetInStep(flag != 0);
     return S_OK;
 }
 

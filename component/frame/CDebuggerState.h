@@ -3,7 +3,6 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -12,6 +11,9 @@
 #include "boundary/interfaces/Platform.h"
 #include "boundary/interfaces/Workbench.h"
 #include "component/frame/CCommandFile.h"
+#include "component/frame/SyncGroup.h"
+#include "component/frame/TargetConnection.h"
+#include "component/frame/ViewServers.h"
 
 class CPCBreakManager;
 class CRunner;
@@ -21,15 +23,15 @@ class CPDEvaluator;
 class CStatusMemoryPane;
 class CUserPrompts;
 class CDyxSessionDataCommandSink;
-class CDisassemble;
 class CCmd;
-struct IQDisassemblyDataClient;
 
 enum PlatformModeValue : int32_t { PLATFORM_MODE_VEL = 0, PLATFORM_MODE_PD = 1 };
 
-// The central object of one debugger session: it holds the connection to the
-// platform and everything that runs, and is what other components see of the
-// debugger.
+// The central object of one debugger session, and what other components see
+// of the debugger: it answers the interfaces and owns everything that runs.
+// Its concerns live in helpers: the hold on the platform and the way stop
+// reports come in (TargetConnection), the views' servers and the forwarding of
+// events to them (ViewServers), and the sessions that run in step (SyncGroup).
 class CDebuggerState : public IQDebuggerState,
                        public IQDebuggerState9,
                        public IQDebuggerSync,
@@ -138,7 +140,7 @@ public:
     HRESULT OnFileChanged(const std::string& path) override;
 
     // What the rest of the component calls directly.
-    bool IsConnected() const { return TargetCore != nullptr; }
+    bool IsConnected() const { return Connection.IsConnected(); }
     int32_t GetPlatformMode() const { return PlatformMode; }
     bool UsesPlatformSymbols() const { return PlatformMode == PLATFORM_MODE_PD || PlatformSymbolic; }
     IQMemoryManager* GetMemoryInterface();
@@ -177,11 +179,8 @@ public:
     void SetCommandSink(CDyxSessionDataCommandSink* sink) { CommandSink = sink; }
     bool TargetToolbarsArePending() const { return TargetToolbarsPending; }
 
-    // Stop address from another thread, taken by the main thread at the stop.
-    bool TakePendingStopAddress(uint32_t& address);
-
     // Events: the views' servers get an event in two passes.
-    void ForwardEvent(const Event& event);
+    void ForwardEvent(const Event& event) { Views.Forward(event); }
     void Broadcast(const Event& event);
     void PostToSelf(uint32_t value);
 
@@ -218,9 +217,9 @@ public:
     std::vector<std::string> ListReaders(const std::string& platform);
     bool CanConnect() const;
     bool CanDisconnect() const;
-    const std::string& GetPlatformName() const { return PlatformName; }
-    const std::string& GetReaderName() const { return ReaderName; }
-    bool IsAlwaysConnected() const { return AlwaysConnected; }
+    const std::string& GetPlatformName() const { return Connection.PlatformName(); }
+    const std::string& GetReaderName() const { return Connection.ReaderName(); }
+    bool IsAlwaysConnected() const { return Connection.IsAlwaysConnected(); }
     size_t CommandCount() const { return Commands.size(); }
 
     // Session changes.
@@ -269,7 +268,6 @@ protected:
     std::string WorkspaceName, ProjectName, ConfigurationName, SessionName;
 
     IQServiceRegistry* Registry = nullptr;
-    IUnknown* HostExtras = nullptr;
     std::unique_ptr<CUserPrompts> Prompts;
     std::unique_ptr<CLabelManager> Labels;
     std::unique_ptr<CPDEvaluator> Evaluator;
@@ -281,29 +279,13 @@ protected:
     bool SyncDriven = false;
     Guid PromptBuild{}, PromptGoEmpty{}, PromptBatchMissing{};
     IQErrorTable* ErrorTable = nullptr;
-    IQPlatformList* PlatformList = nullptr;
-    IUnknown* DriverFactory = nullptr;
     IUnknown* EditorService = nullptr;
     IUnknown* SourceViewer = nullptr;
     IUnknown* DisassemblyViewer = nullptr;
-    std::string ReaderName;
-    std::string PlatformName;
-    bool AlwaysConnected = false;
-    std::string CpuText1, CpuText2, TargetText1, TargetText2, TargetText3;
-    IUnknown* CpuDriver = nullptr;
-    IUnknown* CpuDetails = nullptr;
-    IUnknown* CpuOptions = nullptr;
-    IUnknown* Target = nullptr;
-    IUnknown* TargetCore = nullptr;
-    IUnknown* TargetControl = nullptr;
-    IUnknown* TargetKind = nullptr;
-    IUnknown* Reader = nullptr;
+    TargetConnection Connection;
     int32_t LastProgramHit = 0;
     std::vector<std::string> SkippedSourceFiles;
-    bool SessionsInStep = false;
-    bool ActiveSession = false;
-    IQDebuggerSync** SyncPeers = nullptr;
-    int32_t SyncPeerCount = 0;
+    SyncGroup Sync{this};
     CDyxSessionDataCommandSink* CommandSink = nullptr;
     IQServiceRegistry* Host = nullptr;
     bool PlatformAttached = false;
@@ -313,11 +295,9 @@ protected:
     std::unique_ptr<CStatusMemoryPane> StatusPane;
     Guid PromptLoad{}, PromptUnload{}, PromptSave{}, PromptInit{}, PromptDownloadAfterBuild{}, PromptReload{};
     std::string LastSaveStart, LastSaveEnd, LastDownloadKey;
-    uint32_t PendingStopAddress = 0;
-    std::mutex PendingLock;
-    bool PendingStopValid = false;
     uint32_t LastShownAddress = 0;
     bool LastShownValid = false;
+    ViewServers Views;
     std::vector<int32_t> ReloadQueue;
     std::vector<std::string> RecentVerifyFiles;
     int32_t PlatformMode = PLATFORM_MODE_VEL;
@@ -330,21 +310,28 @@ protected:
     std::string ForcedShowFile;
     int32_t ForcedShowLine = 0;
     bool ErrorTextsRegistered = false;
-    // One server per view, in the order the views asked for them.
-    std::vector<std::pair<IQDisassemblyDataClient*, std::unique_ptr<CDisassemble>>> DisassemblyClients;
     std::function<void()> WaitingCommand;
 
     // Makes the commands that exist only while a platform is connected.
     void BuildCommands();
 
 private:
-    int32_t DriverMode();
     std::string ReadPlatformName();
+    bool IsFunctionFamily() const { return PlatformMode == PLATFORM_MODE_PD; }
+    // The steps of ConnectTo.
+    bool MakeDrivers(const std::string& platform, bool commandsExist, std::string& error);
+    void AnnounceConnection(bool runBatch, bool commandsExist);
     void ApplyFirstConnectionDefaults();
+    void TellConnectionListeners(bool connected);
     void OnTargetStopped(const Event& event);
     void OnRegisterChanged(const Event& event);
     void ShowPositionAt(uint32_t address);
-    template <class Call> void NotifyPeers(bool needActive, Call call);
+    template <class Call> void NotifyPeers(bool needActive, Call call)
+    {
+        // Without a workbench there are no peers to speak of.
+        if (Registry != nullptr)
+            Sync.Tell(needActive, call);
+    }
     void RegisterOwnServices();
     void UnregisterOwnServices();
     void EmptySession();

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "boundary/Ids.h"
+#include "boundary/ScopeGuard.h"
 #include "boundary/interfaces/Command.h"
 #include "boundary/interfaces/Store.h"
 #include "component/frame/CDebuggerState.h"
@@ -87,9 +88,12 @@ void CDebuggerState::StartBatchFiles(int32_t timing)
         // directory is not restored, as a user who set one expects.
         if (!directory.empty() && IsDirectory(directory) && chdir(directory.c_str()) != 0)
             continue;
+        // Counted before the hand-over, as the batch may end inside it; a
+        // refused file gives its count back.
         ++BatchRunning;
-        if (Failed(commandLine->RunBatchFile(file)))
-            --BatchRunning;
+        ScopeGuard giveBack([this] { --BatchRunning; });
+        if (Succeeded(commandLine->RunBatchFile(file)))
+            giveBack.Release();
     }
 }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "boundary/Ids.h"
+#include "boundary/ScopeGuard.h"
 #include "boundary/interfaces/Platform.h"
 #include "boundary/interfaces/Store.h"
 #include "component/breaks/CPCBreakManager.h"
@@ -27,28 +28,7 @@
 namespace
 {
 
-constexpr const char* kNone = "<none>";
 constexpr const char* kFirstConnectionTag = "FIRST_CONNECTION_TAG";
-
-// Lines of a driver's description; text past the last wanted line is dropped.
-std::vector<std::string> SplitDescription(const std::string& text, size_t lines)
-{
-    std::vector<std::string> out(lines);
-    size_t start = 0;
-    for (size_t i = 0; i < lines; ++i) {
-        size_t end = text.find('\n', start);
-        out[i] = text.substr(start, end == std::string::npos ? std::string::npos : end - start);
-        if (end == std::string::npos)
-            break;
-        start = end + 1;
-    }
-    return out;
-}
-
-bool IsNoPlatform(const std::string& name)
-{
-    return name.empty() || strcasecmp(name.c_str(), kNone) == 0;
-}
 
 // The session-data clients as they stand now.
 std::vector<IUnknown*> SessionClients(IQServiceRegistry* registry)
@@ -63,12 +43,6 @@ std::vector<IUnknown*> SessionClients(IQServiceRegistry* registry)
 
 } // namespace
 
-int32_t CDebuggerState::DriverMode()
-{
-    auto* extras = static_cast<IQHostExtras*>(HostExtras);
-    return extras != nullptr && extras->GetDriverCreationMode() == S_OK ? 1 : 0;
-}
-
 std::string CDebuggerState::ReadPlatformName()
 {
     std::string name;
@@ -79,16 +53,14 @@ std::string CDebuggerState::ReadPlatformName()
 
 bool CDebuggerState::CanConnect() const
 {
-    return !Building && !IsNoPlatform(PlatformName) && !IsConnected();
+    return !Building && !TargetConnection::NamesNothing(GetPlatformName()) && !IsConnected();
 }
 
 bool CDebuggerState::CanDisconnect() const
 {
-    if (Building || !IsConnected() || AlwaysConnected)
+    if (Building || !IsConnected() || IsAlwaysConnected())
         return false;
-    if (auto* control = static_cast<IQTargetControl*>(TargetControl))
-        return control->CanDisconnect() == S_OK;
-    return !Runner->IsRunning();
+    return Connection.CanDisconnect(!Runner->IsRunning());
 }
 
 HRESULT CDebuggerState::Connect()
@@ -101,8 +73,8 @@ HRESULT CDebuggerState::Connect()
     // Clients that came with the drivers load their session data now.
     for (IUnknown* client : SessionClients(Registry))
         if (std::find(before.begin(), before.end(), client) == before.end())
-            static_cast<IQWorkSpaceClient2*>(client)->LoadSessionState(WorkspaceName, ProjectName,
-                                                                       ConfigurationName, SessionName);
+            if (auto* workspaceClient = QueryAs<IQWorkSpaceClient2>(client, Ids::IQWorkSpaceClient2))
+                workspaceClient->LoadSessionState(WorkspaceName, ProjectName, ConfigurationName, SessionName);
     Breaks->OnTargetAttached();
     RunConnectionBatch();
     return S_OK;
@@ -132,95 +104,54 @@ void CDebuggerState::BuildCommands()
 bool CDebuggerState::ConnectTo(const std::string& platform, bool runBatch, bool commandsExist)
 {
     RetiredCommands.clear();
+    // Memory closed for the connection batch opens through that batch; when
+    // the connection fails no batch will run, so it opens on the way out.
+    ScopeGuard openMemory([this] {
+        if (Memory && Memory->IsMemoryDisabled())
+            OpenMemoryAfterConnection();
+    });
     if (HasBatchFiles(TIMING_AT_CONNECTION) && DisableMemoryUntilBatch() && Memory)
         Memory->DisableMemory();
-    AlwaysConnected = false;
     std::string error;
-    bool connected = false;
-    std::string cpuName;
-    auto* factory = static_cast<IQDriverFactory*>(DriverFactory);
-    if (PlatformList == nullptr || factory == nullptr ||
-        Failed(PlatformList->GetCpuDriverName(platform, cpuName))) {
-        error = "Target device driver missing, or connection cancelled: " + platform;
-    } else {
-        DisconnectTarget(false, commandsExist);
-        const int32_t mode = DriverMode();
-        IUnknown* cpu = nullptr;
-        HRESULT hr = PlatformMode == PLATFORM_MODE_PD
-                         ? (factory->CheckCpuDriverFor(cpuName, mode, 0, platform) == S_OK
-                                ? factory->CreateCpuDriverFor(cpuName, Registry, 0, mode, 0, platform, &cpu)
-                                : E_FAIL)
-                         : (factory->CheckCpuDriver(cpuName, mode, 0) == S_OK
-                                ? factory->CreateCpuDriver(cpuName, Registry, 0, mode, 0, &cpu)
-                                : E_FAIL);
-        if (Failed(hr) || cpu == nullptr) {
-            error = "Cpu Driver Missing : " + cpuName;
-        } else {
-            IUnknown* target = nullptr;
-            hr = factory->CheckTargetDriver(platform, mode, 0) == S_OK
-                     ? factory->CreateTargetDriver(platform, Registry, 0, mode, 0, &target)
-                     : E_FAIL;
-            if (Failed(hr) || target == nullptr) {
-                factory->ReleaseDriver(cpu, -1);
-                error = "Target device driver missing, or connection cancelled: " + platform;
-            } else {
-                CpuDriver = cpu;
-                Target = target;
-                auto* details = QueryAs<IQCpuDetails>(CpuDriver, Ids::CpuDetails);
-                CpuDetails = details;
-                CpuOptions = QueryAs<IUnknown>(CpuDetails, Ids::CpuOptions);
-                auto* core = QueryAs<IQTargetCore>(Target, Ids::TargetCore);
-                TargetControl = QueryAs<IUnknown>(Target, Ids::TargetControl);
-                TargetKind = QueryAs<IUnknown>(Target, Ids::TargetKind);
-                uint32_t first = 0, second = 0;
-                std::string text;
-                if (details != nullptr) {
-                    details->GetIdentity(first, second);
-                    details->GetDescription(text);
-                }
-                auto cpuLines = SplitDescription(text, 2);
-                CpuText1 = cpuLines[0];
-                CpuText2 = cpuLines[1];
-                text.clear();
-                if (core != nullptr) {
-                    core->SetCpuIdentity(first, second);
-                    core->GetDescription(text);
-                }
-                auto targetLines = SplitDescription(text, 3);
-                TargetText1 = targetLines[0];
-                TargetText2 = targetLines[1];
-                TargetText3 = targetLines[2];
-                uint32_t always = 0;
-                AlwaysConnected =
-                    Succeeded(PlatformList->GetPlatformProperty(platform, 1, always)) && always != 0;
-                // Holding the core is what being connected means.
-                TargetCore = core;
-                connected = core != nullptr;
-                OpenDefaultReader();
-            }
-        }
-    }
-    PlatformName = platform;
+    const bool connected = MakeDrivers(platform, commandsExist, error);
+    Connection.SetPlatformName(platform);
     if (!error.empty()) {
         if (auto* box = GetServiceAs<IQMessageBox>(Registry, Ids::MessageBoxService))
             box->ShowMessage(error, MessageIcon::Stop);
     }
     Broadcast(Event{Ids::EVENT_PLATFORM_CHANGED, 0});
     if (connected) {
-        if (runBatch)
-            RunConnectionBatch();
-        ShowDebugOutput();
-        if (!commandsExist)
-            BuildCommands();
-        Broadcast(Event{Ids::EVENT_PLATFORM_CHANGED, 0});
-        WriteDebugLine(StringTable::Load(5002));
-        ApplyFirstConnectionDefaults();
+        AnnounceConnection(runBatch, commandsExist);
+        openMemory.Release();
     }
-    // Closed for a connection that failed: no batch will run to open it.
-    // A connection that succeeded opens it through its batch.
-    if (!connected && Memory && Memory->IsMemoryDisabled())
-        OpenMemoryAfterConnection();
+    // Whether or not the drivers came up: a session tried once has had its first connection.
+    ApplyFirstConnectionDefaults();
     return connected;
+}
+
+bool CDebuggerState::MakeDrivers(const std::string& platform, bool commandsExist, std::string& error)
+{
+    std::string cpuName;
+    if (!Connection.FindCpuDriver(platform, cpuName)) {
+        error = "Target device driver missing, or connection cancelled: " + platform;
+        return false;
+    }
+    DisconnectTarget(false, commandsExist);
+    if (!Connection.CreateDrivers(platform, cpuName, IsFunctionFamily(), error))
+        return false;
+    OpenDefaultReader();
+    return IsConnected();
+}
+
+void CDebuggerState::AnnounceConnection(bool runBatch, bool commandsExist)
+{
+    if (runBatch)
+        RunConnectionBatch();
+    ShowDebugOutput();
+    if (!commandsExist)
+        BuildCommands();
+    Broadcast(Event{Ids::EVENT_PLATFORM_CHANGED, 0});
+    WriteDebugLine(StringTable::Load(5002));
 }
 
 void CDebuggerState::ApplyFirstConnectionDefaults()
@@ -233,52 +164,45 @@ void CDebuggerState::ApplyFirstConnectionDefaults()
     if (!tag.empty() && tag != "YES")
         return;
     properties->SetProperty(kFirstConnectionTag, "NO", WorkspaceName, ProjectName, SessionName);
-    HRESULT fallback = 1;
-    if (auto* options = static_cast<IQCpuOptions*>(CpuOptions))
-        fallback = options->GetLimitDisassemblyDefault();
+    const HRESULT fallback = Connection.LimitDisassemblyDefault();
     if (auto* store = GetServiceAs<IQDebugSettingsStore>(Registry, Ids::IQDebugSettingsStore))
         store->SetLimitDisassemblyAccess(WorkspaceName, ProjectName, SessionName, fallback == 0 ? 1 : 0);
 }
 
+void CDebuggerState::TellConnectionListeners(bool connected)
+{
+    int32_t count = 0;
+    IUnknown** listeners = nullptr;
+    if (Registry == nullptr || Failed(Registry->GetProviders(Ids::ConnectionListener, count, listeners)) ||
+        listeners == nullptr)
+        return;
+    // Copied first: a listener may register or unregister while told.
+    const std::vector<IUnknown*> copy(listeners, listeners + count);
+    for (IUnknown* provider : copy) {
+        auto* listener = QueryAs<IQConnectionListener>(provider, Ids::ConnectionListener);
+        if (listener == nullptr)
+            continue;
+        if (connected)
+            listener->OnTargetConnected(Connection.TargetText(0));
+        else
+            listener->OnTargetDisconnected(Connection.TargetText(0));
+    }
+}
+
 void CDebuggerState::DisconnectTarget(bool clearNames, bool keepCommands)
 {
-    auto* factory = static_cast<IQDriverFactory*>(DriverFactory);
     Breaks->OnTargetDetached();
-    ReleaseReader();
-    if (TargetControl != nullptr || TargetCore != nullptr) {
-        if (auto* control = static_cast<IQTargetControl*>(TargetControl))
-            control->Goodbye();
-        else
-            static_cast<IQTargetCore*>(TargetCore)->Goodbye();
+    Connection.ReleaseReader();
+    if (Connection.SayGoodbye()) {
         Broadcast(Event{Ids::EVENT_DISCONNECTED, 0});
-        int32_t count = 0;
-        IUnknown** listeners = nullptr;
-        if (Registry && Succeeded(Registry->GetProviders(Ids::ConnectionListener, count, listeners)) &&
-            listeners) {
-            std::vector<IUnknown*> copy(listeners, listeners + count);
-            for (IUnknown* listener : copy)
-                static_cast<IQConnectionListener*>(listener)->OnTargetDisconnected(TargetText1);
-        }
-        if (factory != nullptr)
-            factory->ReleaseDriver(Target, -1);
-        Target = TargetCore = TargetControl = TargetKind = nullptr;
+        TellConnectionListeners(false);
+        Connection.ReleaseTarget();
         WriteDebugLine(StringTable::Load(5003));
     }
-    if (CpuDetails != nullptr) {
-        if (factory != nullptr)
-            factory->ReleaseDriver(CpuDriver, -1);
-        CpuDriver = CpuDetails = CpuOptions = nullptr;
-    }
-    AlwaysConnected = false;
-    if (clearNames) {
-        PlatformName.clear();
-        ReaderName.clear();
-    }
-    CpuText1.clear();
-    CpuText2.clear();
-    TargetText1.clear();
-    TargetText2.clear();
-    TargetText3.clear();
+    Connection.ReleaseCpu();
+    Connection.ClearDescriptions();
+    if (clearNames)
+        Connection.ForgetNames();
     if (!keepCommands) {
         for (auto& command : Commands) {
             command->Retire();
@@ -298,11 +222,10 @@ void CDebuggerState::InitialiseTarget()
         Labels->ClearLabelsQuietly();
     Broadcast(Event{Ids::EVENT_INITIALISING, 0});
     const bool commandsExist = PlatformAttached;
-    const std::string platform = PlatformName;
+    const std::string platform = GetPlatformName();
     DisconnectTarget(false, true);
     SkippedSourceFiles.clear();
-    bool connected = ConnectTo(platform, false, commandsExist);
-    if (connected) {
+    if (ConnectTo(platform, false, commandsExist)) {
         Broadcast(Event{Ids::EVENT_CONNECTED, 0});
         Breaks->OnTargetAttached();
         RunConnectionBatch();
@@ -321,56 +244,29 @@ void CDebuggerState::OpenDefaultReader()
     std::string name;
     if (auto* store = GetServiceAs<IQDebugSettingsStore>(Registry, Ids::IQDebugSettingsStore))
         store->GetDefaultReader(WorkspaceName, ProjectName, SessionName, name);
-    if (IsNoPlatform(name))
-        return;
-    if (Reader != nullptr && strcasecmp(name.c_str(), ReaderName.c_str()) == 0)
-        return;
-    if (Reader != nullptr)
-        ReleaseReader();
-    auto* factory = static_cast<IQDriverFactory*>(DriverFactory);
-    if (factory == nullptr)
-        return;
-    const int32_t mode = DriverMode();
-    IUnknown* reader = nullptr;
-    HRESULT hr = PlatformMode == PLATFORM_MODE_PD
-                     ? (factory->CheckReaderFor(name, mode, 0, PlatformName) == S_OK
-                            ? factory->CreateReaderFor(name, Registry, 0, -1, mode, 0, PlatformName, &reader)
-                            : E_FAIL)
-                     : (factory->CheckReader(name, mode, 0) == S_OK
-                            ? factory->CreateReader(name, Registry, 0, -1, mode, 0, &reader)
-                            : E_FAIL);
     // A reader that cannot be made is no error: the session goes on without one.
-    if (Succeeded(hr) && reader != nullptr) {
-        Reader = reader;
-        ReaderName = name;
-    }
+    if (!TargetConnection::NamesNothing(name))
+        Connection.OpenReader(name, IsFunctionFamily());
 }
 
 void CDebuggerState::ReleaseReader()
 {
-    if (Reader == nullptr)
-        return;
-    if (auto* factory = static_cast<IQDriverFactory*>(DriverFactory))
-        factory->ReleaseDriver(Reader, -1);
-    Reader = nullptr;
+    Connection.ReleaseReader();
 }
 
 bool CDebuggerState::SetDefaultReader(const std::string& name)
 {
-    if (PlatformList == nullptr)
+    if (!Connection.HasCatalogue())
         return false;
-    if (strcasecmp(name.c_str(), ReaderName.c_str()) == 0)
+    if (strcasecmp(name.c_str(), GetReaderName().c_str()) == 0)
         return true;
-    std::string spelled = name;
-    int32_t index = -1;
-    if (Succeeded(PlatformList->FindReader(name, index)))
-        PlatformList->GetReaderName(index, spelled);
+    const std::string spelled = Connection.SpellReader(name);
     if (spelled.empty() || WorkspaceName.empty() || ProjectName.empty() || ConfigurationName.empty() ||
         SessionName.empty())
         return false;
     if (auto* store = GetServiceAs<IQDebugSettingsStore>(Registry, Ids::IQDebugSettingsStore))
         store->SetDefaultReader(WorkspaceName, ProjectName, SessionName, spelled);
-    ReleaseReader();
+    Connection.ReleaseReader();
     if (IsConnected())
         OpenDefaultReader();
     return true;
@@ -378,23 +274,7 @@ bool CDebuggerState::SetDefaultReader(const std::string& name)
 
 std::vector<std::string> CDebuggerState::ListReaders(const std::string& platform)
 {
-    std::vector<std::string> list;
-    if (PlatformList == nullptr)
-        return list;
-    std::string name;
-    for (int32_t i = 0; Succeeded(PlatformList->GetReaderName(i, name)); ++i) {
-        if (std::find(list.begin(), list.end(), name) != list.end())
-            continue;
-        std::string owner;
-        bool ownsOne = PlatformList->GetReaderPlatform(i, owner) == S_OK;
-        if (!IsNoPlatform(platform) && ownsOne) {
-            if (PlatformList->IsFunctionPlatform(platform) == S_OK && owner == platform)
-                list.push_back(name);
-        } else if (PlatformList->IsFunctionPlatform(platform) != S_OK) {
-            list.push_back(name);
-        }
-    }
-    return list;
+    return Connection.ListReaders(platform);
 }
 
 HRESULT CDebuggerState::OpenSession(bool force, bool runBatch, bool plant)
@@ -405,25 +285,20 @@ HRESULT CDebuggerState::OpenSession(bool force, bool runBatch, bool plant)
     std::string platform;
     if (store != nullptr &&
         Succeeded(store->GetPlatform(WorkspaceName, ProjectName, SessionName, platform))) {
-        SelectPlatformMode(IsNoPlatform(platform) ? std::string() : platform);
-        if (!force && platform == PlatformName && IsConnected()) {
+        const bool none = TargetConnection::NamesNothing(platform);
+        SelectPlatformMode(none ? std::string() : platform);
+        if (!force && platform == GetPlatformName() && IsConnected()) {
             OpenDefaultReader();
         } else {
             Broadcast(Event{Ids::EVENT_SESSION_CHANGING, 0});
             DisconnectTarget(false, false);
-            if (IsNoPlatform(platform)) {
-                PlatformName = platform;
-            } else {
-                uint32_t always = 0;
-                if (PlatformList != nullptr)
-                    PlatformList->GetPlatformProperty(platform, 1, always);
-                VariantBool noAuto = VARIANT_FALSE;
+            VariantBool noAuto = VARIANT_FALSE;
+            if (!none)
                 store->GetNoAutoConnect(WorkspaceName, ProjectName, SessionName, noAuto);
-                if (noAuto == VARIANT_TRUE && always == 0)
-                    PlatformName = platform;
-                else
-                    ConnectTo(platform, runBatch, false);
-            }
+            if (none || (noAuto == VARIANT_TRUE && !Connection.IsAlwaysConnectedPlatform(platform)))
+                Connection.SetPlatformName(platform);
+            else
+                ConnectTo(platform, runBatch, false);
         }
     }
     if (IsConnected()) {

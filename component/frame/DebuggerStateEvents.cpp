@@ -5,7 +5,6 @@
 #include "boundary/Ids.h"
 #include "boundary/interfaces/Disassembly.h"
 #include "component/breaks/CPCBreakManager.h"
-#include "component/disassembly/CDisassemble.h"
 #include "component/frame/CDebuggerState.h"
 #include "component/memory/CMemoryManager.h"
 #include "component/run/CRunner.h"
@@ -38,14 +37,7 @@ HRESULT CDebuggerState::OnEvent(const Event& event)
         if (Evaluator)
             Evaluator->AttachPlatform();
         PlatformAttached = true;
-        int32_t count = 0;
-        IUnknown** listeners = nullptr;
-        if (Registry && Succeeded(Registry->GetProviders(Ids::ConnectionListener, count, listeners))) {
-            // Copied first: a listener may register or unregister while told.
-            std::vector<IUnknown*> copy(listeners, listeners + count);
-            for (IUnknown* listener : copy)
-                static_cast<IQConnectionListener*>(listener)->OnTargetConnected(TargetText1);
-        }
+        TellConnectionListeners(true);
         forward = true;
     } else if (id == Ids::EVENT_DISCONNECTED) {
         if (Labels && PlatformMode == PLATFORM_MODE_VEL)
@@ -94,8 +86,8 @@ HRESULT CDebuggerState::OnEvent(const Event& event)
 
 void CDebuggerState::OnTargetStopped(const Event& event)
 {
-    uint32_t pending = 0;
-    StopAddress = TakePendingStopAddress(pending) ? pending : static_cast<uint32_t>(event.param);
+    // The connection is the one way a stop report comes in.
+    StopAddress = Connection.TakeStopAddress(static_cast<uint32_t>(event.param));
     if (Runner->IsRunning()) {
         Runner->OnStopped();
         if (WaitingCommand) {
@@ -134,15 +126,7 @@ void CDebuggerState::ShowPositionAt(uint32_t address)
 bool CDebuggerState::IsPositionShown()
 {
     auto* host = QueryAs<IQSessionHost>(Registry, Ids::SessionHost);
-    return host == nullptr || host->IsMultiSessionHost() != S_OK || ActiveSession;
-}
-
-void CDebuggerState::ForwardEvent(const Event& event)
-{
-    for (auto& [client, server] : DisassemblyClients)
-        server->OnEvent(event);
-    for (auto& [client, server] : DisassemblyClients)
-        server->OnEventNotify(event);
+    return host == nullptr || host->IsMultiSessionHost() != S_OK || Sync.IsActive();
 }
 
 void CDebuggerState::Broadcast(const Event& event)
@@ -174,31 +158,19 @@ HRESULT CDebuggerState::CreateServer(IUnknown* client, IUnknown** server)
 {
     if (server == nullptr)
         return E_POINTER;
-    *server = nullptr;
-    auto* view = static_cast<IQDisassemblyDataClient*>(client);
-    if (view == nullptr)
-        return E_POINTER;
-    auto created = std::make_unique<CDisassemble>(*this, Registry, view);
-    *server = static_cast<IQDisassemblyClient*>(created.get());
-    DisassemblyClients.emplace_back(view, std::move(created));
-    return S_OK;
+    *server = Views.Create(*this, Registry, static_cast<IQDisassemblyDataClient*>(client));
+    return *server != nullptr ? S_OK : E_POINTER;
 }
 
 HRESULT CDebuggerState::ReleaseServer(IUnknown* client)
 {
-    auto it = std::find_if(DisassemblyClients.begin(), DisassemblyClients.end(),
-                           [&](const auto& entry) { return static_cast<IUnknown*>(entry.first) == client; });
-    if (it == DisassemblyClients.end())
-        return E_FAIL;
-    DisassemblyClients.erase(it);
-    return S_OK;
+    return Views.Release(client) ? S_OK : E_FAIL;
 }
 
 // Run ends, as the runner reports them.
 void CDebuggerState::OnRunStarts()
 {
-    for (auto& [client, server] : DisassemblyClients)
-        server->SetDisplayFlags(0);
+    Views.SetDisplayFlags(0);
     Stepping = false;
     SteppingBatch = false;
 }
@@ -227,14 +199,12 @@ void CDebuggerState::OnSteppingBegins(int32_t, int32_t rate)
 {
     Stepping = true;
     SteppingBatch = rate == 7;
-    for (auto& [client, server] : DisassemblyClients)
-        server->SetDisplayFlags(SteppingBatch ? 3 : 1);
+    Views.SetDisplayFlags(SteppingBatch ? 3 : 1);
 }
 
 void CDebuggerState::OnSteppingEnded(bool cancelled)
 {
-    for (auto& [client, server] : DisassemblyClients)
-        server->SetDisplayFlags(0);
+    Views.SetDisplayFlags(0);
     if (!cancelled || SteppingBatch) {
         if (IsPositionShown())
             ShowPositionAt(StopAddress);
@@ -245,16 +215,6 @@ void CDebuggerState::OnSteppingEnded(bool cancelled)
 }
 
 // Peers: every entry of the caller's list but this session's own.
-template <class Call> void CDebuggerState::NotifyPeers(bool needActive, Call call)
-{
-    if (Registry == nullptr || !SessionsInStep || (needActive && !ActiveSession) || SyncPeers == nullptr)
-        return;
-    auto* self = static_cast<IQDebuggerSync*>(this);
-    for (int32_t i = 0; i < SyncPeerCount; ++i)
-        if (SyncPeers[i] != nullptr && SyncPeers[i] != self)
-            call(SyncPeers[i]);
-}
-
 void CDebuggerState::NotifySyncGo()
 {
     NotifyPeers(true, [](IQDebuggerSync* p) { p->SyncGo(); });

@@ -34,12 +34,11 @@ HRESULT CDebuggerState::Initialise(IQServiceRegistry* registry, int32_t flag)
         return S_OK;
     Host = registry;
     Registry = registry;
-    void* extras = nullptr;
-    if (Registry->QueryInterface(Ids::HostExtras, &extras) == S_OK)
-        HostExtras = static_cast<IUnknown*>(extras);
+    auto* extras = QueryAs<IQHostExtras>(Registry, Ids::HostExtras);
     ErrorTable = GetServiceAs<IQErrorTable>(Registry, Ids::ErrorTable);
-    PlatformList = GetServiceAs<IQPlatformList>(Registry, Ids::PlatformList);
-    DriverFactory = GetServiceAs<IUnknown>(Registry, Ids::DriverFactory);
+    auto* platforms = GetServiceAs<IQPlatformList>(Registry, Ids::PlatformList);
+    auto* factory = GetServiceAs<IQDriverFactory>(Registry, Ids::DriverFactory);
+    Connection.Attach(Registry, extras, platforms, factory);
     EditorService = GetServiceAs<IUnknown>(Registry, Ids::EditorService);
     SourceViewer = GetServiceAs<IUnknown>(Registry, Ids::SourceViewer);
     DisassemblyViewer = GetServiceAs<IUnknown>(Registry, Ids::DisassemblyViewer);
@@ -136,10 +135,8 @@ void CDebuggerState::EmptySession()
 void CDebuggerState::ClearServicePointers()
 {
     Registry = nullptr;
-    HostExtras = nullptr;
+    Connection.Detach();
     ErrorTable = nullptr;
-    PlatformList = nullptr;
-    DriverFactory = nullptr;
     EditorService = nullptr;
     SourceViewer = nullptr;
     DisassemblyViewer = nullptr;
@@ -186,7 +183,7 @@ void CDebuggerState::SelectPlatformMode(const std::string& platform)
 {
     const int32_t oldMode = PlatformMode;
     int32_t newMode = PLATFORM_MODE_VEL;
-    if (!platform.empty() && PlatformList != nullptr && PlatformList->IsFunctionPlatform(platform) == S_OK)
+    if (!platform.empty() && Connection.IsFunctionPlatform(platform))
         newMode = PLATFORM_MODE_PD;
     if (newMode == oldMode && newMode == PLATFORM_MODE_VEL)
         return;

@@ -63,8 +63,10 @@ SimResult SimRunner::Begin(Command command)
         running_ = true;
         halt_ = false;
         jobs_.push_back(Job{command, {}});
+        // Under the lock: a stop callback may destroy the target, and with it
+        // this condition, as soon as the worker sees the job.
+        changed_.notify_all();
     }
-    changed_.notify_all();
     return SimResult::Ok();
 }
 
@@ -95,8 +97,8 @@ void SimRunner::Report(StopInfo info)
     {
         std::lock_guard<std::mutex> lock(mutex_);
         jobs_.push_back(Job{Command::Report, std::move(info)});
+        changed_.notify_all();
     }
-    changed_.notify_all();
 }
 
 bool SimRunner::Running() const

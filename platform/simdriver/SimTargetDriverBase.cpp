@@ -26,9 +26,10 @@ SimTargetDriverBase::SimTargetDriverBase(IQServiceRegistry* registry)
 bool SimTargetDriverBase::Start(const std::string& variant, std::string& error)
 {
     // Resolved here, on the main thread: the simulator thread may not look
-    // services up, but posting and the stop address are safe from any thread.
+    // services up. Posting is the one call it makes out of its mailbox; what it
+    // reports travels in the report alone, so that two reports queued before
+    // the main thread looks keep their own addresses.
     auto* posts = GetServiceAs<IQPostMessageService>(registry_, Ids::PostMessageService);
-    auto* state = GetServiceAs<IQDebuggerState4>(registry_, Ids::IQDebuggerState4);
     IQPostMessageClient* client = this;
     auto post = [mailbox = mailbox_, posts, client](Report report) {
         {
@@ -40,11 +41,7 @@ bool SimTargetDriverBase::Start(const std::string& variant, std::string& error)
     };
     SimTarget::Config config;
     config.variant = variant;
-    config.onStop = [post, state](const StopInfo& stop) {
-        if (state != nullptr)
-            state->SetStopAddress(stop.pc);
-        post(Report{true, stop, {}});
-    };
+    config.onStop = [post](const StopInfo& stop) { post(Report{true, stop, {}}); };
     config.onOutput = [post](std::string_view text) { post(Report{false, {}, std::string(text)}); };
     target_ = SimTarget::Create(std::move(config), &error);
     if (!target_)

@@ -1,15 +1,17 @@
-// The session's batch files: stored form, starting them per timing, and the
-// batch state a command inside one sees.
+// The session's batch files: stored form, starting them per timing, the batch
+// state a command inside one sees, and memory kept closed while a connection's
+// batch files run.
 #include <gtest/gtest.h>
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
 #include "boundary/ComUtils.h"
 #include "boundary/interfaces/Command.h"
-#include "boundary/interfaces/Workspace.h"
+#include "component/memory/CMemoryManager.h"
 #include "support/StateFixture.h"
 
 namespace fs = std::filesystem;
@@ -18,12 +20,7 @@ namespace
 {
 
 struct RecordingCommandLine : IQCommandLineService {
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    TESSEL_NOT_REFCOUNTED
+    FAKE_WITHOUT_INTERFACES
     HRESULT RunBatchFile(const std::string& path) override
     {
         started.push_back(fs::path(path).filename().string());
@@ -48,8 +45,7 @@ struct BatchFiles : StateFixture {
         ASSERT_NE(mkdtemp(pattern), nullptr);
         dir = pattern;
         registry.Provide(Ids::CommandLineService, &commandLine);
-        ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
-        state->RegisterPrompts();
+        StartSession();
     }
     void TearDown() override
     {
@@ -67,6 +63,11 @@ struct BatchFiles : StateFixture {
         int32_t v = -1;
         state->GetBatchState(v);
         return v;
+    }
+    void BatchFinished() { state->OnEvent(Event{Ids::EVENT_BATCH_FINISHED, 0}); }
+    size_t MemoryChangedCount() const
+    {
+        return std::count(log.begin(), log.end(), Sent(Ids::EVENT_MEMORY_CHANGED));
     }
 };
 
@@ -94,10 +95,11 @@ TEST_F(BatchFiles, AllFilesOfATimingStartInARowAndBlockOtherTimings)
     EXPECT_EQ(BatchState(), 2);
     state->StartBatchFiles(2);
     EXPECT_EQ(commandLine.started.size(), 2u) << "a start while a batch runs does nothing";
-    state->OnEvent(Event{Ids::EVENT_BATCH_FINISHED, 0});
+    BatchFinished();
     EXPECT_EQ(BatchState(), 2);
-    state->OnEvent(Event{Ids::EVENT_BATCH_FINISHED, 0});
-    EXPECT_EQ(BatchState(), 0);
+    BatchFinished();
+    BatchFinished();
+    EXPECT_EQ(state->GetBatchRunning(), 0) << "never below 0";
     state->StartBatchFiles(2);
     EXPECT_EQ(commandLine.started.back(), "three.qdc");
     EXPECT_EQ(BatchState(), 3);
@@ -110,7 +112,7 @@ TEST_F(BatchFiles, EachTimingHasItsBatchState)
         state->SetCommandFiles({{File("t.qdc"), timing}});
         state->StartBatchFiles(timing);
         EXPECT_EQ(BatchState(), expected[timing]) << timing;
-        state->OnEvent(Event{Ids::EVENT_BATCH_FINISHED, 0});
+        BatchFinished();
     }
 }
 
@@ -122,7 +124,7 @@ TEST_F(BatchFiles, MissingFileIsReportedOnceAndTheOthersRun)
                                                         (dir / "gone.qdc").string() + "' does not exist."}));
     EXPECT_EQ(commandLine.started, (std::vector<std::string>{"here.qdc"}));
 
-    state->OnEvent(Event{Ids::EVENT_BATCH_FINISHED, 0});
+    BatchFinished();
     messages.shown.clear();
     prompts.enabled = false;
     state->StartBatchFiles(0);
@@ -143,7 +145,7 @@ TEST_F(BatchFiles, DirectoryBehindTheBarBecomesTheCurrentOne)
     state->SetCommandFiles({{File("a.qdc") + "|" + (dir / "work").string(), 0}});
     state->StartBatchFiles(0);
     EXPECT_EQ(fs::current_path(), dir / "work");
-    state->OnEvent(Event{Ids::EVENT_BATCH_FINISHED, 0});
+    BatchFinished();
 
     fs::current_path(startDir);
     state->SetCommandFiles({{File("b.qdc") + "|", 0}, {File("c.qdc") + "|" + (dir / "nowhere").string(), 0}});
@@ -159,6 +161,51 @@ TEST_F(BatchFiles, WithoutACommandLineNothingStarts)
     state->StartBatchFiles(0);
     EXPECT_EQ(state->GetBatchRunning(), 0);
     EXPECT_TRUE(messages.shown.empty());
+}
+
+// Views read 0xFF while the connection batch runs, the batch's own commands
+// reach the target, and the views are told to read again only if one of them
+// was turned away.
+TEST_F(BatchFiles, MemoryIsClosedToViewsUntilTheConnectionBatchIsOver)
+{
+    store.number["disablemem"] = 1;
+    for (bool viewReads : {true, false}) {
+        SCOPED_TRACE(viewReads ? "a view read" : "no view read");
+        state->SetCommandFiles({{File("boot.qdc"), 0}});
+        ASSERT_EQ(state->Connect(), S_OK);
+        CMemoryManager* memory = state->GetMemory();
+        ASSERT_TRUE(memory->IsMemoryDisabled()) << "closed while the batch has not run";
+        std::vector<uint8_t> bytes(4, 0x11);
+        if (viewReads) {
+            ASSERT_EQ(state->GetMemoryInterface()->ReadMemory(0x20000000, 0x20000003, 1, bytes.data()), S_OK);
+            EXPECT_EQ(bytes, std::vector<uint8_t>(4, 0xFF));
+        }
+        // The batch's commands go round the closed state, for their own call only.
+        void* commands = nullptr;
+        ASSERT_EQ(memory->QueryInterface(Ids::IQMemoryManagerCmdLine5, &commands), S_OK);
+        bytes.assign(4, 0x11);
+        static_cast<IQMemoryManagerCmdLine5*>(commands)->ReadMemory(0x20000000, 0x20000003, 1, bytes.data());
+        EXPECT_NE(bytes, std::vector<uint8_t>(4, 0xFF));
+        EXPECT_TRUE(memory->IsMemoryDisabled());
+
+        const size_t before = MemoryChangedCount();
+        BatchFinished();
+        EXPECT_FALSE(memory->IsMemoryDisabled());
+        EXPECT_EQ(MemoryChangedCount(), before + (viewReads ? 1 : 0));
+        state->Disconnect();
+    }
+}
+
+TEST_F(BatchFiles, MemoryStaysOpenWithoutAConnectionFileOrAConnection)
+{
+    store.number["disablemem"] = 1;
+    ASSERT_EQ(state->Connect(), S_OK);
+    EXPECT_FALSE(state->GetMemory()->IsMemoryDisabled()) << "no connection file: nothing to wait for";
+    state->Disconnect();
+    store.text["platform"] = "nosuch";
+    state->SetCommandFiles({{File("boot.qdc"), 0}});
+    EXPECT_NE(state->Connect(), S_OK);
+    EXPECT_FALSE(state->GetMemory()->IsMemoryDisabled()) << "no connection: no batch will open it";
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "component/session/CDyxSessionDataCtrl.h"
-#include "support/FakeStore.h"
 #include "support/StateFixture.h"
 
 namespace
@@ -11,12 +10,7 @@ namespace
 
 struct RecordingOutput : IQOutputWindow {
     explicit RecordingOutput(CallLog& log) : log(log) {}
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    TESSEL_NOT_REFCOUNTED
+    FAKE_WITHOUT_INTERFACES
     HRESULT AppendText(const std::string& tab, const std::string& text) override
     {
         log.push_back(tab + " " + text.substr(0, text.find('\r')));
@@ -26,11 +20,6 @@ struct RecordingOutput : IQOutputWindow {
     HRESULT BringForward(const std::string&) override { return S_OK; }
     CallLog& log;
 };
-
-std::string Sent(const Guid& event)
-{
-    return "Broadcast " + event.ToText();
-}
 
 // Each command made at a connection is a provider of both command faces:
 // radix, disconnect and the seven memory commands.
@@ -45,25 +34,13 @@ CallLog CommandRegistrations(const std::string& call)
     return calls;
 }
 
-void Append(CallLog& log, const CallLog& more)
-{
-    log.insert(log.end(), more.begin(), more.end());
-}
-
 struct Connection : StateFixture {
-    FakeStore store{log};
     RecordingOutput output{log};
 
     void SetUp() override
     {
-        registry.Provide(Ids::IQDebugSettingsStore, static_cast<IQDebugSettingsStore*>(&store));
-        registry.Provide(Ids::IQTargetRegistry, static_cast<IQTargetRegistry*>(&store));
         registry.Provide(Ids::OutputWindow, &output);
-        ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
-        registry.deliverTo = state.get();
-        state->RegisterPrompts();
-        state->SetSessionKey("boards", "blinky", "Debug", "default");
-        store.text["platform"] = "sim";
+        StartSession();
         log.clear();
     }
     void TearDown() override
@@ -80,37 +57,28 @@ struct Connection : StateFixture {
                 out.push_back(line);
         return out;
     }
-    bool Logged(const std::string& line) const
-    {
-        return std::find(log.begin(), log.end(), line) != log.end();
-    }
 };
 
-TEST_F(Connection, PlatformThatIsNotInstalledGivesOneMessageAndNoConnection)
-{
-    store.text["platform"] = "nosuch";
-    EXPECT_EQ(state->Connect(), E_FAIL);
-    EXPECT_EQ(messages.shown,
-              (std::vector<std::string>{"Target device driver missing, or connection cancelled: nosuch"}));
-    EXPECT_FALSE(state->IsConnected());
-    EXPECT_EQ(state->GetPlatformName(), "nosuch");
-    EXPECT_TRUE(Logged(Sent(Ids::EVENT_PLATFORM_CHANGED)));
-    EXPECT_FALSE(Logged(Sent(Ids::EVENT_CONNECTED)));
-    EXPECT_EQ(state->CommandCount(), 0u);
-}
-
-TEST_F(Connection, DriverFailuresReleaseWhatWasMadeBeforeTheMessage)
+TEST_F(Connection, FailureGivesOneMessageAndHoldsNoDriver)
 {
     const std::pair<const char*, const char*> cases[] = {
-        {"halfsim", "Target device driver missing, or connection cancelled: halfsim"},
+        {"nosuch", "Target device driver missing, or connection cancelled: nosuch"},
         {"ghostcpu", "Cpu Driver Missing : ghost"},
+        {"halfsim", "Target device driver missing, or connection cancelled: halfsim"},
     };
     for (const auto& [platform, message] : cases) {
+        SCOPED_TRACE(platform);
         messages.shown.clear();
-        EXPECT_FALSE(state->ConnectTo(platform, false, false)) << platform;
+        log.clear();
+        store.text["platform"] = platform;
+        EXPECT_EQ(state->Connect(), E_FAIL);
         EXPECT_EQ(messages.shown, (std::vector<std::string>{message}));
         EXPECT_EQ(platforms.Alive(), 0u) << "no driver is left behind";
         EXPECT_FALSE(state->IsConnected());
+        EXPECT_EQ(state->GetPlatformName(), platform);
+        EXPECT_TRUE(Logged(Sent(Ids::EVENT_PLATFORM_CHANGED)));
+        EXPECT_FALSE(Logged(Sent(Ids::EVENT_CONNECTED)));
+        EXPECT_EQ(state->CommandCount(), 0u);
     }
     auto created = std::find(log.begin(), log.end(), "Create cpu cm3");
     ASSERT_NE(created, log.end());
@@ -128,16 +96,16 @@ TEST_F(Connection, ConnectMakesDriversInOrderAndAnnouncesIt)
         "SetCpuIdentity 3 7",
         Sent(Ids::EVENT_PLATFORM_CHANGED),
     };
-    Append(expected, CommandRegistrations("RegisterProvider"));
-    Append(expected, {
-                         Sent(Ids::EVENT_PLATFORM_CHANGED),
-                         "Debug Connected",
-                         "store FIRST_CONNECTION_TAG=NO",
-                         "store limit=0",
-                         Sent(Ids::EVENT_CONNECTED),
-                         "GetProviders {89194D47-DA5E-40D3-8AC0-661B13DA561D}", // the listeners hear of it
-                         "GetProviders {453547D2-008B-44A3-BDF4-48B86CBCFB44}",
-                     });
+    expected = expected + CommandRegistrations("RegisterProvider") +
+               CallLog{
+                   Sent(Ids::EVENT_PLATFORM_CHANGED),
+                   "Debug Connected",
+                   "store FIRST_CONNECTION_TAG=NO",
+                   "store limit=0",
+                   Sent(Ids::EVENT_CONNECTED),
+                   "GetProviders {89194D47-DA5E-40D3-8AC0-661B13DA561D}", // the listeners hear of it
+                   "GetProviders {453547D2-008B-44A3-BDF4-48B86CBCFB44}",
+               };
     EXPECT_EQ(Calls(), expected);
     EXPECT_TRUE(state->IsConnected());
     EXPECT_EQ(state->CommandCount(), 9u) << "radix, disconnect and the memory commands exist while connected";
@@ -145,6 +113,32 @@ TEST_F(Connection, ConnectMakesDriversInOrderAndAnnouncesIt)
     state->GetCpuText1(a);
     state->GetCpuText2(b);
     EXPECT_EQ(a + "|" + b, "ARM|Cortex-M3");
+}
+
+struct RecordingListener : IQConnectionListener {
+    HRESULT QueryInterface(const Guid& iid, void** out) override
+    {
+        return AnswerFrom({Ids::IUnknown, Ids::ConnectionListener}, iid, this, out);
+    }
+    TESSEL_NOT_REFCOUNTED
+    HRESULT OnTargetConnected(const std::string& text) override { return Note("connected " + text); }
+    HRESULT OnTargetDisconnected(const std::string& text) override { return Note("disconnected " + text); }
+    HRESULT Note(const std::string& what)
+    {
+        heard.push_back(what);
+        return S_OK;
+    }
+    CallLog heard;
+};
+
+TEST_F(Connection, ListenersHearOfTheTargetByItsFirstLine)
+{
+    RecordingListener listener;
+    registry.RegisterProvider(Ids::ConnectionListener, &listener);
+    ASSERT_EQ(state->Connect(), S_OK);
+    state->Disconnect();
+    EXPECT_EQ(listener.heard, (CallLog{"connected Simulator", "disconnected Simulator"}));
+    registry.UnregisterProvider(Ids::ConnectionListener, &listener);
 }
 
 TEST_F(Connection, DescriptionsSplitIntoTheirLines)
@@ -188,7 +182,7 @@ TEST_F(Connection, DisconnectLetsTheTargetGoBeforeTheCpu)
             "Debug Disconnected",
             "Release cpu cm3",
         };
-        Append(expected, CommandRegistrations("UnregisterProvider"));
+        expected = expected + CommandRegistrations("UnregisterProvider");
         expected.push_back(Sent(Ids::EVENT_PLATFORM_CHANGED));
         EXPECT_EQ(Calls(), expected);
         EXPECT_FALSE(state->IsConnected());
@@ -198,12 +192,14 @@ TEST_F(Connection, DisconnectLetsTheTargetGoBeforeTheCpu)
     }
 }
 
-TEST_F(Connection, FirstConnectionAppliesTheCpuDefaultOnce)
+TEST_F(Connection, FirstConnectionAppliesTheCpuDefaultOnceEvenWhenItFails)
 {
     platforms.limitDefault = 0;
-    ASSERT_EQ(state->Connect(), S_OK);
-    EXPECT_EQ(store.number["limit"], 1);
-    state->Disconnect();
+    store.text["platform"] = "nosuch";
+    EXPECT_EQ(state->Connect(), E_FAIL);
+    EXPECT_EQ(store.text["FIRST_CONNECTION_TAG"], "NO");
+    EXPECT_EQ(store.number["limit"], 0) << "no CPU driver: the default 1 applies";
+    store.text["platform"] = "sim";
     store.number["limit"] = 7;
     ASSERT_EQ(state->Connect(), S_OK);
     EXPECT_EQ(store.number["limit"], 7) << "a second connection leaves the option alone";

@@ -1,8 +1,6 @@
 // The debugger state meeting the workbench, leaving it, and picking its managers.
 #include <gtest/gtest.h>
 
-#include <thread>
-
 #include "component/frame/CUserPrompts.h"
 #include "component/memory/CMemoryManager.h"
 #include "component/session/CDyxSessionDataCommandSink.h"
@@ -15,6 +13,21 @@ namespace
 
 using DebuggerState = StateFixture;
 
+template <class T> std::vector<T> Reversed(std::vector<T> list)
+{
+    return std::vector<T>(list.rbegin(), list.rend());
+}
+
+const std::vector<Guid> kStateIds = {Ids::IQDebuggerState9, Ids::IQDebuggerState8, Ids::IQDebuggerState7,
+                                     Ids::IQDebuggerState6, Ids::IQDebuggerState5, Ids::IQDebuggerState4,
+                                     Ids::IQDebuggerState3, Ids::IQDebuggerState2, Ids::IQDebuggerState};
+const std::vector<Guid> kMemoryIds = {Ids::IQMemoryManager,         Ids::IQMemoryManager2,
+                                      Ids::IQMemoryManager3,        Ids::IQMemoryManager4,
+                                      Ids::IQMemoryManager5,        Ids::IQMemoryManagerCmdLine,
+                                      Ids::IQMemoryManagerCmdLine2, Ids::IQMemoryManagerCmdLine3,
+                                      Ids::IQMemoryManagerCmdLine4, Ids::IQMemoryManagerCmdLine5};
+const std::vector<Guid> kBreakIds = {Ids::IQPCBreakManager, Ids::IQPCBreakManager2, Ids::IQPCBreakManager3};
+
 TEST_F(DebuggerState, FalseFlagChangesNothing)
 {
     EXPECT_EQ(state->Initialise(&registry, 0), S_OK);
@@ -26,45 +39,16 @@ TEST_F(DebuggerState, FalseFlagChangesNothing)
 TEST_F(DebuggerState, InitialiseFetchesThenRegistersInOrder)
 {
     ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
-    EXPECT_EQ(log, (CallLog{
-                       "QueryInterface HostExtras",
-                       "GetService ErrorTable",
-                       "GetService PlatformList",
-                       "GetService DriverFactory",
-                       "GetService EditorService",
-                       "GetService SourceViewer",
-                       "GetService DisassemblyViewer",
-                       "RegisterService IQDebuggerState9",
-                       "RegisterService IQDebuggerState8",
-                       "RegisterService IQDebuggerState7",
-                       "RegisterService IQDebuggerState6",
-                       "RegisterService IQDebuggerState5",
-                       "RegisterService IQDebuggerState4",
-                       "RegisterService IQDebuggerState3",
-                       "RegisterService IQDebuggerState2",
-                       "RegisterService IQDebuggerState",
-                       "RegisterService IQMemoryManager",
-                       "RegisterService IQMemoryManager2",
-                       "RegisterService IQMemoryManager3",
-                       "RegisterService IQMemoryManager4",
-                       "RegisterService IQMemoryManager5",
-                       "RegisterService IQMemoryManagerCmdLine",
-                       "RegisterService IQMemoryManagerCmdLine2",
-                       "RegisterService IQMemoryManagerCmdLine3",
-                       "RegisterService IQMemoryManagerCmdLine4",
-                       "RegisterService IQMemoryManagerCmdLine5",
-                       "GetService ErrorTable",
-                       "GetService UserPromptTable",
-                       "RegisterProvider IQPostMessageClient",
-                       "RegisterProvider IQFileMonitorClient",
-                       "RegisterService IQPCBreakManager",
-                       "RegisterService IQPCBreakManager2",
-                       "RegisterService IQPCBreakManager3",
-                       "RegisterService IQRunner",
-                       "RegisterService IQSourceManager",
-                       "RegisterService IQDebuggerApplicationServer",
-                       "RegisterProvider IQStatusClient",
-                   }));
+    EXPECT_EQ(log, CallLog{"QueryInterface HostExtras"} +
+                       Each("GetService", {Ids::ErrorTable, Ids::PlatformList, Ids::DriverFactory,
+                                           Ids::EditorService, Ids::SourceViewer, Ids::DisassemblyViewer}) +
+                       Each("RegisterService", kStateIds) + Each("RegisterService", kMemoryIds) +
+                       Each("GetService", {Ids::ErrorTable, Ids::UserPromptTable}) +
+                       Each("RegisterProvider", {Ids::IQPostMessageClient, Ids::IQFileMonitorClient}) +
+                       Each("RegisterService", kBreakIds) +
+                       Each("RegisterService",
+                            {Ids::IQRunner, Ids::IQSourceManager, Ids::IQDebuggerApplicationServer}) +
+                       Each("RegisterProvider", {Ids::IQStatusClient}));
     // The versions point at one face, the first version at the primary one.
     EXPECT_EQ(registry.Service(Ids::IQDebuggerState2), registry.Service(Ids::IQDebuggerState9));
     EXPECT_EQ(registry.Service(Ids::IQDebuggerState), static_cast<IQDebuggerState*>(state.get()));
@@ -83,47 +67,21 @@ TEST_F(DebuggerState, TerminateGivesEverythingBackInReverse)
     state->RegisterErrorTexts();
     size_t mark = log.size();
     ASSERT_EQ(state->Terminate(1), S_OK);
-    EXPECT_EQ(Since(mark), (CallLog{
-                               "Broadcast {4A135B5C-8CD7-11D5-80DB-00C04F68EAD7}",
-                               "UnregisterProvider IQStatusClient",
-                               "UnregisterService IQRunner",
-                               "UnregisterService IQPCBreakManager",
-                               "UnregisterService IQPCBreakManager2",
-                               "UnregisterService IQPCBreakManager3",
-                               "UnregisterService IQSourceManager",
-                               "UnregisterService IQDebuggerApplicationServer",
-                               "DeletePrompt 'Save memory'",
-                               "DeletePrompt 'Unload Program'",
-                               "DeletePrompt 'Load Program'",
-                               "DeletePrompt 'Initialize Target'",
-                               "DeletePrompt 'Download modules after build'",
-                               "DeletePrompt 'Reload out-of-date download modules'",
-                               "DeletePrompt 'Build out of date download modules'",
-                               "DeletePrompt 'Go when no programs downloaded'",
-                               "DeletePrompt 'Command batch file does not exist'",
-                               "UnregisterProvider IQPostMessageClient",
-                               "UnregisterProvider IQFileMonitorClient",
-                               "UnregisterService IQDebuggerState",
-                               "UnregisterService IQDebuggerState2",
-                               "UnregisterService IQDebuggerState3",
-                               "UnregisterService IQDebuggerState4",
-                               "UnregisterService IQDebuggerState5",
-                               "UnregisterService IQDebuggerState6",
-                               "UnregisterService IQDebuggerState7",
-                               "UnregisterService IQDebuggerState8",
-                               "UnregisterService IQDebuggerState9",
-                               "UnregisterService IQMemoryManagerCmdLine5",
-                               "UnregisterService IQMemoryManagerCmdLine4",
-                               "UnregisterService IQMemoryManagerCmdLine3",
-                               "UnregisterService IQMemoryManagerCmdLine2",
-                               "UnregisterService IQMemoryManagerCmdLine",
-                               "UnregisterService IQMemoryManager5",
-                               "UnregisterService IQMemoryManager4",
-                               "UnregisterService IQMemoryManager3",
-                               "UnregisterService IQMemoryManager2",
-                               "UnregisterService IQMemoryManager",
-                               "GetService ErrorTable",
-                           }));
+    CallLog prompts;
+    for (const char* name : {"Save memory", "Unload Program", "Load Program", "Initialize Target",
+                             "Download modules after build", "Reload out-of-date download modules",
+                             "Build out of date download modules", "Go when no programs downloaded",
+                             "Command batch file does not exist"})
+        prompts.push_back(std::string("DeletePrompt '") + name + "'");
+    const CallLog expected =
+        CallLog{"Broadcast {4A135B5C-8CD7-11D5-80DB-00C04F68EAD7}", "UnregisterProvider IQStatusClient",
+                "UnregisterService IQRunner"} +
+        Each("UnregisterService", kBreakIds) +
+        Each("UnregisterService", {Ids::IQSourceManager, Ids::IQDebuggerApplicationServer}) + prompts +
+        Each("UnregisterProvider", {Ids::IQPostMessageClient, Ids::IQFileMonitorClient}) +
+        Each("UnregisterService", Reversed(kStateIds)) + Each("UnregisterService", Reversed(kMemoryIds)) +
+        CallLog{"GetService ErrorTable"};
+    EXPECT_EQ(Since(mark), expected);
     // The recording registry refuses an unregister of a pointer it does not
     // hold, so an empty registry proves every pointer matched.
     EXPECT_EQ(registry.ServiceCount(), fixtureServices) << "only the fixture's own services remain";
@@ -271,26 +229,6 @@ TEST_F(DebuggerState, LookupsOutOfRangeFailWithANullPointer)
     EXPECT_EQ(state->GetTargetNames(a, b), S_FALSE);
     uint32_t low = 0, limit = 0xFFFFFFFF;
     EXPECT_EQ(state->ForwardToService(low, limit), E_FAIL);
-}
-
-TEST_F(DebuggerState, StopAddressFromAnotherThreadIsTakenOnce)
-{
-    uint32_t address = 0;
-    EXPECT_FALSE(state->TakePendingStopAddress(address));
-    std::thread platform([&] { state->SetStopAddress(0x08000123); });
-    platform.join();
-    ASSERT_TRUE(state->TakePendingStopAddress(address));
-    EXPECT_EQ(address, 0x08000123u);
-    EXPECT_FALSE(state->TakePendingStopAddress(address));
-}
-
-TEST_F(DebuggerState, ToolbarRequestIsAFlagTheSinkReads)
-{
-    EXPECT_FALSE(state->TargetToolbarsArePending());
-    state->RequestTargetToolbars();
-    EXPECT_TRUE(state->TargetToolbarsArePending());
-    state->CancelTargetToolbars();
-    EXPECT_FALSE(state->TargetToolbarsArePending());
 }
 
 } // namespace

@@ -12,40 +12,13 @@
 namespace
 {
 
-// A view that writes what its server tells it into a shared log.
-struct RecordingView : IQDisassemblyDataClient {
-    RecordingView(std::string name, CallLog& log) : name(std::move(name)), log(log) {}
-    HRESULT QueryInterface(const Guid&, void** out) override
+// Writes what it is told into a shared log, under its name.
+struct Noting {
+    Noting(std::string name, CallLog& log) : name(std::move(name)), log(log) {}
+    HRESULT Note(std::string what, std::vector<int64_t> values = {})
     {
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    TESSEL_NOT_REFCOUNTED
-    HRESULT Reserved3() override { return S_OK; }
-    HRESULT OnDataChanged(int32_t reason) override { return Note("OnDataChanged " + std::to_string(reason)); }
-    HRESULT OnConnected() override { return Note("OnConnected"); }
-    HRESULT OnDisconnected() override { return Note("OnDisconnected"); }
-    HRESULT OnProgramLoaded() override { return Note("OnProgramLoaded"); }
-    HRESULT OnProgramUnloaded() override { return Note("OnProgramUnloaded"); }
-    HRESULT OnStopLine(uint32_t pc, const std::string&, int32_t, int32_t kind) override
-    {
-        return Note("OnStopLine " + std::to_string(pc) + " " + std::to_string(kind));
-    }
-    HRESULT OnPCLine(uint32_t pc, const std::string&, int32_t, int32_t kind) override
-    {
-        return Note("OnPCLine " + std::to_string(pc) + " " + std::to_string(kind));
-    }
-    HRESULT OnTargetRunning() override { return Note("OnTargetRunning"); }
-    HRESULT OnBreakChanged(const std::string&, int32_t, uint32_t, VariantBool, VariantBool) override
-    {
-        return Note("OnBreakChanged");
-    }
-    HRESULT OnDisplayFlags(uint32_t flags) override
-    {
-        return Note("OnDisplayFlags " + std::to_string(flags));
-    }
-    HRESULT Note(const std::string& what)
-    {
+        for (int64_t value : values)
+            what += " " + std::to_string(value);
         log.push_back(name + " " + what);
         return S_OK;
     }
@@ -53,13 +26,35 @@ struct RecordingView : IQDisassemblyDataClient {
     CallLog& log;
 };
 
-struct FakeRegisters : IQPlatformRegisters {
-    HRESULT QueryInterface(const Guid&, void** out) override
+// A view that notes what its server tells it.
+struct RecordingView : IQDisassemblyDataClient, Noting {
+    using Noting::Noting;
+    using Text = const std::string&;
+    FAKE_WITHOUT_INTERFACES
+    HRESULT Reserved3() override { return S_OK; }
+    HRESULT OnDataChanged(int32_t reason) override { return Note("OnDataChanged", {reason}); }
+    HRESULT OnConnected() override { return Note("OnConnected"); }
+    HRESULT OnDisconnected() override { return Note("OnDisconnected"); }
+    HRESULT OnProgramLoaded() override { return Note("OnProgramLoaded"); }
+    HRESULT OnProgramUnloaded() override { return Note("OnProgramUnloaded"); }
+    HRESULT OnStopLine(uint32_t pc, Text, int32_t, int32_t kind) override
     {
-        *out = nullptr;
-        return E_NOINTERFACE;
+        return Note("OnStopLine", {pc, kind});
     }
-    TESSEL_NOT_REFCOUNTED
+    HRESULT OnPCLine(uint32_t pc, Text, int32_t, int32_t kind) override
+    {
+        return Note("OnPCLine", {pc, kind});
+    }
+    HRESULT OnTargetRunning() override { return Note("OnTargetRunning"); }
+    HRESULT OnBreakChanged(Text, int32_t, uint32_t, VariantBool, VariantBool) override
+    {
+        return Note("Break");
+    }
+    HRESULT OnDisplayFlags(uint32_t flags) override { return Note("OnDisplayFlags", {flags}); }
+};
+
+struct FakeRegisters : IQPlatformRegisters {
+    FAKE_WITHOUT_INTERFACES
     HRESULT GetRegister(uint32_t index, uint32_t& value) override
     {
         if (index != 0)
@@ -70,38 +65,26 @@ struct FakeRegisters : IQPlatformRegisters {
     uint32_t pc = 0x100;
 };
 
-struct RecordingPeer : IQDebuggerSync {
-    RecordingPeer(std::string name, CallLog& log) : name(std::move(name)), log(log) {}
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    TESSEL_NOT_REFCOUNTED
-    HRESULT Note(const std::string& what)
-    {
-        log.push_back(name + " " + what);
-        return S_OK;
-    }
+// A session running in step with the one under test.
+struct RecordingPeer : IQDebuggerSync, Noting {
+    using Noting::Noting;
+    FAKE_WITHOUT_INTERFACES
     HRESULT SyncGo() override { return Note("SyncGo"); }
     HRESULT SyncResetGo() override { return Note("SyncResetGo"); }
     HRESULT SyncStepIn() override { return Note("SyncStepIn"); }
     HRESULT SyncStepOver() override { return Note("SyncStepOver"); }
     HRESULT SyncStepOut() override { return Note("SyncStepOut"); }
-    HRESULT SyncStep(int32_t count, int32_t, int32_t, int32_t) override
-    {
-        return Note("SyncStep " + std::to_string(count));
-    }
+    HRESULT SyncStep(int32_t count, int32_t, int32_t, int32_t) override { return Note("SyncStep", {count}); }
     HRESULT SyncStopped() override { return Note("SyncStopped"); }
     HRESULT SyncReset() override { return Note("SyncReset"); }
     HRESULT SyncReserved() override { return S_OK; }
-    std::string name;
-    CallLog& log;
 };
 
 struct Events : StateFixture {
-    CallLog views;
+    CallLog views, peers;
     RecordingView a{"A", views}, b{"B", views};
+    RecordingPeer p1{"P1", peers}, p2{"P2", peers};
+    IQDebuggerSync* self = state.get();
     FakeRegisters registers;
 
     void SetUp() override
@@ -121,6 +104,7 @@ struct Events : StateFixture {
 TEST_F(Events, ServersGetAnEventInTwoPassesSoNoViewRedrawsEarly)
 {
     Send(Ids::EVENT_CONNECTED);
+    EXPECT_TRUE(state->IsPlatformAttached());
     EXPECT_EQ(views, (CallLog{"A OnConnected", "B OnConnected"}));
     views.clear();
     state->ForwardEvent(Event{Ids::EVENT_TARGET_STOPPED, 0});
@@ -130,6 +114,7 @@ TEST_F(Events, ServersGetAnEventInTwoPassesSoNoViewRedrawsEarly)
     ASSERT_EQ(state->ReleaseServer(&a), S_OK);
     EXPECT_EQ(state->ReleaseServer(&a), E_FAIL);
     Send(Ids::EVENT_DISCONNECTED);
+    EXPECT_FALSE(state->IsPlatformAttached());
     EXPECT_EQ(views, (CallLog{"B OnDisconnected"}));
 }
 
@@ -143,55 +128,37 @@ TEST_F(Events, StopAddressFromAPlatformThreadWinsOverTheEventsOwn)
     EXPECT_EQ(state->GetStopAddress(), 0x200u) << "the pending address is taken once";
 }
 
-TEST_F(Events, StopWithNoRunKnownRefreshesMemoryAndTellsNoPeer)
+// With no run known a stop still empties the caches and ends a drive by a
+// peer; a stop of a run also finishes the waiting command, once, and tells the peers.
+TEST_F(Events, StopRefreshesMemoryAndEndsTheRunItBelongsTo)
 {
-    CallLog peers;
-    RecordingPeer p{"P", peers};
-    IQDebuggerSync* list[] = {&p};
-    state->SetSyncPeers(list, 1);
-    state->SetSessionsInStep(1);
-    state->NotifySyncStepIn();
-    ASSERT_TRUE(state->IsSyncDriven());
-    uint64_t before = state->GetMemory()->Generation();
-    Send(Ids::EVENT_TARGET_STOPPED, 0x40);
-    EXPECT_EQ(state->GetMemory()->Generation(), before + 1);
-    EXPECT_FALSE(state->IsSyncDriven());
-    EXPECT_TRUE(peers.empty());
-    EXPECT_TRUE(views.empty()) << "a stop reaches the views through the runner, not directly";
-}
-
-TEST_F(Events, StopOfAKnownRunFinishesTheWaitingCommandAndTellsPeers)
-{
-    CallLog peers;
-    RecordingPeer p{"P", peers};
-    IQDebuggerSync* list[] = {&p, static_cast<IQDebuggerSync*>(state.get())};
+    IQDebuggerSync* list[] = {&p1, self};
     state->SetSyncPeers(list, 2);
     state->SetSessionsInStep(1);
-    state->GetRunner()->SetRunState(RUN_GOING);
-    int finished = 0;
-    state->SetWaitingCommand([&] { ++finished; });
-    Send(Ids::EVENT_TARGET_STOPPED, 0x40);
-    EXPECT_EQ(finished, 1);
-    EXPECT_FALSE(state->GetRunner()->IsRunning());
-    EXPECT_EQ(peers, (CallLog{"P SyncStopped"}));
-    Send(Ids::EVENT_TARGET_STOPPED, 0x40);
-    EXPECT_EQ(finished, 1) << "a waiting command is finished once";
-}
-
-TEST_F(Events, BatchCountNeverGoesBelowZero)
-{
-    int32_t value = -1;
-    Send(Ids::EVENT_BATCH_FINISHED);
-    EXPECT_EQ(state->GetBatchRunning(), 0);
-    EXPECT_EQ(state->GetBatchState(value), S_OK);
-    EXPECT_EQ(value, 0);
+    for (bool running : {false, true}) {
+        SCOPED_TRACE(running ? "a run" : "no run");
+        peers.clear();
+        state->NotifySyncStepIn();
+        ASSERT_TRUE(state->IsSyncDriven());
+        state->GetRunner()->SetRunState(running ? RUN_GOING : RUN_HALTED);
+        int finished = 0;
+        state->SetWaitingCommand([&] { ++finished; });
+        const uint64_t before = state->GetMemory()->Generation();
+        Send(Ids::EVENT_TARGET_STOPPED, 0x40);
+        Send(Ids::EVENT_TARGET_STOPPED, 0x40);
+        EXPECT_EQ(state->GetMemory()->Generation(), before + 2);
+        EXPECT_FALSE(state->IsSyncDriven());
+        EXPECT_FALSE(state->GetRunner()->IsRunning());
+        EXPECT_EQ(finished, running ? 1 : 0);
+        EXPECT_EQ(peers, running ? CallLog{"P1 SyncStopped"} : CallLog{});
+        EXPECT_TRUE(views.empty()) << "a stop reaches the views through the runner, not directly";
+        state->SetWaitingCommand(nullptr);
+    }
 }
 
 TEST_F(Events, PeersAreToldInOrderAndNeverThemselves)
 {
-    CallLog peers;
-    RecordingPeer p1{"P1", peers}, p2{"P2", peers};
-    IQDebuggerSync* list[] = {&p1, static_cast<IQDebuggerSync*>(state.get()), &p2};
+    IQDebuggerSync* list[] = {&p1, self, &p2};
     state->SetSyncPeers(list, 3);
 
     state->NotifySyncGo();
@@ -267,14 +234,6 @@ TEST_F(Events, BuildMarksAndDownloadEnd)
     Send(Ids::EVENT_DOWNLOAD_COMPLETE);
     EXPECT_EQ(state->GetRunner()->GetRunState(), RUN_HALTED);
     EXPECT_EQ(Since(mark), (CallLog{"Broadcast {2289D125-1242-11D5-9690-00B0D0167C2F}"}));
-}
-
-TEST_F(Events, ConnectionAttachesTheManagersAndDisconnectionDetachesThem)
-{
-    Send(Ids::EVENT_CONNECTED);
-    EXPECT_TRUE(state->IsPlatformAttached());
-    Send(Ids::EVENT_DISCONNECTED);
-    EXPECT_FALSE(state->IsPlatformAttached());
 }
 
 } // namespace

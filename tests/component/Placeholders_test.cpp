@@ -9,52 +9,38 @@ namespace
 {
 
 struct FakeWorkspace : IQWorkspaceInfo, IQCustomPlaceholders {
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    TESSEL_NOT_REFCOUNTED
-    static HRESULT Give(std::string& out, const std::string& v)
+    using In = const std::string&;
+    using Out = std::string&;
+    FAKE_WITHOUT_INTERFACES
+    static HRESULT Give(Out out, In v)
     {
         out = v;
         return v.empty() ? E_FAIL : S_OK;
     }
-    HRESULT GetInstallDirectory(std::string& d) override { return Give(d, "/opt/tessel"); }
-    HRESULT GetTempDirectory(std::string& d) override { return Give(d, "/tmp"); }
-    HRESULT GetActiveConfiguration(std::string& n) override { return Give(n, "Debug"); }
-    HRESULT GetActiveProject(std::string& n) override { return Give(n, "blinky"); }
-    HRESULT GetActiveWorkspace(std::string& n) override { return Give(n, open ? "boards" : ""); }
-    HRESULT GetConfigurationName(const std::string&, const std::string&, const std::string& c,
-                                 std::string& n) override
-    {
-        return Give(n, c);
-    }
-    HRESULT GetProjectName(const std::string&, const std::string& p, std::string& n) override
-    {
-        return Give(n, p);
-    }
-    HRESULT GetWorkspaceName(const std::string& w, std::string& n) override { return Give(n, w); }
-    HRESULT GetConfigurationDirectory(const std::string& w, const std::string& p, const std::string& c,
-                                      std::string& d) override
+    HRESULT GetInstallDirectory(Out d) override { return Give(d, "/opt/tessel"); }
+    HRESULT GetTempDirectory(Out d) override { return Give(d, "/tmp"); }
+    HRESULT GetActiveConfiguration(Out n) override { return Give(n, "Debug"); }
+    HRESULT GetActiveProject(Out n) override { return Give(n, "blinky"); }
+    HRESULT GetActiveWorkspace(Out n) override { return Give(n, open ? "boards" : ""); }
+    HRESULT GetConfigurationName(In, In, In c, Out n) override { return Give(n, c); }
+    HRESULT GetProjectName(In, In p, Out n) override { return Give(n, p); }
+    HRESULT GetWorkspaceName(In w, Out n) override { return Give(n, w); }
+    HRESULT GetConfigurationDirectory(In w, In p, In c, Out d) override
     {
         return Give(d, w.empty() ? "" : "/work/" + w + "/" + p + "/" + c);
     }
-    HRESULT GetProjectDirectory(const std::string& w, const std::string& p, std::string& d) override
+    HRESULT GetProjectDirectory(In w, In p, Out d) override
     {
         return Give(d, w.empty() ? "" : "/work/" + w + "/" + p);
     }
-    HRESULT GetWorkspaceDirectory(const std::string& w, std::string& d) override
-    {
-        return Give(d, w.empty() ? "" : "/work/" + w);
-    }
+    HRESULT GetWorkspaceDirectory(In w, Out d) override { return Give(d, w.empty() ? "" : "/work/" + w); }
     HRESULT IsWorkspaceOpen() override { return open ? S_OK : S_FALSE; }
     HRESULT GetGlobalPlaceholders(Map& map) override
     {
         map = global;
         return S_OK;
     }
-    HRESULT GetWorkspacePlaceholders(const std::string&, Map& map) override
+    HRESULT GetWorkspacePlaceholders(In, Map& map) override
     {
         map = local;
         return S_OK;

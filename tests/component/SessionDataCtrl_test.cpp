@@ -80,15 +80,10 @@ TEST_F(SessionCtrl, ErrorTableKeepsATextAnotherComponentEnteredFirst)
 {
     errors.texts[static_cast<HRESULT>(0x80040901u)] = "Another component's syntax error";
     Start();
-    EXPECT_EQ(ErrorTexts::RowCount(), 101u);
     // The rows, and the memory manager's own text for a refused access.
-    EXPECT_EQ(errors.texts.size(), 102u);
-    EXPECT_EQ(errors.adds, 100);
+    EXPECT_EQ(errors.texts.size(), ErrorTexts::RowCount() + 1);
+    EXPECT_EQ(errors.adds, static_cast<int>(ErrorTexts::RowCount()) - 1);
     EXPECT_EQ(errors.texts[static_cast<HRESULT>(0x80040901u)], "Another component's syntax error");
-    EXPECT_EQ(errors.texts[0], "No Error");
-    EXPECT_EQ(errors.texts[static_cast<HRESULT>(0x80043083u)],
-              "The start address must be lower than the end address.");
-    EXPECT_EQ(errors.texts[static_cast<HRESULT>(0x80043094u)], "Can not copy memory");
     std::string text;
     EXPECT_EQ(state->GetErrorText(static_cast<HRESULT>(0x80041013u), text), S_OK);
     EXPECT_EQ(text, "Undefined symbol");
@@ -121,10 +116,10 @@ struct BadModuleCase {
 
 TEST_F(SessionCtrl, AMissingOrWrongModuleIsReportedAndTheSessionRunsOnOwnTexts)
 {
+    // The module's own checks are the resource module tests'; here, that the
+    // controller reports them and goes on.
     const BadModuleCase cases[] = {
         {"", "Error loading resource DLL %s"},
-        {"wrongtype", "Dll %s is not a resources Dll"},
-        {"notype", "Dll %s is not a resources Dll"},
         {"product100", "Incorrect version of Resources - exiting"},
     };
     for (const auto& c : cases) {

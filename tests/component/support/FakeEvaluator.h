@@ -11,6 +11,9 @@
 // radix asked for (0 for the current one), nothing else. Counts radix changes.
 class FakeEvaluator : public IQEvaluator2
 {
+    using Text = const std::string&;
+    using Out = std::string&;
+
 public:
     int32_t radix = 16;
     int sets = 0;
@@ -56,48 +59,24 @@ public:
             out = static_cast<T>(v);
         return hr;
     }
-    HRESULT TextToAddress(const std::string& t, uint32_t& v) override { return ParseTo(t, 0, v); }
-    HRESULT TextToAddressRadix(const std::string& t, int32_t r, uint32_t& v) override
-    {
-        return ParseTo(t, r, v);
-    }
-    HRESULT TextToUInt8(const std::string& t, uint8_t& v) override { return ParseTo(t, 0, v); }
-    HRESULT TextToUInt8Radix(const std::string& t, int32_t r, uint8_t& v) override
-    {
-        return ParseTo(t, r, v);
-    }
-    HRESULT TextToUInt16(const std::string& t, uint16_t& v) override { return ParseTo(t, 0, v); }
-    HRESULT TextToUInt16Radix(const std::string& t, int32_t r, uint16_t& v) override
-    {
-        return ParseTo(t, r, v);
-    }
-    HRESULT TextToUInt32(const std::string& t, uint32_t& v) override { return ParseTo(t, 0, v); }
-    HRESULT TextToUInt32Radix(const std::string& t, int32_t r, uint32_t& v) override
-    {
-        return ParseTo(t, r, v);
-    }
-    HRESULT TextToUInt64(const std::string& t, uint64_t& v) override { return ParseTo(t, 0, v); }
-    HRESULT TextToUInt64Radix(const std::string& t, int32_t r, uint64_t& v) override
-    {
-        return ParseTo(t, r, v);
-    }
-    HRESULT TextToInt8(const std::string& t, int8_t& v) override { return ParseTo(t, 0, v); }
-    HRESULT TextToInt8Radix(const std::string& t, int32_t r, int8_t& v) override { return ParseTo(t, r, v); }
-    HRESULT TextToInt16(const std::string& t, int16_t& v) override { return ParseTo(t, 0, v); }
-    HRESULT TextToInt16Radix(const std::string& t, int32_t r, int16_t& v) override
-    {
-        return ParseTo(t, r, v);
-    }
-    HRESULT TextToInt32(const std::string& t, int32_t& v) override { return ParseTo(t, 0, v); }
-    HRESULT TextToInt32Radix(const std::string& t, int32_t r, int32_t& v) override
-    {
-        return ParseTo(t, r, v);
-    }
-    HRESULT TextToInt64(const std::string& t, int64_t& v) override { return ParseTo(t, 0, v); }
-    HRESULT TextToInt64Radix(const std::string& t, int32_t r, int64_t& v) override
-    {
-        return ParseTo(t, r, v);
-    }
+    HRESULT TextToAddress(Text t, uint32_t& v) override { return ParseTo(t, 0, v); }
+    HRESULT TextToAddressRadix(Text t, int32_t r, uint32_t& v) override { return ParseTo(t, r, v); }
+    HRESULT TextToUInt8(Text t, uint8_t& v) override { return ParseTo(t, 0, v); }
+    HRESULT TextToUInt8Radix(Text t, int32_t r, uint8_t& v) override { return ParseTo(t, r, v); }
+    HRESULT TextToUInt16(Text t, uint16_t& v) override { return ParseTo(t, 0, v); }
+    HRESULT TextToUInt16Radix(Text t, int32_t r, uint16_t& v) override { return ParseTo(t, r, v); }
+    HRESULT TextToUInt32(Text t, uint32_t& v) override { return ParseTo(t, 0, v); }
+    HRESULT TextToUInt32Radix(Text t, int32_t r, uint32_t& v) override { return ParseTo(t, r, v); }
+    HRESULT TextToUInt64(Text t, uint64_t& v) override { return ParseTo(t, 0, v); }
+    HRESULT TextToUInt64Radix(Text t, int32_t r, uint64_t& v) override { return ParseTo(t, r, v); }
+    HRESULT TextToInt8(Text t, int8_t& v) override { return ParseTo(t, 0, v); }
+    HRESULT TextToInt8Radix(Text t, int32_t r, int8_t& v) override { return ParseTo(t, r, v); }
+    HRESULT TextToInt16(Text t, int16_t& v) override { return ParseTo(t, 0, v); }
+    HRESULT TextToInt16Radix(Text t, int32_t r, int16_t& v) override { return ParseTo(t, r, v); }
+    HRESULT TextToInt32(Text t, int32_t& v) override { return ParseTo(t, 0, v); }
+    HRESULT TextToInt32Radix(Text t, int32_t r, int32_t& v) override { return ParseTo(t, r, v); }
+    HRESULT TextToInt64(Text t, int64_t& v) override { return ParseTo(t, 0, v); }
+    HRESULT TextToInt64Radix(Text t, int32_t r, int64_t& v) override { return ParseTo(t, r, v); }
 
     HRESULT Format(uint64_t v, std::string& text)
     {
@@ -106,39 +85,21 @@ public:
         text = buffer;
         return S_OK;
     }
-    HRESULT AddressToText(uint32_t v, int32_t, VariantBool, std::string& t) override { return Format(v, t); }
-    HRESULT AddressToTextHex(uint32_t v, VariantBool, std::string& t) override { return Format(v, t); }
-    HRESULT UInt8ToText(uint8_t v, int32_t, std::string& t) override { return Format(v, t); }
-    HRESULT UInt16ToText(uint16_t v, int32_t, std::string& t) override { return Format(v, t); }
-    HRESULT UInt32ToText(uint32_t v, int32_t, std::string& t) override { return Format(v, t); }
-    HRESULT UInt64ToText(uint64_t v, int32_t, std::string& t) override { return Format(v, t); }
-    HRESULT Int8ToText(int8_t v, int32_t, std::string& t) override
-    {
-        return Format(static_cast<uint8_t>(v), t);
-    }
-    HRESULT Int16ToText(int16_t v, int32_t, std::string& t) override
-    {
-        return Format(static_cast<uint16_t>(v), t);
-    }
-    HRESULT Int32ToText(int32_t v, int32_t, std::string& t) override
-    {
-        return Format(static_cast<uint32_t>(v), t);
-    }
-    HRESULT Int64ToText(int64_t v, int32_t, std::string& t) override
-    {
-        return Format(static_cast<uint64_t>(v), t);
-    }
+    HRESULT AddressToText(uint32_t v, int32_t, VariantBool, Out t) override { return Format(v, t); }
+    HRESULT AddressToTextHex(uint32_t v, VariantBool, Out t) override { return Format(v, t); }
+    HRESULT UInt8ToText(uint8_t v, int32_t, Out t) override { return Format(v, t); }
+    HRESULT UInt16ToText(uint16_t v, int32_t, Out t) override { return Format(v, t); }
+    HRESULT UInt32ToText(uint32_t v, int32_t, Out t) override { return Format(v, t); }
+    HRESULT UInt64ToText(uint64_t v, int32_t, Out t) override { return Format(v, t); }
+    HRESULT Int8ToText(int8_t v, int32_t, Out t) override { return Format(uint8_t(v), t); }
+    HRESULT Int16ToText(int16_t v, int32_t, Out t) override { return Format(uint16_t(v), t); }
+    HRESULT Int32ToText(int32_t v, int32_t, Out t) override { return Format(uint32_t(v), t); }
+    HRESULT Int64ToText(int64_t v, int32_t, Out t) override { return Format(uint64_t(v), t); }
     HRESULT TextToFloat(const std::string&, float&) override { return E_FAIL; }
     HRESULT TextToDouble(const std::string&, double&) override { return E_FAIL; }
-    HRESULT FloatToText(float v, int32_t, std::string& t) override
-    {
-        return Format(static_cast<uint64_t>(v), t);
-    }
-    HRESULT DoubleToText(double v, int32_t, std::string& t) override
-    {
-        return Format(static_cast<uint64_t>(v), t);
-    }
-    HRESULT FormatAddress(uint32_t v, VariantBool, VariantBool, VariantBool, std::string& t) override
+    HRESULT FloatToText(float v, int32_t, Out t) override { return Format(uint64_t(v), t); }
+    HRESULT DoubleToText(double v, int32_t, Out t) override { return Format(uint64_t(v), t); }
+    HRESULT FormatAddress(uint32_t v, VariantBool, VariantBool, VariantBool, Out t) override
     {
         return Format(v, t);
     }

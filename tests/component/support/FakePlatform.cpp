@@ -1,5 +1,7 @@
 #include "support/FakePlatform.h"
 
+#include <strings.h>
+
 #include <algorithm>
 
 namespace
@@ -66,17 +68,12 @@ struct FakePlatform::Driver : IQCpuDetails, IQCpuOptions, IQTargetCore, IQTarget
 FakePlatform::FakePlatform(CallLog& log) : log_(log) {}
 FakePlatform::~FakePlatform() = default;
 
-HRESULT FakePlatform::QueryInterface(const Guid& iid, void** out)
-{
-    *out = iid == Ids::IUnknown ? static_cast<IQPlatformList*>(this) : nullptr;
-    return *out ? S_OK : E_NOINTERFACE;
-}
-
-IUnknown* FakePlatform::Make(const std::string& kind, const std::string& name)
+HRESULT FakePlatform::Make(const std::string& kind, const std::string& name, IUnknown** out)
 {
     objects_.push_back(std::make_unique<Driver>(*this, kind, name));
     log_.push_back("Create " + kind + " " + name);
-    return static_cast<IQCpuDetails*>(objects_.back().get());
+    *out = static_cast<IQCpuDetails*>(objects_.back().get());
+    return S_OK;
 }
 
 HRESULT FakePlatform::GetPlatformName(int32_t index, std::string& name)
@@ -92,12 +89,6 @@ HRESULT FakePlatform::GetCpuDriverName(const std::string& platform, std::string&
     if (std::find(kPlatforms.begin(), kPlatforms.end(), platform) == kPlatforms.end())
         return E_FAIL;
     driver = platform == "pdsim" ? "pdcpu" : platform == "ghostcpu" ? "ghost" : "cm3";
-    return S_OK;
-}
-
-HRESULT FakePlatform::GetPlatformProperty(const std::string& platform, int32_t property, uint32_t& value)
-{
-    value = property == 1 && platform == "always" ? 1 : 0;
     return S_OK;
 }
 
@@ -144,57 +135,5 @@ HRESULT FakePlatform::ReleaseDriver(IUnknown* object, int32_t)
     }
     log_.push_back("Release " + (*it)->kind + " " + (*it)->name);
     objects_.erase(it);
-    return S_OK;
-}
-
-HRESULT FakePlatform::CheckCpuDriver(const std::string& name, int32_t, int32_t)
-{
-    return name == "ghost" ? E_FAIL : S_OK;
-}
-HRESULT FakePlatform::CheckTargetDriver(const std::string& platform, int32_t, int32_t)
-{
-    return platform == "halfsim" ? E_FAIL : S_OK;
-}
-HRESULT FakePlatform::CheckReader(const std::string&, int32_t, int32_t)
-{
-    return S_OK;
-}
-HRESULT FakePlatform::CheckCpuDriverFor(const std::string& name, int32_t mode, int32_t a, const std::string&)
-{
-    return CheckCpuDriver(name, mode, a);
-}
-HRESULT FakePlatform::CheckReaderFor(const std::string&, int32_t, int32_t, const std::string&)
-{
-    return S_OK;
-}
-
-HRESULT FakePlatform::CreateCpuDriver(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t,
-                                      IUnknown** out)
-{
-    *out = Make("cpu", name);
-    return S_OK;
-}
-HRESULT FakePlatform::CreateCpuDriverFor(const std::string& name, IQServiceRegistry*, int32_t, int32_t,
-                                         int32_t, const std::string&, IUnknown** out)
-{
-    *out = Make("cpu", name + " for");
-    return S_OK;
-}
-HRESULT FakePlatform::CreateTargetDriver(const std::string& platform, IQServiceRegistry*, int32_t, int32_t,
-                                         int32_t, IUnknown** out)
-{
-    *out = Make("target", platform);
-    return S_OK;
-}
-HRESULT FakePlatform::CreateReader(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t,
-                                   int32_t, IUnknown** out)
-{
-    *out = Make("reader", name);
-    return S_OK;
-}
-HRESULT FakePlatform::CreateReaderFor(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t,
-                                      int32_t, const std::string&, IUnknown** out)
-{
-    *out = Make("reader", name + " for");
     return S_OK;
 }

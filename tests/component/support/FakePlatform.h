@@ -1,19 +1,17 @@
 #pragma once
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
-#include <strings.h>
 #include <vector>
 
 #include "boundary/Ids.h"
 #include "boundary/interfaces/Platform.h"
 #include "support/Recording.h"
 
-// A platform catalogue and driver factory that log every call. Platforms:
-// "sim" (rich family, CPU "cm3"), "pdsim" (function family, CPU "pdcpu"),
-// "halfsim" (its target driver cannot be made), "ghostcpu" (its CPU driver
-// cannot be made), "always" (property 1 set). Readers: "elf" for all,
+// A platform catalogue and driver factory that log every driver made and let
+// go. Platforms: "sim" (rich family, CPU "cm3"), "pdsim" (function family, CPU
+// "pdcpu"), "halfsim" (its target driver cannot be made), "ghostcpu" (its CPU
+// driver cannot be made), "always" (property 1 set). Readers: "elf" for all,
 // "pdobj" for "pdsim" only.
 class FakePlatform : public IQPlatformList, public IQDriverFactory
 {
@@ -21,35 +19,64 @@ public:
     explicit FakePlatform(CallLog& log);
     ~FakePlatform();
 
-    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    HRESULT QueryInterface(const Guid& iid, void** out) override
+    {
+        return AnswerUnknown(iid, static_cast<IQPlatformList*>(this), out);
+    }
     TESSEL_NOT_REFCOUNTED
 
     HRESULT GetPlatformName(int32_t index, std::string& name) override;
     HRESULT GetCpuDriverName(const std::string& platform, std::string& driver) override;
-    HRESULT GetPlatformProperty(const std::string& platform, int32_t property, uint32_t& value) override;
+    HRESULT GetPlatformProperty(const std::string& platform, int32_t property, uint32_t& value) override
+    {
+        value = property == 1 && platform == "always" ? 1 : 0;
+        return S_OK;
+    }
     HRESULT GetReaderName(int32_t index, std::string& name) override;
     HRESULT FindReader(const std::string& name, int32_t& index) override;
     HRESULT IsFunctionPlatform(const std::string& name) override;
     HRESULT GetReaderPlatform(int32_t index, std::string& platform) override;
 
     HRESULT ReleaseDriver(IUnknown* object, int32_t flag) override;
-    HRESULT CreateCpuDriver(const std::string& name, IQServiceRegistry*, int32_t, int32_t mode, int32_t,
-                            IUnknown** out) override;
-    HRESULT CreateTargetDriver(const std::string& platform, IQServiceRegistry*, int32_t, int32_t mode,
-                               int32_t, IUnknown** out) override;
-    HRESULT CreateReader(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t mode, int32_t,
-                         IUnknown** out) override;
-    HRESULT CheckCpuDriver(const std::string& name, int32_t mode, int32_t) override;
-    HRESULT CheckTargetDriver(const std::string& platform, int32_t mode, int32_t) override;
-    HRESULT CheckReader(const std::string& name, int32_t mode, int32_t) override;
-    HRESULT CreateCpuDriverFor(const std::string& name, IQServiceRegistry*, int32_t, int32_t mode, int32_t,
-                               const std::string& platform, IUnknown** out) override;
-    HRESULT CreateReaderFor(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t mode,
-                            int32_t, const std::string& platform, IUnknown** out) override;
-    HRESULT CheckCpuDriverFor(const std::string& name, int32_t mode, int32_t,
-                              const std::string& platform) override;
-    HRESULT CheckReaderFor(const std::string& name, int32_t mode, int32_t,
-                           const std::string& platform) override;
+    HRESULT CreateCpuDriver(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t,
+                            IUnknown** out) override
+    {
+        return Make("cpu", name, out);
+    }
+    HRESULT CreateTargetDriver(const std::string& platform, IQServiceRegistry*, int32_t, int32_t, int32_t,
+                               IUnknown** out) override
+    {
+        return Make("target", platform, out);
+    }
+    HRESULT CreateReader(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t, int32_t,
+                         IUnknown** out) override
+    {
+        return Make("reader", name, out);
+    }
+    HRESULT CheckCpuDriver(const std::string& name, int32_t, int32_t) override
+    {
+        return name == "ghost" ? E_FAIL : S_OK;
+    }
+    HRESULT CheckTargetDriver(const std::string& platform, int32_t, int32_t) override
+    {
+        return platform == "halfsim" ? E_FAIL : S_OK;
+    }
+    HRESULT CheckReader(const std::string&, int32_t, int32_t) override { return S_OK; }
+    HRESULT CreateCpuDriverFor(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t,
+                               const std::string&, IUnknown** out) override
+    {
+        return Make("cpu", name + " for", out);
+    }
+    HRESULT CreateReaderFor(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t, int32_t,
+                            const std::string&, IUnknown** out) override
+    {
+        return Make("reader", name + " for", out);
+    }
+    HRESULT CheckCpuDriverFor(const std::string& name, int32_t mode, int32_t a, const std::string&) override
+    {
+        return CheckCpuDriver(name, mode, a);
+    }
+    HRESULT CheckReaderFor(const std::string&, int32_t, int32_t, const std::string&) override { return S_OK; }
 
     // What the next drivers describe themselves as.
     std::string cpuText = "ARM\nCortex-M3";
@@ -61,7 +88,7 @@ public:
 
 private:
     struct Driver;
-    IUnknown* Make(const std::string& kind, const std::string& name);
+    HRESULT Make(const std::string& kind, const std::string& name, IUnknown** out);
 
     CallLog& log_;
     std::vector<std::unique_ptr<Driver>> objects_;

@@ -12,12 +12,9 @@ class FakeStore : public IQDebugSettingsStore, public IQTargetRegistry
 {
 public:
     explicit FakeStore(CallLog& log) : log_(log) {}
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    TESSEL_NOT_REFCOUNTED
+    FAKE_WITHOUT_INTERFACES
+    using In = const std::string&;
+    using Flag = VariantBool;
 
     std::map<std::string, std::string> text;
     std::map<std::string, int32_t> number;
@@ -54,28 +51,16 @@ public:
     HRESULT GetSessionText(Key, Key, Key, std::string& v) override { return GetText("session", v); }
     HRESULT GetPlatform(Key, Key, Key, std::string& v) override { return GetText("platform", v); }
     HRESULT SetPlatform(Key, Key, Key, const std::string& v) override { return SetText("platform", v); }
-    HRESULT GetNoAutoConnect(Key, Key, Key, VariantBool& v) override { return GetNumberAs("noauto", v); }
-    HRESULT SetNoAutoConnect(Key, Key, Key, VariantBool v) override { return SetNumberAs("noauto", v); }
+    HRESULT GetNoAutoConnect(Key, Key, Key, Flag& v) override { return GetNumberAs("noauto", v); }
+    HRESULT SetNoAutoConnect(Key, Key, Key, Flag v) override { return SetNumberAs("noauto", v); }
     HRESULT GetCommandFiles(Key, Key, Key, Variant& v) override { return GetList("batch", v); }
     HRESULT SetCommandFiles(Key, Key, Key, const Variant& v) override { return SetList("batch", v); }
     HRESULT GetDefaultReader(Key, Key, Key, std::string& v) override { return GetText("reader", v); }
     HRESULT SetDefaultReader(Key, Key, Key, const std::string& v) override { return SetText("reader", v); }
-    HRESULT GetDownloadAfterBuild(Key, Key, Key, VariantBool& v) override
-    {
-        return GetNumberAs("afterbuild", v);
-    }
-    HRESULT SetDownloadAfterBuild(Key, Key, Key, VariantBool v) override
-    {
-        return SetNumberAs("afterbuild", v);
-    }
-    HRESULT GetRemoveBreaksOnDownload(Key, Key, Key, VariantBool& v) override
-    {
-        return GetNumberAs("rmbreaks", v);
-    }
-    HRESULT SetRemoveBreaksOnDownload(Key, Key, Key, VariantBool v) override
-    {
-        return SetNumberAs("rmbreaks", v);
-    }
+    HRESULT GetDownloadAfterBuild(Key, Key, Key, Flag& v) override { return GetNumberAs("afterbuild", v); }
+    HRESULT SetDownloadAfterBuild(Key, Key, Key, Flag v) override { return SetNumberAs("afterbuild", v); }
+    HRESULT GetRemoveBreaksOnDownload(Key, Key, Key, Flag& v) override { return GetNumberAs("rmbreaks", v); }
+    HRESULT SetRemoveBreaksOnDownload(Key, Key, Key, Flag v) override { return SetNumberAs("rmbreaks", v); }
     HRESULT SetDisableMemoryUntilBatch(Key, Key, Key, int32_t v) override
     {
         return SetNumberAs("disablemem", v);
@@ -88,19 +73,11 @@ public:
     HRESULT GetLimitDisassemblyAccess(Key, Key, Key, int32_t& v) override { return GetNumberAs("limit", v); }
 
     HRESULT SetNumber(const std::string& key, int32_t v) override { return SetNumberAs(key, v); }
-    HRESULT SetString(const std::string& key, const std::string& v) override { return SetText(key, v); }
+    HRESULT SetString(In key, In v) override { return SetText(key, v); }
     HRESULT GetNumber(const std::string& key, int32_t& v) override { return GetNumberAs(key, v); }
     HRESULT GetString(const std::string& key, std::string& v) override { return GetText(key, v); }
-    HRESULT SetProperty(const std::string& key, const std::string& v, const std::string&, const std::string&,
-                        const std::string&) override
-    {
-        return SetText(key, v);
-    }
-    HRESULT GetProperty(const std::string& key, const std::string&, const std::string&, const std::string&,
-                        std::string& v) override
-    {
-        return GetText(key, v);
-    }
+    HRESULT SetProperty(In key, In v, In, In, In) override { return SetText(key, v); }
+    HRESULT GetProperty(In key, In, In, In, std::string& v) override { return GetText(key, v); }
 
 private:
     HRESULT GetList(const std::string& name, Variant& v)

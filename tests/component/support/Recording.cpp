@@ -6,82 +6,33 @@
 
 #include "boundary/Ids.h"
 
-namespace
-{
-
-HRESULT AnswerUnknown(const Guid& iid, void* self, void** out)
-{
-    *out = iid == Ids::IUnknown ? self : nullptr;
-    return *out ? S_OK : E_NOINTERFACE;
-}
-
-} // namespace
-
 std::string IdName(const Guid& id)
 {
+#define NAMED(name) std::pair<Guid, const char*>(Ids::name, #name)
+    // clang-format off
     static const std::vector<std::pair<Guid, const char*>> names = {
-        {Ids::IQDebuggerState, "IQDebuggerState"},
-        {Ids::IQDebuggerState2, "IQDebuggerState2"},
-        {Ids::IQDebuggerState3, "IQDebuggerState3"},
-        {Ids::IQDebuggerState4, "IQDebuggerState4"},
-        {Ids::IQDebuggerState5, "IQDebuggerState5"},
-        {Ids::IQDebuggerState6, "IQDebuggerState6"},
-        {Ids::IQDebuggerState7, "IQDebuggerState7"},
-        {Ids::IQDebuggerState8, "IQDebuggerState8"},
-        {Ids::IQDebuggerState9, "IQDebuggerState9"},
-        {Ids::IQSourceManager, "IQSourceManager"},
-        {Ids::IQDebuggerApplicationServer, "IQDebuggerApplicationServer"},
-        {Ids::IQPostMessageClient, "IQPostMessageClient"},
-        {Ids::IQFileMonitorClient, "IQFileMonitorClient"},
-        {Ids::IQPCBreakManager, "IQPCBreakManager"},
-        {Ids::IQPCBreakManager2, "IQPCBreakManager2"},
-        {Ids::IQPCBreakManager3, "IQPCBreakManager3"},
-        {Ids::IQMemoryManager, "IQMemoryManager"},
-        {Ids::IQMemoryManager2, "IQMemoryManager2"},
-        {Ids::IQMemoryManager3, "IQMemoryManager3"},
-        {Ids::IQMemoryManager4, "IQMemoryManager4"},
-        {Ids::IQMemoryManager5, "IQMemoryManager5"},
-        {Ids::IQMemoryManagerCmdLine, "IQMemoryManagerCmdLine"},
-        {Ids::IQMemoryManagerCmdLine2, "IQMemoryManagerCmdLine2"},
-        {Ids::IQMemoryManagerCmdLine3, "IQMemoryManagerCmdLine3"},
-        {Ids::IQMemoryManagerCmdLine4, "IQMemoryManagerCmdLine4"},
-        {Ids::IQMemoryManagerCmdLine5, "IQMemoryManagerCmdLine5"},
-        {Ids::IQStatusClient, "IQStatusClient"},
-        {Ids::IQRunner, "IQRunner"},
-        {Ids::IQRunner2, "IQRunner2"},
-        {Ids::IQRunner3, "IQRunner3"},
-        {Ids::IQRunner4, "IQRunner4"},
-        {Ids::IQRunner5, "IQRunner5"},
-        {Ids::IQRunner6, "IQRunner6"},
-        {Ids::HostExtras, "HostExtras"},
-        {Ids::ErrorTable, "ErrorTable"},
-        {Ids::PlatformList, "PlatformList"},
-        {Ids::DriverFactory, "DriverFactory"},
-        {Ids::EditorService, "EditorService"},
-        {Ids::SourceViewer, "SourceViewer"},
-        {Ids::DisassemblyViewer, "DisassemblyViewer"},
-        {Ids::UserPromptTable, "UserPromptTable"},
-        {Ids::IQCommandRecorder, "IQCommandRecorder"},
-        {Ids::IQEvaluator2, "IQEvaluator2"},
-        {Ids::MessageBoxService, "MessageBox"},
-        {Ids::Component, "Component"},
-        {Ids::SessionDataType, "SessionDataType"},
-    };
+        NAMED(IQDebuggerState), NAMED(IQDebuggerState2), NAMED(IQDebuggerState3), NAMED(IQDebuggerState4),
+        NAMED(IQDebuggerState5), NAMED(IQDebuggerState6), NAMED(IQDebuggerState7), NAMED(IQDebuggerState8),
+        NAMED(IQDebuggerState9), NAMED(IQSourceManager), NAMED(IQDebuggerApplicationServer),
+        NAMED(IQPostMessageClient), NAMED(IQFileMonitorClient), NAMED(IQPCBreakManager),
+        NAMED(IQPCBreakManager2), NAMED(IQPCBreakManager3), NAMED(IQMemoryManager), NAMED(IQMemoryManager2),
+        NAMED(IQMemoryManager3), NAMED(IQMemoryManager4), NAMED(IQMemoryManager5),
+        NAMED(IQMemoryManagerCmdLine), NAMED(IQMemoryManagerCmdLine2), NAMED(IQMemoryManagerCmdLine3),
+        NAMED(IQMemoryManagerCmdLine4), NAMED(IQMemoryManagerCmdLine5), NAMED(IQStatusClient),
+        NAMED(IQRunner), NAMED(HostExtras), NAMED(ErrorTable), NAMED(PlatformList), NAMED(DriverFactory),
+        NAMED(EditorService), NAMED(SourceViewer), NAMED(DisassemblyViewer), NAMED(UserPromptTable),
+        NAMED(IQCommandRecorder), NAMED(IQEvaluator2), NAMED(Component), NAMED(SessionDataType)};
+    // clang-format on
+#undef NAMED
     for (const auto& [guid, name] : names)
         if (guid == id)
             return name;
     return id.ToText();
 }
 
-HRESULT RecordingRegistry::QueryInterface(const Guid& iid, void** out)
-{
-    log_.push_back("QueryInterface " + IdName(iid));
-    return AnswerUnknown(iid, static_cast<IQServiceRegistry*>(this), out);
-}
-
 HRESULT RecordingRegistry::Broadcast(const Event& event)
 {
-    log_.push_back("Broadcast " + IdName(event.id));
+    Note("Broadcast", event.id);
     if (deliverTo != nullptr)
         deliverTo->OnEvent(event);
     return S_OK;
@@ -89,7 +40,7 @@ HRESULT RecordingRegistry::Broadcast(const Event& event)
 
 HRESULT RecordingRegistry::GetProviders(const Guid& id, int32_t& count, IUnknown**& array)
 {
-    log_.push_back("GetProviders " + IdName(id));
+    Note("GetProviders", id);
     auto& list = providers_[id];
     count = static_cast<int32_t>(list.size());
     array = list.empty() ? nullptr : list.data();
@@ -98,28 +49,28 @@ HRESULT RecordingRegistry::GetProviders(const Guid& id, int32_t& count, IUnknown
 
 HRESULT RecordingRegistry::GetService(const Guid& id, IUnknown** out)
 {
-    log_.push_back("GetService " + IdName(id));
+    Note("GetService", id);
     *out = Service(id);
     return *out ? S_OK : E_FAIL;
 }
 
 HRESULT RecordingRegistry::RegisterProvider(const Guid& id, IUnknown* provider)
 {
-    log_.push_back("RegisterProvider " + IdName(id));
+    Note("RegisterProvider", id);
     providers_[id].push_back(provider);
     return S_OK;
 }
 
 HRESULT RecordingRegistry::RegisterService(const Guid& id, IUnknown* service)
 {
-    log_.push_back("RegisterService " + IdName(id));
+    Note("RegisterService", id);
     services_[id] = service;
     return S_OK;
 }
 
 HRESULT RecordingRegistry::UnregisterProvider(const Guid& id, IUnknown* provider)
 {
-    log_.push_back("UnregisterProvider " + IdName(id));
+    Note("UnregisterProvider", id);
     auto& list = providers_[id];
     auto it = std::find(list.begin(), list.end(), provider);
     if (it == list.end())
@@ -130,27 +81,11 @@ HRESULT RecordingRegistry::UnregisterProvider(const Guid& id, IUnknown* provider
 
 HRESULT RecordingRegistry::UnregisterService(const Guid& id, IUnknown* service)
 {
-    log_.push_back("UnregisterService " + IdName(id));
+    Note("UnregisterService", id);
     auto it = services_.find(id);
     if (it == services_.end() || it->second != service)
         return E_FAIL;
     services_.erase(it);
-    return S_OK;
-}
-
-HRESULT RecordingRegistry::IsBusy(const Guid& id)
-{
-    log_.push_back("IsBusy " + IdName(id));
-    return S_OK;
-}
-HRESULT RecordingRegistry::SetBusy(const Guid& id)
-{
-    log_.push_back("SetBusy " + IdName(id));
-    return S_OK;
-}
-HRESULT RecordingRegistry::ClearBusy(const Guid& id)
-{
-    log_.push_back("ClearBusy " + IdName(id));
     return S_OK;
 }
 
@@ -168,10 +103,6 @@ size_t RecordingRegistry::ProviderCount() const
     return n;
 }
 
-HRESULT RecordingErrorTable::QueryInterface(const Guid& iid, void** out)
-{
-    return AnswerUnknown(iid, static_cast<IQErrorTable*>(this), out);
-}
 HRESULT RecordingErrorTable::GetText(HRESULT code, std::string& text)
 {
     auto it = texts.find(code);
@@ -195,16 +126,6 @@ HRESULT RecordingErrorTable::RegisterErrorText(const std::string& text, HRESULT&
     code = next;
     return S_OK;
 }
-HRESULT RecordingErrorTable::RemoveText(HRESULT code)
-{
-    ++removes;
-    return texts.erase(code) ? S_OK : E_FAIL;
-}
-
-HRESULT RecordingPromptTable::QueryInterface(const Guid& iid, void** out)
-{
-    return AnswerUnknown(iid, static_cast<IQUserPromptTable*>(this), out);
-}
 HRESULT RecordingPromptTable::AddPrompt(const Guid& owner, const std::string& name,
                                         VariantBool defaultEnabled, Guid& key)
 {
@@ -219,54 +140,11 @@ HRESULT RecordingPromptTable::DeletePrompt(Guid key)
     log_.push_back("DeletePrompt '" + names[key.bytes[15]] + "'");
     return S_OK;
 }
-HRESULT RecordingPromptTable::IsPromptEnabled(Guid)
-{
-    return enabled ? 1 : 0;
-}
 HRESULT RecordingPromptTable::AskYesNo(Guid key, const std::string& question, VariantBool& answer)
 {
     log_.push_back("AskYesNo '" + names[key.bytes[15]] + "' " + question);
     answer = answerYes ? VARIANT_TRUE : VARIANT_FALSE;
     return S_OK;
-}
-HRESULT RecordingPromptTable::SetPromptEnabled(Guid, int32_t)
-{
-    return S_OK;
-}
-HRESULT RecordingPromptTable::AskYesNoReload(Guid key, const std::string& question, VariantBool& answer)
-{
-    return AskYesNo(key, question, answer);
-}
-
-HRESULT RecordingMessageBox::QueryInterface(const Guid& iid, void** out)
-{
-    return AnswerUnknown(iid, static_cast<IQMessageBox*>(this), out);
-}
-HRESULT RecordingMessageBox::ShowMessage(const std::string& text, MessageIcon)
-{
-    shown.push_back(text);
-    return S_OK;
-}
-HRESULT RecordingMessageBox::AskYesNo(const std::string& text, VariantBool defaultAnswer, VariantBool& answer)
-{
-    shown.push_back(text);
-    answer = defaultAnswer;
-    return S_OK;
-}
-
-HRESULT RecordingRecorder::QueryInterface(const Guid& iid, void** out)
-{
-    return AnswerUnknown(iid, static_cast<IQCommandRecorder*>(this), out);
-}
-HRESULT RecordingRecorder::LogCommand(const std::string& text)
-{
-    lines.push_back(text);
-    return S_OK;
-}
-
-HRESULT RecordingRegistrar::QueryInterface(const Guid& iid, void** out)
-{
-    return AnswerUnknown(iid, static_cast<IQRegistrar*>(this), out);
 }
 HRESULT RecordingRegistrar::RegisterComponent(const std::string& name, int32_t count, const Guid* const* ids,
                                               int32_t a, int32_t b, int32_t c, const Guid& identity)

@@ -16,6 +16,21 @@ std::string IdName(const Guid& id);
 // A call log shared by the fakes, so an order across services is one list.
 using CallLog = std::vector<std::string>;
 
+// QueryInterface of a fake that answers IUnknown alone.
+inline HRESULT AnswerUnknown(const Guid& iid, void* self, void** out)
+{
+    return AnswerFrom({Ids::IUnknown}, iid, self, out);
+}
+
+// The IUnknown part of a fake reached only through the pointer it was handed as.
+#define FAKE_WITHOUT_INTERFACES                                                                              \
+    HRESULT QueryInterface(const Guid&, void** out) override                                                 \
+    {                                                                                                        \
+        *out = nullptr;                                                                                      \
+        return E_NOINTERFACE;                                                                                \
+    }                                                                                                        \
+    TESSEL_NOT_REFCOUNTED
+
 // A service registry that records every call in order and keeps what was
 // registered, so that services can be found again.
 class RecordingRegistry : public IQServiceRegistry
@@ -23,7 +38,10 @@ class RecordingRegistry : public IQServiceRegistry
 public:
     explicit RecordingRegistry(CallLog& log) : log_(log) {}
 
-    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    HRESULT QueryInterface(const Guid& iid, void** out) override
+    {
+        return Note("QueryInterface", iid, AnswerUnknown(iid, static_cast<IQServiceRegistry*>(this), out));
+    }
     TESSEL_NOT_REFCOUNTED
     HRESULT Broadcast(const Event& event) override;
     HRESULT GetProviders(const Guid& id, int32_t& count, IUnknown**& array) override;
@@ -32,9 +50,9 @@ public:
     HRESULT RegisterService(const Guid& id, IUnknown* service) override;
     HRESULT UnregisterProvider(const Guid& id, IUnknown* provider) override;
     HRESULT UnregisterService(const Guid& id, IUnknown* service) override;
-    HRESULT IsBusy(const Guid& id) override;
-    HRESULT SetBusy(const Guid& id) override;
-    HRESULT ClearBusy(const Guid& id) override;
+    HRESULT IsBusy(const Guid& id) override { return Note("IsBusy", id); }
+    HRESULT SetBusy(const Guid& id) override { return Note("SetBusy", id); }
+    HRESULT ClearBusy(const Guid& id) override { return Note("ClearBusy", id); }
 
     // A component that broadcasts reach, as the workbench delivers them.
     IQComponent* deliverTo = nullptr;
@@ -45,6 +63,11 @@ public:
     size_t ProviderCount() const;
 
 private:
+    HRESULT Note(const char* call, const Guid& id, HRESULT hr = S_OK)
+    {
+        log_.push_back(std::string(call) + " " + IdName(id));
+        return hr;
+    }
     CallLog& log_;
     std::unordered_map<Guid, IUnknown*> services_;
     std::unordered_map<Guid, std::vector<IUnknown*>> providers_;
@@ -53,33 +76,38 @@ private:
 class RecordingErrorTable : public IQErrorTable
 {
 public:
-    explicit RecordingErrorTable(CallLog* log = nullptr) : log_(log) {}
-    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    HRESULT QueryInterface(const Guid& iid, void** out) override
+    {
+        return AnswerUnknown(iid, static_cast<IQErrorTable*>(this), out);
+    }
     TESSEL_NOT_REFCOUNTED
     HRESULT GetText(HRESULT code, std::string& text) override;
     HRESULT AddText(HRESULT code, const std::string& text) override;
     HRESULT RegisterErrorText(const std::string& text, HRESULT& code) override;
-    HRESULT RemoveText(HRESULT code) override;
+    HRESULT RemoveText(HRESULT code) override { return texts.erase(code) ? S_OK : E_FAIL; }
     std::map<HRESULT, std::string> texts;
-    int adds = 0, removes = 0;
-
-private:
-    CallLog* log_;
+    int adds = 0;
 };
 
 class RecordingPromptTable : public IQUserPromptTable
 {
 public:
     explicit RecordingPromptTable(CallLog& log) : log_(log) {}
-    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    HRESULT QueryInterface(const Guid& iid, void** out) override
+    {
+        return AnswerUnknown(iid, static_cast<IQUserPromptTable*>(this), out);
+    }
     TESSEL_NOT_REFCOUNTED
     HRESULT AddPrompt(const Guid& owner, const std::string& name, VariantBool defaultEnabled,
                       Guid& key) override;
     HRESULT DeletePrompt(Guid key) override;
-    HRESULT IsPromptEnabled(Guid key) override;
+    HRESULT IsPromptEnabled(Guid) override { return enabled ? 1 : 0; }
     HRESULT AskYesNo(Guid key, const std::string& question, VariantBool& answer) override;
-    HRESULT SetPromptEnabled(Guid key, int32_t enabled) override;
-    HRESULT AskYesNoReload(Guid key, const std::string& question, VariantBool& answer) override;
+    HRESULT SetPromptEnabled(Guid, int32_t) override { return S_OK; }
+    HRESULT AskYesNoReload(Guid key, const std::string& question, VariantBool& answer) override
+    {
+        return AskYesNo(key, question, answer);
+    }
     // Key number n (1-based) names the n-th prompt added.
     std::map<int, std::string> names;
     bool enabled = true;
@@ -93,20 +121,39 @@ private:
 class RecordingMessageBox : public IQMessageBox
 {
 public:
-    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    HRESULT QueryInterface(const Guid& iid, void** out) override
+    {
+        return AnswerUnknown(iid, static_cast<IQMessageBox*>(this), out);
+    }
     TESSEL_NOT_REFCOUNTED
-    HRESULT ShowMessage(const std::string& text, MessageIcon icon) override;
-    HRESULT AskYesNo(const std::string& text, VariantBool defaultAnswer, VariantBool& answer) override;
+    HRESULT ShowMessage(const std::string& text, MessageIcon) override
+    {
+        shown.push_back(text);
+        return S_OK;
+    }
+    HRESULT AskYesNo(const std::string& text, VariantBool defaultAnswer, VariantBool& answer) override
+    {
+        shown.push_back(text);
+        answer = defaultAnswer;
+        return S_OK;
+    }
     std::vector<std::string> shown;
 };
 
 class RecordingRecorder : public IQCommandRecorder
 {
 public:
-    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    HRESULT QueryInterface(const Guid& iid, void** out) override
+    {
+        return AnswerUnknown(iid, static_cast<IQCommandRecorder*>(this), out);
+    }
     TESSEL_NOT_REFCOUNTED
     HRESULT IsLogging() override { return logging ? S_OK : S_FALSE; }
-    HRESULT LogCommand(const std::string& text) override;
+    HRESULT LogCommand(const std::string& text) override
+    {
+        lines.push_back(text);
+        return S_OK;
+    }
     bool logging = true;
     std::vector<std::string> lines;
 };
@@ -114,7 +161,10 @@ public:
 class RecordingRegistrar : public IQRegistrar
 {
 public:
-    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    HRESULT QueryInterface(const Guid& iid, void** out) override
+    {
+        return AnswerUnknown(iid, static_cast<IQRegistrar*>(this), out);
+    }
     TESSEL_NOT_REFCOUNTED
     HRESULT RegisterComponent(const std::string& name, int32_t count, const Guid* const* ids, int32_t a,
                               int32_t b, int32_t c, const Guid& identity) override;
