@@ -6,7 +6,7 @@
 
 #include "boundary/Ids.h"
 #include "component/memory/CVELMemoryManager.h"
-#include "tests/cache/support/MemoryOpsNotOffered.h"
+#include "support/MemoryOpsNotOffered.h"
 #include "workbench/ServiceRegistry.h"
 
 namespace

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "boundary/Ids.h"
-#include "tests/component/support/FakeEvaluator.h"
+#include "support/FakeEvaluator.h"
 #include "workbench/EvaluatorHost.h"
 #include "workbench/ServiceRegistry.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "boundary/Ids.h"
-#include "support/RecordingMessageBox.h"
+#include "support/ReplyingMessageBox.h"
 #include "workbench/UserPromptTableService.h"
 
 namespace
@@ -32,7 +32,7 @@ TEST(PromptTable, AsksOnlyWhileEnabledAndAnswersYesWhenNot)
                               {method, State::Disabled, VARIANT_FALSE, S_OK, VARIANT_TRUE},
                               {method, State::Unknown, VARIANT_TRUE, E_FAIL, VARIANT_FALSE}};
         for (const auto& c : cases) {
-            RecordingMessageBox box;
+            ReplyingMessageBox box;
             box.reply = c.reply;
             UserPromptTableService table(&box);
             Guid key = kUnknownKey;
@@ -56,7 +56,7 @@ TEST(PromptTable, AsksOnlyWhileEnabledAndAnswersYesWhenNot)
 
 TEST(PromptTable, KeysAreUniqueAndNeverNull)
 {
-    RecordingMessageBox box;
+    ReplyingMessageBox box;
     UserPromptTableService table(&box);
     std::set<std::string> keys;
     for (int i = 0; i < 300; ++i) {
@@ -70,7 +70,7 @@ TEST(PromptTable, KeysAreUniqueAndNeverNull)
 
 TEST(PromptTable, EnableListDeleteAndRemoveAllOfOwner)
 {
-    RecordingMessageBox box;
+    ReplyingMessageBox box;
     UserPromptTableService table(&box);
     Guid a, b, c, unchanged = kUnknownKey;
     EXPECT_EQ(table.AddPrompt(kOwner, "", VARIANT_TRUE, unchanged), E_INVALIDARG);

@@ -1,4 +1,4 @@
-#include "support/FakePlatform.h"
+#include "support/FakePlatformCatalog.h"
 
 #include <strings.h>
 
@@ -13,8 +13,8 @@ const std::vector<std::pair<std::string, std::string>> kReaders = {{"elf", ""}, 
 } // namespace
 
 // One driver object: CPU details and options, or a target's core and control.
-struct FakePlatform::Driver : IQCpuDetails, IQCpuOptions, IQTargetCore, IQTargetControl {
-    Driver(FakePlatform& owner, std::string kind, std::string name)
+struct FakePlatformCatalog::Driver : IQCpuDetails, IQCpuOptions, IQTargetCore, IQTargetControl {
+    Driver(FakePlatformCatalog& owner, std::string kind, std::string name)
         : owner(owner), kind(std::move(kind)), name(std::move(name))
     {
     }
@@ -61,14 +61,14 @@ struct FakePlatform::Driver : IQCpuDetails, IQCpuOptions, IQTargetCore, IQTarget
     HRESULT CanDisconnect() override { return S_OK; }
     HRESULT TakeOverDownload() override { return E_FAIL; }
 
-    FakePlatform& owner;
+    FakePlatformCatalog& owner;
     std::string kind, name;
 };
 
-FakePlatform::FakePlatform(CallLog& log) : log_(log) {}
-FakePlatform::~FakePlatform() = default;
+FakePlatformCatalog::FakePlatformCatalog(CallLog& log) : log_(log) {}
+FakePlatformCatalog::~FakePlatformCatalog() = default;
 
-HRESULT FakePlatform::Make(const std::string& kind, const std::string& name, IUnknown** out)
+HRESULT FakePlatformCatalog::Make(const std::string& kind, const std::string& name, IUnknown** out)
 {
     objects_.push_back(std::make_unique<Driver>(*this, kind, name));
     log_.push_back("Create " + kind + " " + name);
@@ -76,7 +76,7 @@ HRESULT FakePlatform::Make(const std::string& kind, const std::string& name, IUn
     return S_OK;
 }
 
-HRESULT FakePlatform::GetPlatformName(int32_t index, std::string& name)
+HRESULT FakePlatformCatalog::GetPlatformName(int32_t index, std::string& name)
 {
     if (index < 0 || index >= static_cast<int32_t>(kPlatforms.size()))
         return E_FAIL;
@@ -84,7 +84,7 @@ HRESULT FakePlatform::GetPlatformName(int32_t index, std::string& name)
     return S_OK;
 }
 
-HRESULT FakePlatform::GetCpuDriverName(const std::string& platform, std::string& driver)
+HRESULT FakePlatformCatalog::GetCpuDriverName(const std::string& platform, std::string& driver)
 {
     if (std::find(kPlatforms.begin(), kPlatforms.end(), platform) == kPlatforms.end())
         return E_FAIL;
@@ -92,7 +92,7 @@ HRESULT FakePlatform::GetCpuDriverName(const std::string& platform, std::string&
     return S_OK;
 }
 
-HRESULT FakePlatform::GetReaderName(int32_t index, std::string& name)
+HRESULT FakePlatformCatalog::GetReaderName(int32_t index, std::string& name)
 {
     if (index < 0 || index >= static_cast<int32_t>(kReaders.size()))
         return E_FAIL;
@@ -100,7 +100,7 @@ HRESULT FakePlatform::GetReaderName(int32_t index, std::string& name)
     return S_OK;
 }
 
-HRESULT FakePlatform::FindReader(const std::string& name, int32_t& index)
+HRESULT FakePlatformCatalog::FindReader(const std::string& name, int32_t& index)
 {
     for (size_t i = 0; i < kReaders.size(); ++i)
         if (strcasecmp(kReaders[i].first.c_str(), name.c_str()) == 0) {
@@ -110,13 +110,13 @@ HRESULT FakePlatform::FindReader(const std::string& name, int32_t& index)
     return E_FAIL;
 }
 
-HRESULT FakePlatform::IsFunctionPlatform(const std::string& name)
+HRESULT FakePlatformCatalog::IsFunctionPlatform(const std::string& name)
 {
     log_.push_back("IsFunctionPlatform " + name);
     return name.rfind("pd", 0) == 0 ? S_OK : S_FALSE;
 }
 
-HRESULT FakePlatform::GetReaderPlatform(int32_t index, std::string& platform)
+HRESULT FakePlatformCatalog::GetReaderPlatform(int32_t index, std::string& platform)
 {
     if (index < 0 || index >= static_cast<int32_t>(kReaders.size()))
         return E_FAIL;
@@ -124,7 +124,7 @@ HRESULT FakePlatform::GetReaderPlatform(int32_t index, std::string& platform)
     return platform.empty() ? S_FALSE : S_OK;
 }
 
-HRESULT FakePlatform::ReleaseDriver(IUnknown* object, int32_t)
+HRESULT FakePlatformCatalog::ReleaseDriver(IUnknown* object, int32_t)
 {
     auto it = std::find_if(objects_.begin(), objects_.end(), [&](const auto& d) {
         return static_cast<IUnknown*>(static_cast<IQCpuDetails*>(d.get())) == object;

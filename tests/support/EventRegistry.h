@@ -6,7 +6,7 @@
 
 // Keeps every broadcast event; the only service is the target's address
 // limits, when a test gives one.
-class RecordingRegistry : public IQServiceRegistry
+class EventRegistry : public IQServiceRegistry
 {
 public:
     std::vector<Event> events;

@@ -32,8 +32,8 @@ struct MemoryOpsNotOffered2 : IQPlatformMemory2 {
     HRESULT CanVerify() override { return S_FALSE; }
     HRESULT CanTest() override { return S_FALSE; }
     HRESULT GetAreaCount(uint32_t&) override { return E_NOTIMPL; }
-    HRESULT GetArea(uint32_t, TargetAddress&, TargetAddress&, uint32_t&, uint32_t&, VariantBool&, VariantBool&,
-                    VariantBool&, VariantBool&) override
+    HRESULT GetArea(uint32_t, TargetAddress&, TargetAddress&, uint32_t&, uint32_t&, VariantBool&,
+                    VariantBool&, VariantBool&, VariantBool&) override
     {
         return E_NOTIMPL;
     }

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "component/frame/CDebuggerState.h"
-#include "support/FakePlatform.h"
+#include "support/FakePlatformCatalog.h"
 #include "support/FakeStore.h"
 #include "support/Recording.h"
 
@@ -18,7 +18,7 @@ struct StateFixture : ::testing::Test {
     RecordingMessageBox messages;
     RecordingRecorder recorder;
     FakeEvaluator evaluator;
-    FakePlatform platforms{log};
+    FakePlatformCatalog platforms{log};
     FakeStore store{log};
     std::unique_ptr<CDebuggerState> state = std::make_unique<CDebuggerState>();
 

@@ -12,7 +12,7 @@
 #include "platform/catalog/PlatformList.h"
 #include "platform/simdriver/InstalledPlatforms.h"
 #include "platform/simdriver/SimTargetDriver.h"
-#include "support/Firmware.h"
+#include "support/FirmwareImage.h"
 #include "workbench/Workbench.h"
 
 namespace

@@ -9,7 +9,7 @@
 #include "boundary/Ids.h"
 #include "platform/sim/SimTarget.h"
 #include "platform/simdriver/SimPlatformMemory.h"
-#include "support/Firmware.h"
+#include "support/FirmwareImage.h"
 
 namespace
 {

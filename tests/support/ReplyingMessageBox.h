@@ -6,7 +6,7 @@
 #include "boundary/interfaces/Workbench.h"
 
 // Records every message and question and answers questions with a set reply.
-class RecordingMessageBox final : public IQMessageBox
+class ReplyingMessageBox final : public IQMessageBox
 {
 public:
     struct Question {

@@ -13,11 +13,11 @@
 // "pdcpu"), "halfsim" (its target driver cannot be made), "ghostcpu" (its CPU
 // driver cannot be made), "always" (property 1 set). Readers: "elf" for all,
 // "pdobj" for "pdsim" only.
-class FakePlatform : public IQPlatformList, public IQDriverFactory
+class FakePlatformCatalog : public IQPlatformList, public IQDriverFactory
 {
 public:
-    explicit FakePlatform(CallLog& log);
-    ~FakePlatform();
+    explicit FakePlatformCatalog(CallLog& log);
+    ~FakePlatformCatalog();
 
     HRESULT QueryInterface(const Guid& iid, void** out) override
     {

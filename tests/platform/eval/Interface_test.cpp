@@ -2,7 +2,7 @@
 
 #include "boundary/Ids.h"
 #include "platform/eval/ExpressionEvaluator.h"
-#include "support/RecordingRegistry.h"
+#include "support/EventRegistry.h"
 
 namespace
 {
@@ -22,7 +22,7 @@ TEST(Query, ReporterIsTheSameObject)
 
 TEST(Radix, ChangeIsBroadcast)
 {
-    RecordingRegistry registry;
+    EventRegistry registry;
     ExpressionEvaluator eval(&registry);
     for (int32_t radix : {10, 2, 8, 16}) {
         ASSERT_EQ(eval.SetRadix(radix), S_OK);
@@ -38,7 +38,7 @@ TEST(Radix, ChangeIsBroadcast)
 
 TEST(Radix, UnknownRadixIsRefusedAndNotBroadcast)
 {
-    RecordingRegistry registry;
+    EventRegistry registry;
     ExpressionEvaluator eval(&registry);
     for (int32_t radix : {0, 1, 3, 17, -16, 1000}) {
         EXPECT_EQ(eval.SetRadix(radix), E_INVALIDARG);

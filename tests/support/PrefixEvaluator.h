@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "tests/component/support/FakeEvaluator.h"
+#include "support/FakeEvaluator.h"
 
 // The evaluator as the command line sees it on an older platform: fixed-width
 // texts with the radix's prefix ("H'0012", "D'00018"), upper-case hexadecimal,

@@ -7,7 +7,7 @@
 #include "boundary/interfaces/Platform.h"
 #include "platform/eval/EvalErrors.h"
 #include "platform/eval/ExpressionEvaluator.h"
-#include "support/RecordingRegistry.h"
+#include "support/EventRegistry.h"
 
 namespace
 {
@@ -187,7 +187,7 @@ TEST(FormatAddress, AutoSizeFollowsTheTargetsHighestAddress)
         Limits limits;
         limits.highest = c.highest;
         limits.answer = c.answer;
-        RecordingRegistry registry;
+        EventRegistry registry;
         registry.forwardTarget = &limits;
         ExpressionEvaluator eval(&registry);
         std::string text;
@@ -202,7 +202,7 @@ TEST(FormatAddress, ValueWiderThanTheTargetKeepsItsDigits)
 {
     Limits limits;
     limits.highest = 0xFFFF;
-    RecordingRegistry registry;
+    EventRegistry registry;
     registry.forwardTarget = &limits;
     ExpressionEvaluator eval(&registry);
     std::string text;

@@ -5,7 +5,7 @@
 #include "component/command/CArgNumberUnsigned.h"
 #include "component/command/CCmdEvaluator.h"
 #include "support/CommandFakes.h"
-#include "tests/component/support/FakeEvaluator.h"
+#include "support/FakeEvaluator.h"
 
 namespace
 {
