@@ -245,11 +245,16 @@ void CommandWindow::StopBatches(bool report)
     started_.clear();
     for (const auto& batch : started)
         Abandon(*batch);
+    // The innermost file is always named; a caller only when it had lines
+    // left, so a runaway nesting does not repeat one line per level.
+    bool innermost = true;
     while (!batches_.empty()) {
         BatchReader& batch = *batches_.back();
-        if (report)
-            ShowError("Batch file " + batch.Name() + " stopped; " +
-                      std::to_string(batch.CountRest(kMaxLineLength)) + " line(s) not run");
+        const size_t rest = batch.CountRest(kMaxLineLength);
+        if (report && (innermost || rest > 0))
+            ShowError("Batch file " + batch.Name() + " stopped; " + std::to_string(rest) +
+                      " line(s) not run");
+        innermost = false;
         EndBatch();
     }
 }
