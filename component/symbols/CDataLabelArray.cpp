@@ -1,5 +1,6 @@
 #include "component/symbols/CDataLabelArray.h"
 
+#include <algorithm>
 #include <exception>
 #include <new>
 #include <strings.h>
@@ -192,14 +193,57 @@ void CDataLabelArray::SetDeferred(bool deferred)
     deferred_ = deferred;
 }
 
+namespace
+{
+
+// Puts a batch of keys into an order as if they came one by one, oldest first:
+// sorted (stably) first, each key then goes in just before the place found for
+// the one before it, which costs one step instead of a walk down the tree as
+// long as no older key lies between the two. What went in is listed, so that a
+// failure can take it out again.
+template <class Order>
+void InsertBatch(Order& order, const std::vector<std::unique_ptr<CDataLabel>>& labels,
+                 std::vector<typename Order::iterator>& inserted)
+{
+    std::vector<typename Order::value_type> keys;
+    keys.reserve(labels.size());
+    for (const auto& label : labels)
+        keys.emplace_back(label.get());
+    std::stable_sort(keys.begin(), keys.end(), order.value_comp());
+    inserted.reserve(keys.size());
+    auto place = order.end();
+    for (size_t i = 0; i < keys.size(); ++i) {
+        // The place is behind every key equal to this one.
+        if (i == 0 || (place != order.end() && !order.value_comp()(keys[i], *place)))
+            place = order.upper_bound(keys[i]);
+        inserted.push_back(order.insert(place, keys[i]));
+    }
+}
+
+} // namespace
+
 void CDataLabelArray::SortInPending() noexcept
 {
-    for (std::unique_ptr<CDataLabel>& label : pending_) {
-        try {
-            Insert(label.get());
+    std::vector<NameOrder::iterator> named;
+    std::vector<AddressOrder::iterator> addressed;
+    try {
+        InsertBatch(names_, pending_, named);
+        InsertBatch(addresses_, pending_, addressed);
+        for (std::unique_ptr<CDataLabel>& label : pending_)
             label.release();
-        } catch (const std::bad_alloc&) {
-            // Dropped: a label that fits in neither order cannot be looked up anyway.
+    } catch (const std::bad_alloc&) {
+        for (const auto& key : named)
+            names_.erase(key);
+        for (const auto& key : addressed)
+            addresses_.erase(key);
+        // Short of memory: one by one, and a label that fits in neither order is
+        // dropped, as it could not be looked up anyway.
+        for (std::unique_ptr<CDataLabel>& label : pending_) {
+            try {
+                Insert(label.get());
+                label.release();
+            } catch (const std::bad_alloc&) {
+            }
         }
     }
     pending_.clear();

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -16,13 +17,15 @@ struct Label {
     uint32_t module = 0;
 };
 
-// Extra carries each label's arrival number, so that a walk tells equal keys apart.
-void Add(CDataLabelArray& store, const std::vector<Label>& labels)
+// Extra carries each label's place in the list, so that a walk tells equal keys
+// apart. The labels from `deferFrom` on are added in deferred mode.
+void Add(CDataLabelArray& store, const std::vector<Label>& labels, size_t deferFrom = SIZE_MAX)
 {
-    for (const Label& label : labels) {
-        const uint32_t arrival = static_cast<uint32_t>(store.GetCount());
-        ASSERT_TRUE(store.AddLabel({label.name, label.address, 2, arrival}, label.module));
+    for (uint32_t i = 0; i < labels.size(); ++i) {
+        store.SetDeferred(i >= deferFrom);
+        ASSERT_TRUE(store.AddLabel({labels[i].name, labels[i].address, 2, i}, labels[i].module));
     }
+    store.SetDeferred(false);
 }
 
 std::string Text(const LabelRecord* r)
@@ -48,18 +51,21 @@ int64_t Lookup(CDataLabelArray& store, const std::string& name, uint32_t module,
 
 const std::vector<Label> Duplicates = {{"x", 2}, {"b", 5}, {"x", 1}, {"a", 5}, {"x", 5}, {"x", 5}};
 
-TEST(LabelStore, EqualKeysKeepTheOldestFirst)
+TEST(LabelStore, EqualKeysKeepTheOldestFirstHoweverTheyCameIn)
 {
-    CDataLabelArray store;
-    Add(store, Duplicates);
-    EXPECT_EQ(Walk(store, true), (Strings{"a@5#3", "b@5#1", "x@2#0", "x@1#2", "x@5#4", "x@5#5"}));
-    EXPECT_EQ(Walk(store, false), (Strings{"x@1#2", "x@2#0", "b@5#1", "a@5#3", "x@5#4", "x@5#5"}));
-    EXPECT_EQ(Lookup(store, "x", 0, true), 2);
-    LabelRecord at5{"", 5};
-    EXPECT_EQ(store.FindByAddress(at5), S_OK);
-    EXPECT_EQ(at5.Name, "b");
-    LabelRecord between{"", 3};
-    EXPECT_EQ(store.FindByAddress(between), QE_UNDEFINED_SYMBOL);
+    for (size_t deferFrom : {SIZE_MAX, size_t{0}, size_t{1}, size_t{3}}) {
+        SCOPED_TRACE(deferFrom);
+        CDataLabelArray store;
+        Add(store, Duplicates, deferFrom);
+        EXPECT_EQ(Walk(store, true), (Strings{"a@5#3", "b@5#1", "x@2#0", "x@1#2", "x@5#4", "x@5#5"}));
+        EXPECT_EQ(Walk(store, false), (Strings{"x@1#2", "x@2#0", "b@5#1", "a@5#3", "x@5#4", "x@5#5"}));
+        EXPECT_EQ(Lookup(store, "x", 0, true), 2);
+        LabelRecord at5{"", 5};
+        EXPECT_EQ(store.FindByAddress(at5), S_OK);
+        EXPECT_EQ(at5.Name, "b");
+        LabelRecord between{"", 3};
+        EXPECT_EQ(store.FindByAddress(between), QE_UNDEFINED_SYMBOL);
+    }
 }
 
 TEST(LabelStore, RemovalTakesTheOldestOfANameAndOnlyItsOwnAddressKey)
@@ -112,7 +118,7 @@ TEST(LabelStore, IndexWalksCountFromTheCursorUntilTheStoreChanges)
     CDataLabelArray store;
     EXPECT_EQ(store.GetRecordByNameIndex(0), nullptr);
     for (uint32_t i = 0; i < 10; ++i)
-        Add(store, {{"n" + std::to_string(i), 100 - i}});
+        ASSERT_TRUE(store.AddLabel({"n" + std::to_string(i), 100 - i}, 0));
     for (size_t index : {5, 6, 7, 3, 0, 1, 1, 9, 2})
         EXPECT_EQ(store.GetRecordByNameIndex(index)->Name, "n" + std::to_string(index));
     EXPECT_EQ(store.GetRecordByNameIndex(10), nullptr);
