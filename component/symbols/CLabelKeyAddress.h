@@ -1,15 +1,20 @@
 #pragma once
 #include "component/symbols/CDataLabel.h"
 
-// A label's place in the address order. Keys never own their label.
+// A label's place in the address order. Keys never own their label. The key
+// keeps its own copy of the address, which a label never changes, so that a
+// search down the tree touches no label.
 class CLabelKeyAddress
 {
 public:
-    explicit CLabelKeyAddress(CDataLabel* label) : Label(label) {}
+    explicit CLabelKeyAddress(CDataLabel* label) : Label(label), address_(label->Record.Address) {}
 
-    TargetAddress Address() const { return Label->Record.Address; }
+    TargetAddress Address() const { return address_; }
 
     CDataLabel* Label;
+
+private:
+    TargetAddress address_;
 };
 
 // Looks up by a bare address, with no probe label.
