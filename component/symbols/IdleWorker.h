@@ -20,7 +20,6 @@ public:
     void Start(std::function<void()> job);
     // Returns at once when no job was started since the last wait.
     void Wait();
-    bool Started() const { return thread_.joinable(); }
 
 private:
     void Run(const std::function<void()>& job);
