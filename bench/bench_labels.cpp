@@ -1,0 +1,115 @@
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "component/symbols/CDataLabelArray.h"
+
+namespace
+{
+
+std::string Name(uint32_t number)
+{
+    char name[32];
+    std::snprintf(name, sizeof name, "sym_%08x", number);
+    return name;
+}
+
+// Labels as a download brings them: rising addresses, names in no order.
+std::vector<LabelRecord> MakeRecords(uint32_t count)
+{
+    std::vector<LabelRecord> records(count);
+    for (uint32_t i = 0; i < count; ++i) {
+        records[i] = {Name((i * 2654435761u) % count), 0x8000 + 4 * i};
+    }
+    return records;
+}
+
+// One sorted store per size, built once and shared by the lookups and walks.
+CDataLabelArray& SortedStore(uint32_t count)
+{
+    static std::map<uint32_t, std::unique_ptr<CDataLabelArray>> stores;
+    auto& store = stores[count];
+    if (!store) {
+        store = std::make_unique<CDataLabelArray>();
+        store->SetDeferred(true);
+        for (const LabelRecord& record : MakeRecords(count))
+            store->AddLabel(record, 1);
+        store->SetDeferred(false);
+        store->GetCount(); // sorted in before any timing starts
+    }
+    return *store;
+}
+
+void DeferredAddAndSort(benchmark::State& state)
+{
+    const auto records = MakeRecords(static_cast<uint32_t>(state.range(0)));
+    for (auto _ : state) {
+        auto store = std::make_unique<CDataLabelArray>();
+        store->SetDeferred(true);
+        for (const LabelRecord& record : records)
+            store->AddLabel(record, 1);
+        store->SetDeferred(false);
+        benchmark::DoNotOptimize(store->GetCount());
+        state.PauseTiming();
+        store.reset();
+        state.ResumeTiming();
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+// Process time, so that the worker's sorting counts.
+BENCHMARK(DeferredAddAndSort)
+    ->Arg(1'000'000)
+    ->MeasureProcessCPUTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3);
+
+// Probes spread over the whole store (stride 7919), or one after another as a
+// listing asks (stride 1): a tree of a million labels outgrows the caches, so
+// the first pays a memory access at most levels and the second hardly any.
+uint32_t Probe(benchmark::State& state, uint32_t i)
+{
+    return static_cast<uint32_t>(i * state.range(0) % 1'000'000);
+}
+
+void FindByName(benchmark::State& state)
+{
+    auto& store = SortedStore(1'000'000);
+    uint32_t i = 0;
+    for (auto _ : state) {
+        LabelRecord record{Name(Probe(state, i++))};
+        benchmark::DoNotOptimize(store.FindByName(record, 0, true));
+    }
+}
+BENCHMARK(FindByName)->Arg(7919)->Arg(1);
+
+void FindByAddress(benchmark::State& state)
+{
+    auto& store = SortedStore(1'000'000);
+    uint32_t i = 0;
+    for (auto _ : state) {
+        LabelRecord record{{}, 0x8000 + 4 * Probe(state, i++)};
+        benchmark::DoNotOptimize(store.FindByAddress(record));
+    }
+}
+BENCHMARK(FindByAddress)->Arg(7919)->Arg(1);
+
+// A whole walk by rising index; per-label time should not grow with the count.
+void WalkByIndex(benchmark::State& state, bool byName)
+{
+    auto& store = SortedStore(static_cast<uint32_t>(state.range(0)));
+    const size_t count = store.GetCount();
+    for (auto _ : state) {
+        for (size_t i = 0; i < count; ++i)
+            benchmark::DoNotOptimize(byName ? store.GetRecordByNameIndex(i)
+                                            : store.GetRecordByAddressIndex(i));
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(count));
+}
+BENCHMARK_CAPTURE(WalkByIndex, Name, true)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(WalkByIndex, Address, false)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+
+} // namespace
