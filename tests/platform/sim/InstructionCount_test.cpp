@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <ostream>
-
 #include <optional>
 
 #include "support/SimHarness.h"
@@ -21,30 +19,20 @@ struct Program {
     const char* stopAt; // a breakpoint label, or empty to run to the program's own stop
 };
 
-void PrintTo(const Program& p, std::ostream* os)
-{
-    *os << p.name << " mode " << p.mode << (*p.stopAt ? " to " : "") << p.stopAt;
-}
-
-std::optional<Outcome> RunFreely(const Program& p)
-{
-    SimHarness h;
-    if (!h.Boot(p.name) || !h.SetWord(h.Symbol("mailbox"), p.mode))
-        return std::nullopt;
-    if (*p.stopAt && !h.Target().AddBreakpoint(h.Symbol(p.stopAt)))
-        return std::nullopt;
-    auto stop = h.Run();
-    if (!stop)
-        return std::nullopt;
-    return Outcome{stop->reason, stop->pc, h.Target().InstructionCount()};
-}
-
-std::optional<Outcome> RunByStepping(const Program& p)
+// Runs the program to its stop, freely or by single steps.
+std::optional<Outcome> RunProgram(const Program& p, bool stepping)
 {
     SimHarness h;
     if (!h.Boot(p.name) || !h.SetWord(h.Symbol("mailbox"), p.mode))
         return std::nullopt;
     const uint32_t until = *p.stopAt ? h.Symbol(p.stopAt) : 0;
+    if (!stepping) {
+        if (until != 0 && !h.Target().AddBreakpoint(until))
+            return std::nullopt;
+        auto stop = h.Run();
+        return stop ? std::optional(Outcome{stop->reason, stop->pc, h.Target().InstructionCount()})
+                    : std::nullopt;
+    }
     for (int i = 0; i < 100000; ++i) {
         auto stop = h.StepOnce();
         if (!stop)
@@ -57,28 +45,22 @@ std::optional<Outcome> RunByStepping(const Program& p)
     return std::nullopt;
 }
 
-class SimInstructionCount : public testing::TestWithParam<Program>
+TEST(SimInstructionCount, FreeRunsCountWhatSingleStepsCount)
 {
-};
-
-TEST_P(SimInstructionCount, FreeRunsCountWhatSingleStepsCount)
-{
-    auto free = RunFreely(GetParam());
-    auto stepped = RunByStepping(GetParam());
-    ASSERT_TRUE(free && stepped);
-    EXPECT_EQ(free->reason, stepped->reason);
-    EXPECT_EQ(free->pc, stepped->pc);
-    EXPECT_EQ(free->instructions, stepped->instructions);
-    EXPECT_GT(free->instructions, 10u);
+    for (const Program& p :
+         {Program{"hello", 0, ""}, Program{"undef", 0, ""}, Program{"fault", 0, ""}, Program{"fault", 1, ""},
+          Program{"fault", 2, ""}, Program{"fault", 3, ""}, Program{"fault", 4, ""}, Program{"fault", 6, ""},
+          Program{"fault", 7, ""}, Program{"count", 0, "count_store"}, Program{"count", 0, "count_loop"}}) {
+        SCOPED_TRACE(testing::Message() << p.name << " mode " << p.mode << " " << p.stopAt);
+        auto free = RunProgram(p, false);
+        auto stepped = RunProgram(p, true);
+        ASSERT_TRUE(free && stepped);
+        EXPECT_EQ(free->reason, stepped->reason);
+        EXPECT_EQ(free->pc, stepped->pc);
+        EXPECT_EQ(free->instructions, stepped->instructions);
+        EXPECT_GT(free->instructions, 10u);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Programs, SimInstructionCount,
-                         testing::Values(Program{"hello", 0, ""}, Program{"undef", 0, ""},
-                                         Program{"fault", 0, ""}, Program{"fault", 1, ""},
-                                         Program{"fault", 2, ""}, Program{"fault", 3, ""},
-                                         Program{"fault", 4, ""}, Program{"fault", 6, ""},
-                                         Program{"fault", 7, ""}, Program{"count", 0, "count_store"},
-                                         Program{"count", 0, "count_loop"}));
 
 TEST(SimInstructionCountHalt, MatchesTheIterationsTheFirmwareCounted)
 {
@@ -97,10 +79,7 @@ TEST(SimInstructionCountHalt, MatchesTheIterationsTheFirmwareCounted)
 
     SimHarness h;
     ASSERT_TRUE(h.Boot("count")) << h.Error();
-    ASSERT_TRUE(h.Target().Go());
-    ASSERT_TRUE(h.Recorder().WaitForOutput("+"));
-    ASSERT_TRUE(h.Target().Halt());
-    auto stop = h.Recorder().Next();
+    auto stop = h.RunAWhile();
     ASSERT_TRUE(stop);
     ASSERT_EQ(stop->reason, StopReason::Halted);
     // Single steps are exact, so they may bring the PC to the top of the loop.

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <ostream>
-
 #include <string>
 
 #include "platform/sim/SimMemoryMap.h"
@@ -31,17 +29,13 @@ TEST(SimMemoryMapParse, ReadsRegionsWithCommentsBlankLinesAndDefaults)
     EXPECT_EQ(regions[2].access, kAccessWrite);
 }
 
-TEST(SimMemoryMapParse, RegionMayReachTheTopOfTheAddressSpace)
+TEST(SimMemoryMapParse, FindsRegionsByAddressAndKindUpToTheTop)
 {
-    const SimMapParse parsed = SimMemoryMap::Parse("ram 0xFFFFF000 0x1000 rw\nflash 0 0x1000 rx\n");
+    const SimMapParse parsed =
+        SimMemoryMap::Parse("ram 0x20000000 0x2000 rw\nflash 0x1000 0x1000 rx\nram 0xFFFFF000 0x1000 rw\n");
     ASSERT_TRUE(parsed.map) << parsed.error;
-    EXPECT_EQ(parsed.map->Regions()[1].End(), uint64_t{1} << 32);
-}
-
-TEST(SimMemoryMapParse, FindsRegionsByAddressAndKind)
-{
-    const SimMapParse parsed = SimMemoryMap::Parse("ram 0x20000000 0x2000 rw\nflash 0x1000 0x1000 rx\n");
-    ASSERT_TRUE(parsed.map);
+    // A region may reach the top of the address space.
+    EXPECT_EQ(parsed.map->Regions()[2].End(), uint64_t{1} << 32);
     const SimMemoryMap& map = *parsed.map;
     ASSERT_NE(map.Find(0x20001FFF), nullptr);
     EXPECT_EQ(map.Find(0x20001FFF)->kind, RegionKind::Ram);
@@ -52,48 +46,36 @@ TEST(SimMemoryMapParse, FindsRegionsByAddressAndKind)
     EXPECT_EQ(map.FirstOf(RegionKind::Peripheral), nullptr);
 }
 
-struct BadCase {
-    const char* text;
-    const char* error;
-};
-
-void PrintTo(const BadCase& c, std::ostream* os)
+TEST(SimMemoryMapErrors, NameTheLineAndTheReason)
 {
-    *os << c.error;
+    struct BadCase {
+        const char* text;
+        const char* error;
+    };
+    for (const BadCase& c :
+         {BadCase{"flash 0x08000000 0x1000 rx\nram 0x08000000 0x2000 rw\n",
+                  "line 2: region overlaps 'flash' from line 1"},
+          BadCase{"ram 0x20000000 0x2000 rw\n\n# x\nram 0x1F000000 0x1001000 rw a\n",
+                  "line 4: region overlaps 'ram' from line 1"},
+          BadCase{"ram 0x20000000 0 rw\n", "line 1: zero size"},
+          BadCase{"ram 0xFFFFF000 0x2000 rw\n", "line 1: region wraps beyond 32 bits"},
+          BadCase{"ram 0x100000000 0x1000 rw\n", "line 1: base '0x100000000' beyond 32 bits"},
+          BadCase{"ram 0x2000000G 0x1000 rw\n", "line 1: bad number '0x2000000G'"},
+          BadCase{"ram 0x20000000 -4096 rw\n", "line 1: bad number '-4096'"},
+          BadCase{"ram 0x 0x1000 rw\n", "line 1: bad number '0x'"},
+          BadCase{"# header\nrom 0x08000000 0x1000 rx\n", "line 2: unknown region kind 'rom'"},
+          BadCase{"ram 0x20000000 0x1000 rq\n", "line 1: bad access 'rq' (use r, w and x)"},
+          BadCase{"ram 0x20000000 0x1000 rr\n", "line 1: bad access 'rr' (use r, w and x)"},
+          BadCase{"ram 0x20000000 0x1000\n", "line 1: expected 'kind base size access [name]'"},
+          BadCase{"ram 0x20000000 0x1000 rw a b\n", "line 1: expected 'kind base size access [name]'"},
+          BadCase{"ram 0x20000800 0x1000 rw\n", "line 1: base and size must be multiples of 0x1000"},
+          BadCase{"peripheral 0x40000000 0x1000 rwx\n", "line 1: peripheral region cannot be executable"},
+          BadCase{"# nothing\n\n", "no regions in the description"},
+          BadCase{"", "no regions in the description"}}) {
+        const SimMapParse parsed = SimMemoryMap::Parse(c.text);
+        EXPECT_FALSE(parsed.map) << c.error;
+        EXPECT_EQ(parsed.error, c.error);
+    }
 }
-
-class SimMemoryMapErrors : public testing::TestWithParam<BadCase>
-{
-};
-
-TEST_P(SimMemoryMapErrors, NameTheLineAndTheReason)
-{
-    const SimMapParse parsed = SimMemoryMap::Parse(GetParam().text);
-    EXPECT_FALSE(parsed.map);
-    EXPECT_EQ(parsed.error, GetParam().error);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, SimMemoryMapErrors,
-    testing::Values(
-        BadCase{"flash 0x08000000 0x1000 rx\nram 0x08000000 0x2000 rw\n",
-                "line 2: region overlaps 'flash' from line 1"},
-        BadCase{"ram 0x20000000 0x2000 rw\n\n# x\nram 0x1F000000 0x1001000 rw a\n",
-                "line 4: region overlaps 'ram' from line 1"},
-        BadCase{"ram 0x20000000 0 rw\n", "line 1: zero size"},
-        BadCase{"ram 0xFFFFF000 0x2000 rw\n", "line 1: region wraps beyond 32 bits"},
-        BadCase{"ram 0x100000000 0x1000 rw\n", "line 1: base '0x100000000' beyond 32 bits"},
-        BadCase{"ram 0x2000000G 0x1000 rw\n", "line 1: bad number '0x2000000G'"},
-        BadCase{"ram 0x20000000 -4096 rw\n", "line 1: bad number '-4096'"},
-        BadCase{"ram 0x 0x1000 rw\n", "line 1: bad number '0x'"},
-        BadCase{"# header\nrom 0x08000000 0x1000 rx\n", "line 2: unknown region kind 'rom'"},
-        BadCase{"ram 0x20000000 0x1000 rq\n", "line 1: bad access 'rq' (use r, w and x)"},
-        BadCase{"ram 0x20000000 0x1000 rr\n", "line 1: bad access 'rr' (use r, w and x)"},
-        BadCase{"ram 0x20000000 0x1000\n", "line 1: expected 'kind base size access [name]'"},
-        BadCase{"ram 0x20000000 0x1000 rw a b\n", "line 1: expected 'kind base size access [name]'"},
-        BadCase{"ram 0x20000800 0x1000 rw\n", "line 1: base and size must be multiples of 0x1000"},
-        BadCase{"peripheral 0x40000000 0x1000 rwx\n", "line 1: peripheral region cannot be executable"},
-        BadCase{"# nothing\n\n", "no regions in the description"},
-        BadCase{"", "no regions in the description"}));
 
 } // namespace

@@ -1,10 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <ostream>
-
-#include <cstring>
 #include <map>
-#include <vector>
 
 #include "platform/sim/Semihosting.h"
 #include "platform/sim/ThumbCode.h"
@@ -40,40 +36,28 @@ private:
     std::map<uint32_t, uint8_t> bytes_;
 };
 
-struct ExitCase {
-    uint32_t operation;
-    uint32_t reason;
-    uint32_t subcode;
-    int code;
-};
-
-void PrintTo(const ExitCase& c, std::ostream* os)
+TEST(SemihostingExit, MapsTheReasonToAnExitCode)
 {
-    *os << "operation " << std::hex << c.operation << " reason " << c.reason;
+    struct ExitCase {
+        uint32_t operation;
+        uint32_t reason;
+        uint32_t subcode;
+        int code;
+    };
+    for (const ExitCase& c :
+         {ExitCase{Semihosting::kExit, 0x20026, 0, 0}, ExitCase{Semihosting::kExit, 0x20023, 0, 1},
+          ExitCase{Semihosting::kExit, 7, 0, 7}, ExitCase{Semihosting::kExitExtended, 0x20026, 42, 42},
+          ExitCase{Semihosting::kExitExtended, 0x20024, 42, 1}}) {
+        SCOPED_TRACE(testing::Message() << std::hex << c.operation << " " << c.reason);
+        FakeMemory memory;
+        const uint32_t block[2] = {c.reason, c.subcode};
+        memory.Put(0x100, block, sizeof block);
+        const uint32_t argument = c.operation == Semihosting::kExit ? c.reason : 0x100;
+        const auto result = Semihosting::Handle(c.operation, argument, memory.Reader());
+        EXPECT_EQ(result.action, Semihosting::Action::Exit);
+        EXPECT_EQ(result.exitCode, c.code);
+    }
 }
-
-class SemihostingExit : public testing::TestWithParam<ExitCase>
-{
-};
-
-TEST_P(SemihostingExit, MapsTheReasonToAnExitCode)
-{
-    const ExitCase& c = GetParam();
-    FakeMemory memory;
-    const uint32_t block[2] = {c.reason, c.subcode};
-    memory.Put(0x100, block, sizeof block);
-    const uint32_t argument = c.operation == Semihosting::kExit ? c.reason : 0x100;
-    const auto result = Semihosting::Handle(c.operation, argument, memory.Reader());
-    EXPECT_EQ(result.action, Semihosting::Action::Exit);
-    EXPECT_EQ(result.exitCode, c.code);
-}
-
-INSTANTIATE_TEST_SUITE_P(Cases, SemihostingExit,
-                         testing::Values(ExitCase{Semihosting::kExit, 0x20026, 0, 0},
-                                         ExitCase{Semihosting::kExit, 0x20023, 0, 1},
-                                         ExitCase{Semihosting::kExit, 7, 0, 7},
-                                         ExitCase{Semihosting::kExitExtended, 0x20026, 42, 42},
-                                         ExitCase{Semihosting::kExitExtended, 0x20024, 42, 1}));
 
 TEST(SemihostingWrite, OnlyStandardHandlesReachTheOutput)
 {

@@ -1,33 +1,17 @@
 #include <gtest/gtest.h>
 
-#include <ostream>
-
 #include <vector>
 
-#include "platform/sim/SimText.h"
 #include "support/SimHarness.h"
 
 namespace
 {
 
-// Runs to a labelled instruction through a breakpoint, which is then removed.
-void RunTo(SimHarness& h, const char* label)
-{
-    const uint32_t address = h.Symbol(label);
-    ASSERT_NE(address, 0u) << label;
-    ASSERT_TRUE(h.Target().AddBreakpoint(address));
-    auto stop = h.Run();
-    ASSERT_TRUE(stop);
-    ASSERT_EQ(stop->reason, StopReason::Breakpoint) << stop->cause;
-    ASSERT_EQ(stop->pc, address);
-    ASSERT_TRUE(h.Target().RemoveBreakpoint(address));
-}
-
 TEST(SimStep, AdvancesThePcByOneInstructionAtATime)
 {
     SimHarness h;
     ASSERT_TRUE(h.Boot("count")) << h.Error();
-    RunTo(h, "main");
+    ASSERT_TRUE(h.RunTo("main"));
     const uint32_t main = h.Symbol("main"), loop = h.Symbol("count_loop"), store = h.Symbol("count_store");
     // 16-bit loads, moves and stores, a 32-bit movw, and a 32-bit branch taken back.
     const std::vector<uint32_t> expected{main + 2, main + 4,  main + 6,  main + 10, loop + 2,
@@ -49,7 +33,7 @@ TEST(SimStep, OverASemihostingCallPrintsAndMovesOn)
 {
     SimHarness h;
     ASSERT_TRUE(h.Boot("count")) << h.Error();
-    RunTo(h, "count_store");
+    ASSERT_TRUE(h.RunTo("count_store"));
     ASSERT_TRUE(h.Target().WriteRegister(kRegR0 + 5, 1000));
     // str, cmp, bne.w (not taken), movs, adr, then the call itself.
     for (int i = 0; i < 5; ++i)
@@ -58,19 +42,19 @@ TEST(SimStep, OverASemihostingCallPrintsAndMovesOn)
     uint16_t code = 0;
     ASSERT_TRUE(h.Target().ReadMemory(call, sizeof code, &code));
     ASSERT_EQ(code, 0xBEAB);
-    EXPECT_EQ(h.Recorder().Output(), "");
+    EXPECT_EQ(h.Output(), "");
     auto stop = h.StepOnce();
     ASSERT_TRUE(stop);
     EXPECT_EQ(stop->reason, StopReason::StepDone);
     EXPECT_EQ(stop->pc, call + 2);
-    EXPECT_EQ(h.Recorder().Output(), "+");
+    EXPECT_EQ(h.Output(), "+");
 }
 
 TEST(SimStep, FromAnItInstructionRunsTheWholeBlock)
 {
     SimHarness h;
     ASSERT_TRUE(h.Boot("undef")) << h.Error();
-    RunTo(h, "it_block");
+    ASSERT_TRUE(h.RunTo("it_block"));
     const uint64_t before = h.Target().InstructionCount();
     auto stop = h.StepOnce();
     ASSERT_TRUE(stop);
@@ -97,53 +81,5 @@ TEST(SimStep, BreakpointInsideAnItBlockStopsWhereTheEngineCan)
     EXPECT_EQ(h.Reg(kRegPc), stop->pc);
     EXPECT_EQ(h.Reg(kRegR0 + 2), 2u);
 }
-
-struct StepStop {
-    const char* program;
-    uint32_t mode;
-    const char* label;
-    StopReason reason;
-    const char* cause; // any "%s" stands for the label's address
-};
-
-void PrintTo(const StepStop& c, std::ostream* os)
-{
-    *os << c.program << " at " << c.label;
-}
-
-class SimStepStops : public testing::TestWithParam<StepStop>
-{
-};
-
-TEST_P(SimStepStops, ReportTheirCauseAndKeepThePc)
-{
-    const StepStop& c = GetParam();
-    SimHarness h;
-    ASSERT_TRUE(h.Boot(c.program)) << h.Error();
-    ASSERT_TRUE(h.SetWord(h.Symbol("mailbox"), c.mode));
-    RunTo(h, c.label);
-    const uint32_t at = h.Symbol(c.label);
-    const uint64_t before = h.Target().InstructionCount();
-    auto stop = h.StepOnce();
-    ASSERT_TRUE(stop);
-    EXPECT_EQ(stop->reason, c.reason);
-    EXPECT_EQ(stop->pc, at);
-    std::string cause = c.cause;
-    if (size_t mark = cause.find("%s"); mark != std::string::npos)
-        cause.replace(mark, 2, SimText::Hex(at));
-    EXPECT_EQ(stop->cause, cause);
-    EXPECT_EQ(h.Reg(kRegPc), at);
-    EXPECT_EQ(h.Target().InstructionCount(), before);
-}
-
-INSTANTIATE_TEST_SUITE_P(Cases, SimStepStops,
-                         testing::Values(StepStop{"fault", 0, "fault_read", StopReason::Fault,
-                                                  "Invalid memory read at 0x30000000"},
-                                         StepStop{"fault", 2, "fault_flash", StopReason::Fault,
-                                                  "Write to read-only memory at 0x08000100"},
-                                         StepStop{"fault", 4, "fault_bkpt", StopReason::BreakpointInstruction,
-                                                  "Breakpoint instruction 0x01 at %s"},
-                                         StepStop{"undef", 0, "undef_insn", StopReason::Fault,
-                                                  "Undefined instruction at %s"}));
 
 } // namespace

@@ -9,7 +9,7 @@
 #include "boundary/Ids.h"
 #include "platform/sim/SimTarget.h"
 #include "platform/simdriver/SimPlatformMemory.h"
-#include "support/FirmwareImage.h"
+#include "support/SimHarness.h"
 
 namespace
 {
@@ -243,10 +243,7 @@ TEST_F(PlatformMemory, TestPassesOnRamAndFlashAndFailsWhereBytesDoNotStay)
 
 TEST_F(PlatformMemory, NothingIsReadWhileTheTargetRuns)
 {
-    auto image = FirmwareImage("count");
-    ASSERT_FALSE(image.empty());
-    ASSERT_EQ(memory.Write(kFlash, kFlash + static_cast<uint32_t>(image.size()) - 1, image.data()), S_OK);
-    ASSERT_TRUE(target->Reset());
+    ASSERT_TRUE(SimHarness::Download(*target, "count"));
     ASSERT_TRUE(target->Go());
     uint8_t byte = 0;
     EXPECT_EQ(memory.Read(kRam, kRam, &byte), SimPlatformMemory::kCannotRead);

@@ -12,7 +12,7 @@
 #include "platform/catalog/PlatformList.h"
 #include "platform/simdriver/InstalledPlatforms.h"
 #include "platform/simdriver/SimTargetDriver.h"
-#include "support/FirmwareImage.h"
+#include "support/SimHarness.h"
 #include "workbench/Workbench.h"
 
 namespace
@@ -79,10 +79,7 @@ struct SimDriver : ::testing::Test {
     }
     void Load(const std::string& firmware)
     {
-        auto image = FirmwareImage(firmware);
-        ASSERT_FALSE(image.empty()) << firmware;
-        ASSERT_TRUE(driver->Target().WriteMemory(0x08000000, image.size(), image.data()));
-        ASSERT_TRUE(driver->Target().Reset());
+        ASSERT_TRUE(SimHarness::Download(driver->Target(), firmware)) << firmware;
     }
     bool Available(const Guid& id)
     {
@@ -190,7 +187,7 @@ TEST_F(SimDriver, TargetMemoryIsAPlatformServiceTheCacheReadsThrough)
     IUnknown* service = nullptr;
     ASSERT_EQ(workbench.Registry().GetService(Ids::IQPlatformMemory2, &service), S_OK);
     auto* memory2 = static_cast<IQPlatformMemory2*>(service);
-    auto image = FirmwareImage("hello");
+    const auto image = FirmwareProgram::Load("hello")->Image();
     const TargetAddress last(static_cast<uint32_t>(0x08000000 + image.size() - 1));
     ASSERT_EQ(memory2->Write(0x08000000, last, image.data()), S_OK);
 
