@@ -1,16 +1,19 @@
 #pragma once
+#include <optional>
 #include <vector>
 
 #include "boundary/Ids.h"
+#include "boundary/interfaces/Platform.h"
 #include "boundary/interfaces/Workbench.h"
 
 // Keeps every broadcast event; the only service is the target's address
-// limits, when a test gives one.
-class EventRegistry : public IQServiceRegistry
+// limits, 0 to `highest` with `forwardAnswer`, when a test gives them.
+class EventRegistry : public IQServiceRegistry, public IQForwardTarget
 {
 public:
     std::vector<Event> events;
-    IUnknown* forwardTarget = nullptr;
+    std::optional<uint32_t> highest;
+    HRESULT forwardAnswer = S_OK;
 
     HRESULT QueryInterface(const Guid&, void** out) override
     {
@@ -31,8 +34,14 @@ public:
     }
     HRESULT GetService(const Guid& id, IUnknown** out) override
     {
-        *out = id == Ids::ForwardTarget ? forwardTarget : nullptr;
+        *out = id == Ids::ForwardTarget && highest ? static_cast<IQForwardTarget*>(this) : nullptr;
         return *out != nullptr ? S_OK : E_FAIL;
+    }
+    HRESULT Forward(uint32_t& low, uint32_t& limit) override
+    {
+        low = 0;
+        limit = *highest;
+        return forwardAnswer;
     }
     HRESULT RegisterProvider(const Guid&, IUnknown*) override { return E_NOTIMPL; }
     HRESULT RegisterService(const Guid&, IUnknown*) override { return E_NOTIMPL; }

@@ -4,7 +4,6 @@
 #include <functional>
 #include <string>
 
-#include "boundary/interfaces/Platform.h"
 #include "platform/eval/EvalErrors.h"
 #include "platform/eval/ExpressionEvaluator.h"
 #include "support/EventRegistry.h"
@@ -110,24 +109,6 @@ TEST(WritesText, RoundTripsThroughEvaluate)
     }
 }
 
-// The target's address limits, as the driver of a connected target gives them.
-struct Limits : IQForwardTarget {
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    TESSEL_NOT_REFCOUNTED
-    HRESULT Forward(uint32_t& low, uint32_t& limit) override
-    {
-        low = 0;
-        limit = highest;
-        return answer;
-    }
-    uint32_t highest = 0;
-    HRESULT answer = S_OK;
-};
-
 TEST(FormatAddress, AutoSizeFollowsTheTargetsHighestAddress)
 {
     struct Case {
@@ -138,11 +119,9 @@ TEST(FormatAddress, AutoSizeFollowsTheTargetsHighestAddress)
     for (const Case& c : {Case{0xFF, S_OK, "1F"}, Case{0x100, S_OK, "001F"}, Case{0xFFFF, S_OK, "001F"},
                           Case{0x10000, S_OK, "00001F"}, Case{0xFFFFFF, S_OK, "00001F"},
                           Case{0x1000000, S_OK, "0000001F"}, Case{0xFF, E_FAIL, "0000001F"}}) {
-        Limits limits;
-        limits.highest = c.highest;
-        limits.answer = c.answer;
         EventRegistry registry;
-        registry.forwardTarget = &limits;
+        registry.highest = c.highest;
+        registry.forwardAnswer = c.answer;
         ExpressionEvaluator eval(&registry);
         std::string text;
         ASSERT_EQ(eval.FormatAddress(0x1F, 0, VARIANT_TRUE, 0, text), S_OK);
@@ -154,10 +133,8 @@ TEST(FormatAddress, AutoSizeFollowsTheTargetsHighestAddress)
 
 TEST(FormatAddress, ValueWiderThanTheTargetKeepsItsDigits)
 {
-    Limits limits;
-    limits.highest = 0xFFFF;
     EventRegistry registry;
-    registry.forwardTarget = &limits;
+    registry.highest = 0xFFFF;
     ExpressionEvaluator eval(&registry);
     std::string text;
     ASSERT_EQ(eval.FormatAddress(0x1000, 0, VARIANT_TRUE, 0, text), S_OK);

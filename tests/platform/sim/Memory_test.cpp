@@ -76,29 +76,6 @@ TEST(SimMemory, OutsideTheMapFailsAtTheFirstUnmappedByteAndWritesNothing)
     }
 }
 
-TEST(SimMemory, RefusedWhileRunningThenAvailableAfterHalt)
-{
-    SimHarness h;
-    ASSERT_TRUE(h.Boot("count")) << h.Error();
-    ASSERT_TRUE(h.Target().Go());
-    ASSERT_TRUE(h.WaitForOutput("+"));
-    uint32_t word = 0;
-    SimResult read = h.Target().ReadMemory(0x20000000, 4, &word);
-    EXPECT_FALSE(read);
-    EXPECT_EQ(read.cause, "target running");
-    EXPECT_EQ(h.Target().WriteMemory(0x20000000, 4, &word).cause, "target running");
-    EXPECT_EQ(h.Target().ReadRegister(kRegPc).cause, "target running");
-    EXPECT_EQ(h.Target().WriteRegister(kRegR0, 1).cause, "target running");
-    EXPECT_EQ(h.Target().Reset().cause, "target running");
-    EXPECT_EQ(h.Target().Go().cause, "target running");
-    EXPECT_EQ(h.Target().Step().cause, "target running");
-    ASSERT_TRUE(h.Target().Halt());
-    auto stop = h.Next();
-    ASSERT_TRUE(stop);
-    EXPECT_EQ(stop->reason, StopReason::Halted);
-    EXPECT_TRUE(h.Target().ReadMemory(0x20000000, 4, &word));
-}
-
 TEST(SimMemory, DownloadedCodeReplacesCodeThatAlreadyRan)
 {
     SimHarness h;

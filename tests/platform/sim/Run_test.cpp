@@ -63,6 +63,18 @@ TEST(SimRun, GoThenHaltStopsInsideTheLoopAndGoingAgainContinuesCounting)
     ASSERT_TRUE(h.Target().Go());
     EXPECT_TRUE(h.Target().IsRunning());
     ASSERT_TRUE(h.WaitForOutput("+"));
+    // Nothing else is done while it runs.
+    uint32_t word = 0;
+    SimResult read = h.Target().ReadMemory(0x20000000, 4, &word);
+    EXPECT_FALSE(read);
+    EXPECT_EQ(read.cause, "target running");
+    EXPECT_EQ(h.Target().WriteMemory(0x20000000, 4, &word).cause, "target running");
+    EXPECT_EQ(h.Target().ReadRegister(kRegPc).cause, "target running");
+    EXPECT_EQ(h.Target().WriteRegister(kRegR0, 1).cause, "target running");
+    EXPECT_EQ(h.Target().Reset().cause, "target running");
+    EXPECT_EQ(h.Target().Go().cause, "target running");
+    EXPECT_EQ(h.Target().Step().cause, "target running");
+
     ASSERT_TRUE(h.Target().Halt());
     auto stop = h.Next();
     ASSERT_TRUE(stop);
@@ -80,6 +92,11 @@ TEST(SimRun, GoThenHaltStopsInsideTheLoopAndGoingAgainContinuesCounting)
     ASSERT_TRUE(h.Next());
     EXPECT_GE(h.Word(h.Symbol("mailbox")), first);
     EXPECT_GE(h.Target().InstructionCount(), instructions);
+
+    // Destroying a running target stops it, and a run cut short so is not reported.
+    ASSERT_TRUE(h.Target().Go());
+    h.Destroy();
+    EXPECT_EQ(h.Pending(), 0u);
 }
 
 TEST(SimRun, HaltIsRefusedWhenNotRunningAndStopsRightAfterGo)
@@ -97,17 +114,6 @@ TEST(SimRun, HaltIsRefusedWhenNotRunningAndStopsRightAfterGo)
         EXPECT_EQ(stop->reason, StopReason::Halted);
     }
     EXPECT_TRUE(h.Target().WaitUntilHalted(std::chrono::milliseconds(0)));
-}
-
-TEST(SimRun, DestroyingARunningTargetStopsIt)
-{
-    SimHarness h;
-    ASSERT_TRUE(h.Boot("count")) << h.Error();
-    ASSERT_TRUE(h.Target().Go());
-    ASSERT_TRUE(h.WaitForOutput("+"));
-    h.Destroy();
-    // A run cut short by destruction is not reported.
-    EXPECT_EQ(h.Pending(), 0u);
 }
 
 // Signals when the callback that holds it is destroyed, which happens after the

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <map>
+#include <algorithm>
+#include <cstring>
+#include <vector>
 
 #include "platform/sim/Semihosting.h"
 #include "platform/sim/ThumbCode.h"
@@ -8,32 +10,28 @@
 namespace
 {
 
-// Guest memory as a few words at fixed addresses.
+// Guest memory from address 0 to the last byte put; reading beyond it fails.
 class FakeMemory
 {
 public:
     void Put(uint32_t address, const void* data, size_t size)
     {
-        const auto* bytes = static_cast<const uint8_t*>(data);
-        for (size_t i = 0; i < size; ++i)
-            bytes_[address + static_cast<uint32_t>(i)] = bytes[i];
+        bytes_.resize(std::max(bytes_.size(), address + size));
+        std::memcpy(bytes_.data() + address, data, size);
     }
     Semihosting::Reader Reader()
     {
         return [this](uint32_t address, size_t size, void* out) {
-            auto* bytes = static_cast<uint8_t*>(out);
-            for (size_t i = 0; i < size; ++i) {
-                auto it = bytes_.find(address + static_cast<uint32_t>(i));
-                if (it == bytes_.end())
-                    return SimResult::Fail(address + static_cast<uint32_t>(i), "unmapped");
-                bytes[i] = it->second;
-            }
+            if (address + size > bytes_.size())
+                return SimResult::Fail(std::max<uint32_t>(address, static_cast<uint32_t>(bytes_.size())),
+                                       "unmapped");
+            std::memcpy(out, bytes_.data() + address, size);
             return SimResult::Ok();
         };
     }
 
 private:
-    std::map<uint32_t, uint8_t> bytes_;
+    std::vector<uint8_t> bytes_;
 };
 
 TEST(SemihostingExit, MapsTheReasonToAnExitCode)
