@@ -6,7 +6,8 @@
 
 #include "platform/eval/EvalErrors.h"
 #include "platform/eval/ExpressionEvaluator.h"
-#include "support/EventRegistry.h"
+#include "support/FakePlatformFunctions.h"
+#include "support/Recording.h"
 
 namespace
 {
@@ -114,33 +115,31 @@ TEST(FormatAddress, AutoSizeFollowsTheTargetsHighestAddress)
     struct Case {
         uint32_t highest;
         HRESULT answer;
+        uint32_t value;
+        VariantBool prefix;
         const char* expected;
     };
-    for (const Case& c : {Case{0xFF, S_OK, "1F"}, Case{0x100, S_OK, "001F"}, Case{0xFFFF, S_OK, "001F"},
-                          Case{0x10000, S_OK, "00001F"}, Case{0xFFFFFF, S_OK, "00001F"},
-                          Case{0x1000000, S_OK, "0000001F"}, Case{0xFF, E_FAIL, "0000001F"}}) {
-        EventRegistry registry;
-        registry.highest = c.highest;
-        registry.forwardAnswer = c.answer;
+    for (const Case& c :
+         {Case{0xFF, S_OK, 0x1F, 0, "1F"}, Case{0x100, S_OK, 0x1F, 0, "001F"},
+          Case{0xFFFF, S_OK, 0x1F, 0, "001F"}, Case{0x10000, S_OK, 0x1F, 0, "00001F"},
+          Case{0xFFFFFF, S_OK, 0x1F, 0, "00001F"}, Case{0x1000000, S_OK, 0x1F, 0, "0000001F"},
+          Case{0xFF, E_FAIL, 0x1F, 0, "0000001F"},
+          // A value wider than the target keeps its digits.
+          Case{0xFFFF, S_OK, 0x1000, 0, "1000"}, Case{0xFFFF, S_OK, 0x123456, VARIANT_TRUE, "H'123456"}}) {
+        SCOPED_TRACE(c.expected);
+        FakeForwardTarget limits;
+        limits.highest = c.highest;
+        limits.result = c.answer;
+        CallLog log;
+        RecordingRegistry registry(log);
+        registry.Provide(Ids::ForwardTarget, &limits);
         ExpressionEvaluator eval(&registry);
         std::string text;
-        ASSERT_EQ(eval.FormatAddress(0x1F, 0, VARIANT_TRUE, 0, text), S_OK);
-        EXPECT_EQ(text, c.expected) << std::hex << c.highest;
+        ASSERT_EQ(eval.FormatAddress(c.value, 0, VARIANT_TRUE, c.prefix, text), S_OK);
+        EXPECT_EQ(text, c.expected);
         ASSERT_EQ(eval.FormatAddress(0x1F, 0, 0, 0, text), S_OK);
         EXPECT_EQ(text, "0000001F") << "without autoSize the width is full";
     }
-}
-
-TEST(FormatAddress, ValueWiderThanTheTargetKeepsItsDigits)
-{
-    EventRegistry registry;
-    registry.highest = 0xFFFF;
-    ExpressionEvaluator eval(&registry);
-    std::string text;
-    ASSERT_EQ(eval.FormatAddress(0x1000, 0, VARIANT_TRUE, 0, text), S_OK);
-    EXPECT_EQ(text, "1000");
-    ASSERT_EQ(eval.FormatAddress(0x123456, 0, VARIANT_TRUE, VARIANT_TRUE, text), S_OK);
-    EXPECT_EQ(text, "H'123456");
 }
 
 } // namespace

@@ -12,6 +12,7 @@
 #include "platform/catalog/PlatformList.h"
 #include "platform/simdriver/InstalledPlatforms.h"
 #include "platform/simdriver/SimTargetDriver.h"
+#include "support/RecordingComponent.h"
 #include "support/SimHarness.h"
 #include "workbench/Workbench.h"
 
@@ -22,33 +23,15 @@ namespace
 // runs is slow to translate, much more so under a sanitizer.
 constexpr std::chrono::seconds kPatience{60};
 
-// Notes each stop event, with the stop address the debugger state took from it
-// when a state handled the event first.
-struct StopCounter : IQComponent {
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        *out = this;
-        return S_OK;
-    }
-    TESSEL_NOT_REFCOUNTED
-    HRESULT OnEvent(const Event& e) override
-    {
-        if (e.id == Ids::EVENT_TARGET_STOPPED)
-            stops.push_back({static_cast<uint32_t>(e.param), state ? state->GetStopAddress() : 0});
-        return S_OK;
-    }
-    HRESULT Initialise(IQServiceRegistry*, int32_t) override { return S_OK; }
-    HRESULT Reserved5() override { return S_OK; }
-    HRESULT Reserved6() override { return S_OK; }
-    HRESULT Terminate(int32_t) override { return S_OK; }
-    const CDebuggerState* state = nullptr;
-    std::vector<std::pair<uint32_t, uint32_t>> stops;
-};
-
 struct SimDriver : ::testing::Test {
     std::ostringstream out;
     Workbench workbench{out, nullptr, false};
-    StopCounter counter;
+    // Each stop event, with the stop address the debugger state took from it
+    // when a state handled the event first.
+    std::vector<std::pair<uint32_t, uint32_t>> stops;
+    const CDebuggerState* watched = nullptr;
+    std::vector<std::string> log;
+    RecordingComponent counter{"counter", log};
     PlatformTable table = InstalledPlatforms();
     PlatformList list{table};
     DriverFactory factory{table};
@@ -56,6 +39,10 @@ struct SimDriver : ::testing::Test {
 
     void SetUp() override
     {
+        counter.onEvent = [this](const Event& e) {
+            if (e.id == Ids::EVENT_TARGET_STOPPED)
+                stops.push_back({static_cast<uint32_t>(e.param), watched ? watched->GetStopAddress() : 0});
+        };
         workbench.Registry().AddComponent(&counter);
         MakeDriver();
     }
@@ -119,7 +106,7 @@ TEST_F(SimDriver, OutputAndStopsReachTheMainThread)
         EXPECT_EQ(workbench.Output().Text("Target"), target);
         uint32_t pc = 0;
         ASSERT_EQ(driver->GetRegister(0, pc), S_OK);
-        EXPECT_EQ(counter.stops.back().first, pc) << "the stop event carries the stop address";
+        EXPECT_EQ(stops.back().first, pc) << "the stop event carries the stop address";
     }
 }
 
@@ -130,7 +117,7 @@ TEST_F(SimDriver, ReportsQueuedBeforeTheLoopRunsKeepTheirOwnAddresses)
     workbench.Registry().RemoveComponent(&counter);
     workbench.Registry().AddComponent(&state);
     workbench.Registry().AddComponent(&counter);
-    counter.state = &state;
+    watched = &state;
     // A driver made while the session lives, as at a connection.
     ReleaseDriver();
     MakeDriver();
@@ -143,9 +130,9 @@ TEST_F(SimDriver, ReportsQueuedBeforeTheLoopRunsKeepTheirOwnAddresses)
     ASSERT_EQ(workbench.Posts().PendingMessages(), 2u) << "both reports wait for the loop";
     workbench.Loop().RunUntilIdle();
 
-    ASSERT_EQ(counter.stops.size(), 2u);
-    EXPECT_NE(counter.stops[0].first, counter.stops[1].first);
-    for (const auto& [param, taken] : counter.stops)
+    ASSERT_EQ(stops.size(), 2u);
+    EXPECT_NE(stops[0].first, stops[1].first);
+    for (const auto& [param, taken] : stops)
         EXPECT_EQ(taken, param) << "the state takes each stop's own address";
     workbench.Registry().RemoveComponent(&state);
     state.Terminate(1);
@@ -177,7 +164,7 @@ TEST_F(SimDriver, ServicesLiveAsLongAsTheTarget)
     ASSERT_TRUE(driver->Target().WaitUntilHalted(std::chrono::seconds(5)));
     ReleaseDriver();
     workbench.Loop().RunUntilIdle();
-    EXPECT_TRUE(counter.stops.empty());
+    EXPECT_TRUE(stops.empty());
     for (const Guid& id : offered)
         EXPECT_FALSE(Available(id)) << id.ToText();
 }
