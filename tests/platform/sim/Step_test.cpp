@@ -29,27 +29,6 @@ TEST(SimStep, AdvancesThePcByOneInstructionAtATime)
     EXPECT_EQ(h.Word(h.Symbol("mailbox")), 1u);
 }
 
-TEST(SimStep, OverASemihostingCallPrintsAndMovesOn)
-{
-    SimHarness h;
-    ASSERT_TRUE(h.Boot("count")) << h.Error();
-    ASSERT_TRUE(h.RunTo("count_store"));
-    ASSERT_TRUE(h.Target().WriteRegister(kRegR0 + 5, 1000));
-    // str, cmp, bne.w (not taken), movs, adr, then the call itself.
-    for (int i = 0; i < 5; ++i)
-        ASSERT_TRUE(h.StepOnce());
-    const uint32_t call = h.Reg(kRegPc);
-    uint16_t code = 0;
-    ASSERT_TRUE(h.Target().ReadMemory(call, sizeof code, &code));
-    ASSERT_EQ(code, 0xBEAB);
-    EXPECT_EQ(h.Output(), "");
-    auto stop = h.StepOnce();
-    ASSERT_TRUE(stop);
-    EXPECT_EQ(stop->reason, StopReason::StepDone);
-    EXPECT_EQ(stop->pc, call + 2);
-    EXPECT_EQ(h.Output(), "+");
-}
-
 TEST(SimStep, FromAnItInstructionRunsTheWholeBlock)
 {
     SimHarness h;

@@ -86,11 +86,6 @@ TEST_F(PlatformMemory, AreasAreTheRegionsOfTheMap)
     Variant variant;
     ASSERT_EQ(memory.GetMemoryInfo(variant), S_OK);
     EXPECT_EQ(variant.Text(), "cortex-m3");
-    for (HRESULT offered : {memory.CanCompare(), memory.CanCopy(), memory.CanFill(), memory.CanFind(),
-                            memory.CanFindAlternate(), memory.CanVerify(), memory.CanTest()})
-        EXPECT_EQ(offered, S_OK);
-    void* fourth = nullptr;
-    EXPECT_EQ(memory.QueryInterface(Ids::IQPlatformMemory4, &fourth), E_NOINTERFACE);
 }
 
 TEST_F(PlatformMemory, FillRepeatsThePatternAndRefusedWritesChangeNothingAndSayWhy)
@@ -157,7 +152,7 @@ TEST_F(PlatformMemory, CopyFailuresReportWhere)
     EXPECT_EQ(memory.Copy(kRam, kRam + 0x1F, 0xFFFFFFF0u), SimPlatformMemory::kInvalidAddress);
 }
 
-TEST_F(PlatformMemory, CompareGivesTheFirstDifference)
+TEST_F(PlatformMemory, CompareAndVerifyGiveTheFirstDifference)
 {
     const auto bytes = Counting(0x100);
     Put(kRam, bytes);
@@ -174,6 +169,16 @@ TEST_F(PlatformMemory, CompareGivesTheFirstDifference)
     EXPECT_EQ(address, kRam + 0x42);
     EXPECT_EQ(memory.Compare(kRam, kRam + 0x41, kRam2), S_OK);
     EXPECT_EQ(memory.Compare(kRam, kRam + 0xFF, 0x30000000), SimPlatformMemory::kCannotRead);
+
+    // Verify compares memory with a buffer.
+    Put(kFlash, bytes);
+    EXPECT_EQ(memory.Verify(kFlash, kFlash + 0x1F, bytes.data()), S_OK);
+    auto changed = bytes;
+    changed[0x11] = 0xFF;
+    EXPECT_EQ(memory.Verify(kFlash, kFlash + 0x1F, changed.data()), SimPlatformMemory::kVerifyFailed);
+    EXPECT_EQ(Text(SimPlatformMemory::kVerifyFailed),
+              "Verify failed. H'08000011 holds H'11, H'FF was expected");
+    EXPECT_EQ(memory.Verify(kFlash, kFlash + 0x1F, nullptr), E_POINTER);
 }
 
 TEST_F(PlatformMemory, FindTakesTheFirstWholeMatchUnderTheMask)
@@ -197,19 +202,6 @@ TEST_F(PlatformMemory, FindTakesTheFirstWholeMatchUnderTheMask)
         << "the whole pattern must lie inside the range";
     EXPECT_EQ(found, 7u);
     EXPECT_EQ(memory.Find(0x30000000, 0x30001000, 4, pattern, found), SimPlatformMemory::kFindFailed);
-}
-
-TEST_F(PlatformMemory, VerifyComparesMemoryWithTheBuffer)
-{
-    const auto bytes = Counting(0x20);
-    Put(kFlash, bytes);
-    EXPECT_EQ(memory.Verify(kFlash, kFlash + 0x1F, bytes.data()), S_OK);
-    auto changed = bytes;
-    changed[0x11] = 0xFF;
-    EXPECT_EQ(memory.Verify(kFlash, kFlash + 0x1F, changed.data()), SimPlatformMemory::kVerifyFailed);
-    EXPECT_EQ(Text(SimPlatformMemory::kVerifyFailed),
-              "Verify failed. H'08000011 holds H'11, H'FF was expected");
-    EXPECT_EQ(memory.Verify(kFlash, kFlash + 0x1F, nullptr), E_POINTER);
 }
 
 TEST_F(PlatformMemory, TestPassesOnRamAndFlashAndFailsWhereBytesDoNotStay)
