@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "support/SimHarness.h"
@@ -59,6 +61,94 @@ TEST(SimStep, BreakpointInsideAnItBlockStopsWhereTheEngineCan)
     EXPECT_LE(stop->pc, h.Symbol("undef_insn"));
     EXPECT_EQ(h.Reg(kRegPc), stop->pc);
     EXPECT_EQ(h.Reg(kRegR0 + 2), 2u);
+}
+
+struct Outcome {
+    StopReason reason;
+    uint32_t pc;
+    uint64_t instructions;
+    std::string output;
+};
+
+struct Program {
+    const char* name;
+    uint32_t mode;      // written to mailbox[0] before running
+    const char* stopAt; // a breakpoint label, or empty to run to the program's own stop
+};
+
+// Runs the program to its stop, freely or by single steps.
+std::optional<Outcome> RunProgram(const Program& p, bool stepping)
+{
+    SimHarness h;
+    if (!h.Boot(p.name) || !h.SetWord(h.Symbol("mailbox"), p.mode))
+        return std::nullopt;
+    const uint32_t until = *p.stopAt ? h.Symbol(p.stopAt) : 0;
+    if (!stepping) {
+        if (until != 0 && !h.Target().AddBreakpoint(until))
+            return std::nullopt;
+        auto stop = h.Run();
+        return stop
+                   ? std::optional(Outcome{stop->reason, stop->pc, h.Target().InstructionCount(), h.Output()})
+                   : std::nullopt;
+    }
+    for (int i = 0; i < 100000; ++i) {
+        auto stop = h.StepOnce();
+        if (!stop)
+            return std::nullopt;
+        if (stop->reason != StopReason::StepDone)
+            return Outcome{stop->reason, stop->pc, h.Target().InstructionCount(), h.Output()};
+        if (stop->pc == until)
+            return Outcome{StopReason::Breakpoint, stop->pc, h.Target().InstructionCount(), h.Output()};
+    }
+    return std::nullopt;
+}
+
+TEST(SimInstructionCount, FreeRunsCountWhatSingleStepsCount)
+{
+    for (const Program& p :
+         {Program{"hello", 0, ""}, Program{"undef", 0, ""}, Program{"fault", 0, ""}, Program{"fault", 1, ""},
+          Program{"fault", 2, ""}, Program{"fault", 3, ""}, Program{"fault", 4, ""}, Program{"fault", 6, ""},
+          Program{"fault", 7, ""}, Program{"count", 0, "count_store"}, Program{"count", 0, "count_loop"}}) {
+        SCOPED_TRACE(testing::Message() << p.name << " mode " << p.mode << " " << p.stopAt);
+        auto free = RunProgram(p, false);
+        auto stepped = RunProgram(p, true);
+        ASSERT_TRUE(free && stepped);
+        EXPECT_EQ(free->reason, stepped->reason);
+        EXPECT_EQ(free->pc, stepped->pc);
+        EXPECT_EQ(free->instructions, stepped->instructions);
+        // Stepping over a semihosting call prints as running through it does.
+        EXPECT_EQ(free->output, stepped->output);
+        EXPECT_GT(free->instructions, 10u);
+    }
+}
+
+TEST(SimInstructionCountHalt, MatchesTheIterationsTheFirmwareCounted)
+{
+    // Reference figures from stepping: instructions up to the loop, and per pass.
+    SimHarness reference;
+    ASSERT_TRUE(reference.Boot("count")) << reference.Error();
+    const uint32_t loop = reference.Symbol("count_loop");
+    ASSERT_TRUE(reference.Target().AddBreakpoint(loop));
+    ASSERT_TRUE(reference.Run());
+    const uint64_t toLoop = reference.Target().InstructionCount();
+    ASSERT_TRUE(reference.Run());
+    const uint64_t perPass = reference.Target().InstructionCount() - toLoop;
+    ASSERT_EQ(perPass, 5u);
+    // movs, adr, the call and the branch back, once at 1000.
+    const uint64_t announce = 4;
+
+    SimHarness h;
+    ASSERT_TRUE(h.Boot("count")) << h.Error();
+    auto stop = h.RunAWhile();
+    ASSERT_TRUE(stop);
+    ASSERT_EQ(stop->reason, StopReason::Halted);
+    // Single steps are exact, so they may bring the PC to the top of the loop.
+    for (int i = 0; i < 8 && h.Reg(kRegPc) != loop; ++i)
+        ASSERT_TRUE(h.StepOnce());
+    ASSERT_EQ(h.Reg(kRegPc), loop);
+    const uint64_t passes = h.Word(h.Symbol("mailbox"));
+    ASSERT_GE(passes, 1000u);
+    EXPECT_EQ(h.Target().InstructionCount(), toLoop + passes * perPass + announce);
 }
 
 } // namespace
