@@ -11,27 +11,22 @@ namespace
 {
 
 // Guest memory from address 0 to the last byte put; reading beyond it fails.
-class FakeMemory
-{
-public:
+struct FakeMemory {
+    std::vector<uint8_t> bytes;
     void Put(uint32_t address, const void* data, size_t size)
     {
-        bytes_.resize(std::max(bytes_.size(), address + size));
-        std::memcpy(bytes_.data() + address, data, size);
+        bytes.resize(std::max(bytes.size(), address + size));
+        std::memcpy(bytes.data() + address, data, size);
     }
     Semihosting::Reader Reader()
     {
         return [this](uint32_t address, size_t size, void* out) {
-            if (address + size > bytes_.size())
-                return SimResult::Fail(std::max<uint32_t>(address, static_cast<uint32_t>(bytes_.size())),
-                                       "unmapped");
-            std::memcpy(out, bytes_.data() + address, size);
+            if (address + size > bytes.size())
+                return SimResult::Fail(std::max(address, static_cast<uint32_t>(bytes.size())), "unmapped");
+            std::memcpy(out, bytes.data() + address, size);
             return SimResult::Ok();
         };
     }
-
-private:
-    std::vector<uint8_t> bytes_;
 };
 
 TEST(SemihostingExit, MapsTheReasonToAnExitCode)
