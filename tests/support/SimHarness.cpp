@@ -65,12 +65,6 @@ std::string SimHarness::Output() const
     return output_;
 }
 
-size_t SimHarness::Pending() const
-{
-    std::lock_guard<std::mutex> lock(mutex_);
-    return stops_.size();
-}
-
 std::optional<StopInfo> SimHarness::Run()
 {
     return target_->Go() ? Next() : std::nullopt;

@@ -33,7 +33,6 @@ public:
     std::optional<StopInfo> Next(std::chrono::milliseconds timeout = kTimeout);
     bool WaitForOutput(const std::string& text, std::chrono::milliseconds timeout = kTimeout);
     std::string Output() const;
-    size_t Pending() const;
 
     // Go and wait for the stop; empty if none came in time.
     std::optional<StopInfo> Run();

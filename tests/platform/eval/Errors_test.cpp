@@ -49,18 +49,7 @@ TEST(Evaluate, FailuresGiveTheirCodeAndTextAndLeaveTheOutputAlone)
     }
 }
 
-TEST(Evaluate, NestingAtTheLimitStillEvaluates)
-{
-    ExpressionEvaluator eval;
-    const int depth = ExpressionParser::kMaxDepth;
-    uint64_t value = 0;
-    const std::string text = std::string(depth, '(') + "5" + std::string(depth, ')');
-    ASSERT_EQ(eval.Evaluate(text, 0, value), S_OK);
-    EXPECT_EQ(value, 5u);
-    EXPECT_EQ(eval.Evaluate("(" + text + ")", 0, value), QE_EVAL_SYNTAX);
-}
-
-TEST(Evaluate, WithoutLookupEveryNameIsUndefinedAndSuccessClearsTheLastError)
+TEST(Evaluate, WithoutLookupNamesAreUndefinedSuccessClearsTheLastErrorNestingHasALimit)
 {
     ExpressionEvaluator eval;
     uint64_t value = 0;
@@ -71,6 +60,13 @@ TEST(Evaluate, WithoutLookupEveryNameIsUndefinedAndSuccessClearsTheLastError)
     std::string text = "kept";
     EXPECT_EQ(eval.GetErrorText(E_OUTOFMEMORY, text), E_FAIL) << "an unknown code has no text";
     EXPECT_EQ(text, "kept");
+
+    // Nesting at the limit still evaluates.
+    const int depth = ExpressionParser::kMaxDepth;
+    const std::string nested = std::string(depth, '(') + "5" + std::string(depth, ')');
+    ASSERT_EQ(eval.Evaluate(nested, 0, value), S_OK);
+    EXPECT_EQ(value, 5u);
+    EXPECT_EQ(eval.Evaluate("(" + nested + ")", 0, value), QE_EVAL_SYNTAX);
 }
 
 } // namespace

@@ -83,7 +83,7 @@ TEST(WritesText, RealsNoIntegerHoldsAndUnknownRadixesAreRefused)
     EXPECT_EQ(text, "kept");
 }
 
-TEST(WritesText, FollowsCurrentRadix)
+TEST(WritesText, FollowsTheCurrentRadixAndReadsBackInAny)
 {
     ExpressionEvaluator eval;
     ASSERT_EQ(eval.SetRadix(8), S_OK);
@@ -92,11 +92,8 @@ TEST(WritesText, FollowsCurrentRadix)
     EXPECT_EQ(text, "O'00000000100");
     ASSERT_EQ(eval.FormatAddress(64, 0, 0, VARIANT_TRUE, text), S_OK);
     EXPECT_EQ(text, "H'00000040") << "an address is hexadecimal whatever the radix";
-}
 
-// What is written must read back as the same value in any current radix.
-TEST(WritesText, RoundTripsThroughEvaluate)
-{
+    // What is written reads back as the same value in any current radix.
     for (int32_t radix : {2, 8, 10, 16}) {
         for (int64_t value : {int64_t{0}, int64_t{-1}, int64_t{12345}, INT64_MIN, INT64_MAX}) {
             ExpressionEvaluator eval;

@@ -99,10 +99,8 @@ TEST(ParsesReal, DoubleAndFloat)
             EXPECT_DOUBLE_EQ(wide, c.value);
         }
     }
-}
 
-TEST(ParsesReal, FloatRefusesDoubleOnlyMagnitude)
-{
+    // A float refuses what only a double holds.
     ExpressionEvaluator eval;
     float value = 1;
     EXPECT_EQ(eval.TextToFloat("1e300", value), QE_EVAL_TOO_LARGE);
