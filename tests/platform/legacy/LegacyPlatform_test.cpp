@@ -107,7 +107,7 @@ TEST_F(Legacy, OnlyOneCanBeConnectedAtATime)
     EXPECT_EQ(LastError(), "No function-name target is connected");
 }
 
-TEST_F(Legacy, MemoryFunctionsMoveBytesInMemoryOrder)
+TEST_F(Legacy, MemoryFunctionsMoveBytesInMemoryOrderFillAndMove)
 {
     auto put4 = Function<PlatformMemoryAccessFn>("IN1_Put_Mem4");
     auto get2 = Function<PlatformMemoryAccessFn>("IN1_Get_Mem2NC");
@@ -124,25 +124,23 @@ TEST_F(Legacy, MemoryFunctionsMoveBytesInMemoryOrder)
     EXPECT_EQ(LastError(), "Address H'30000000 is not mapped");
     EXPECT_EQ(get(0xFFFFFFFF, 2, back), 0);
     EXPECT_EQ(LastError(), "The range runs past H'FFFFFFFF");
-}
 
-TEST_F(Legacy, FillAndMove)
-{
+    // Fill and move.
     auto fill = Function<PlatformFillFn>("IN1_Fill");
     auto move = Function<PlatformMoveFn>("IN1_Move");
     auto move2 = Function<PlatformMoveFn>("IN1_Move2");
     ASSERT_EQ(fill(0x20000000, 0x20000009, 0x11223344, 4), 1);
-    std::vector<uint8_t> bytes(10);
-    ASSERT_TRUE(driver->Target().ReadMemory(0x20000000, bytes.size(), bytes.data()));
-    EXPECT_EQ(bytes, (std::vector<uint8_t>{0x11, 0x22, 0x33, 0x44, 0x11, 0x22, 0x33, 0x44, 0x11, 0x22}))
+    std::vector<uint8_t> filled(10);
+    ASSERT_TRUE(driver->Target().ReadMemory(0x20000000, filled.size(), filled.data()));
+    EXPECT_EQ(filled, (std::vector<uint8_t>{0x11, 0x22, 0x33, 0x44, 0x11, 0x22, 0x33, 0x44, 0x11, 0x22}))
         << "a big-endian target";
     EXPECT_EQ(fill(0x20000000, 0x20000007, 0, 5), 0);
     EXPECT_EQ(LastError(), "Fill size 5 is not 1, 2, 3 or 4");
 
     // Overlapping, the destination above the source.
     ASSERT_EQ(move(0x20000000, 0x20000005, 0x20000002), 1);
-    ASSERT_TRUE(driver->Target().ReadMemory(0x20000000, bytes.size(), bytes.data()));
-    EXPECT_EQ(bytes, (std::vector<uint8_t>{0x11, 0x22, 0x11, 0x22, 0x33, 0x44, 0x11, 0x22, 0x11, 0x22}));
+    ASSERT_TRUE(driver->Target().ReadMemory(0x20000000, filled.size(), filled.data()));
+    EXPECT_EQ(filled, (std::vector<uint8_t>{0x11, 0x22, 0x11, 0x22, 0x33, 0x44, 0x11, 0x22, 0x11, 0x22}));
     EXPECT_EQ(move2(0x20000000, 0x20000002, 0x20000100), 0);
     EXPECT_EQ(LastError(), "Length 3 is not a multiple of the access size 2");
     EXPECT_EQ(move(0x2001FFF0, 0x2002000F, 0x20000000), 0);

@@ -64,10 +64,6 @@ struct SimDriver : ::testing::Test {
         }
         driver = nullptr;
     }
-    void Load(const std::string& firmware)
-    {
-        ASSERT_TRUE(SimHarness::Download(driver->Target(), firmware)) << firmware;
-    }
     bool Available(const Guid& id)
     {
         IUnknown* service = nullptr;
@@ -95,7 +91,7 @@ TEST_F(SimDriver, OutputAndStopsReachTheMainThread)
         SCOPED_TRACE(firmware);
         workbench.Output().ClearTab("Debug");
         workbench.Output().ClearTab("Target");
-        Load(firmware);
+        ASSERT_TRUE(SimHarness::Download(driver->Target(), firmware));
         ASSERT_TRUE(driver->Target().Go());
         workbench.Loop().RunUntil([&] { return !workbench.Output().Text("Debug").empty(); }, kPatience);
         EXPECT_NE(workbench.Output().Text("Debug").find(debug), std::string::npos);
@@ -118,7 +114,7 @@ TEST_F(SimDriver, ReportsQueuedBeforeTheLoopRunsKeepTheirOwnAddresses)
     ReleaseDriver();
     MakeDriver();
 
-    Load("count"); // reports the reset
+    ASSERT_TRUE(SimHarness::Download(driver->Target(), "count")); // reports the reset
     ASSERT_TRUE(driver->Target().Step());
     const auto deadline = std::chrono::steady_clock::now() + kPatience;
     while (workbench.Posts().PendingMessages() < 2 && std::chrono::steady_clock::now() < deadline)
@@ -154,7 +150,7 @@ TEST_F(SimDriver, ServicesLiveAsLongAsTheTarget)
     EXPECT_EQ(description.substr(0, 27), "Tessel simulator\nCortex-M3\n");
 
     // A stop still queued when the driver goes is dropped, not delivered.
-    Load("count");
+    ASSERT_TRUE(SimHarness::Download(driver->Target(), "count"));
     ASSERT_TRUE(driver->Target().Go());
     ASSERT_TRUE(driver->Target().Halt());
     ASSERT_TRUE(driver->Target().WaitUntilHalted(std::chrono::seconds(5)));
