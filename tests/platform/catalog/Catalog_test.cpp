@@ -63,7 +63,7 @@ TEST_F(Catalog, ListAnswersFromItsTable)
     EXPECT_EQ(name, "legacy");
 }
 
-TEST_F(Catalog, FactoryOwnsWhatItMadeUntilReleased)
+TEST_F(Catalog, FactoryOwnsWhatItMadeUntilReleasedAndRefusesWhatIsNotInstalled)
 {
     {
         DriverFactory factory(table);
@@ -78,24 +78,22 @@ TEST_F(Catalog, FactoryOwnsWhatItMadeUntilReleased)
         EXPECT_EQ(factory.ReleaseDriver(target, -1), E_FAIL) << "released twice";
         EXPECT_EQ(factory.ReleaseDriver(nullptr, -1), E_FAIL);
         EXPECT_EQ(cpus, 1);
-    }
-    EXPECT_EQ(cpus, 0) << "the factory's end takes its drivers along";
-}
 
-TEST_F(Catalog, WhatIsNotInstalledIsRefusedWithANullObject)
-{
-    DriverFactory factory(table);
-    IUnknown* out = reinterpret_cast<IUnknown*>(0x1);
-    EXPECT_EQ(factory.CheckTargetDriver("probe", 0, 0), E_FAIL) << "a platform without a target driver";
-    EXPECT_EQ(factory.CreateTargetDriver("probe", nullptr, 0, 0, 0, &out), E_FAIL);
-    EXPECT_EQ(out, nullptr);
-    EXPECT_EQ(factory.CreateCpuDriver("Cortex-M99", nullptr, 0, 0, 0, &out), E_FAIL);
-    EXPECT_EQ(factory.CheckCpuDriverFor("Cortex-M3", 0, 0, "legacy"), E_FAIL) << "not that platform's CPU";
-    EXPECT_EQ(factory.CheckCpuDriverFor("Legacy-M3", 0, 0, "legacy"), S_OK);
-    EXPECT_EQ(factory.CheckReaderFor("Legacy object", 0, 0, "simulator"), E_FAIL);
-    ASSERT_EQ(factory.CreateReaderFor("ELF/DWARF", nullptr, 0, -1, 0, 0, "legacy", &out), S_OK);
-    EXPECT_EQ(readers, 1);
-    EXPECT_EQ(factory.Alive(), 1u);
+        // What is not installed is refused with a null object.
+        IUnknown* out = reinterpret_cast<IUnknown*>(0x1);
+        EXPECT_EQ(factory.CheckTargetDriver("probe", 0, 0), E_FAIL) << "a platform without a target driver";
+        EXPECT_EQ(factory.CreateTargetDriver("probe", nullptr, 0, 0, 0, &out), E_FAIL);
+        EXPECT_EQ(out, nullptr);
+        EXPECT_EQ(factory.CreateCpuDriver("Cortex-M99", nullptr, 0, 0, 0, &out), E_FAIL);
+        EXPECT_EQ(factory.CheckCpuDriverFor("Cortex-M3", 0, 0, "legacy"), E_FAIL)
+            << "not that platform's CPU";
+        EXPECT_EQ(factory.CheckCpuDriverFor("Legacy-M3", 0, 0, "legacy"), S_OK);
+        EXPECT_EQ(factory.CheckReaderFor("Legacy object", 0, 0, "simulator"), E_FAIL);
+        ASSERT_EQ(factory.CreateReaderFor("ELF/DWARF", nullptr, 0, -1, 0, 0, "legacy", &out), S_OK);
+        EXPECT_EQ(readers, 1);
+        EXPECT_EQ(factory.Alive(), 2u) << "the CPU driver and the reader";
+    }
+    EXPECT_EQ(cpus + readers, 0) << "the factory's end takes its drivers along";
 }
 
 } // namespace

@@ -10,101 +10,63 @@ namespace
 {
 
 struct ErrorCase {
-    const char* name;
     std::string text;
     HRESULT expected;
 };
 
-std::string CaseName(const ::testing::TestParamInfo<ErrorCase>& info)
+TEST(Evaluate, FailuresGiveTheirCodeAndTextAndLeaveTheOutputAlone)
 {
-    return info.param.name;
+    const HRESULT syntax = QE_EVAL_SYNTAX;
+    const std::string deep(10000, '(');
+    for (const ErrorCase& c :
+         {ErrorCase{"", syntax}, ErrorCase{"  \t ", syntax}, ErrorCase{"1+", syntax}, ErrorCase{"*1", syntax},
+          ErrorCase{"(1+2", syntax}, ErrorCase{"1+2)", syntax}, ErrorCase{"()", syntax},
+          ErrorCase{"1 2", syntax}, ErrorCase{"1<2", syntax}, ErrorCase{"B'102", syntax},
+          ErrorCase{"H'", syntax}, ErrorCase{"Q'12", syntax}, ErrorCase{"0x", syntax},
+          ErrorCase{"12G", syntax}, ErrorCase{"#!@", syntax},
+          ErrorCase{std::string("1\0"
+                                "2",
+                                3),
+                    syntax},
+          ErrorCase{"\xff\xfe", syntax},
+          // Nesting too deep is a syntax error, not a crash.
+          ErrorCase{deep + "1" + std::string(10000, ')'), syntax},
+          ErrorCase{std::string(10000, '-') + "1", syntax}, ErrorCase{deep, syntax},
+          // Syntax is checked before anything is evaluated; then the first error wins.
+          ErrorCase{"1/0+", syntax}, ErrorCase{"nowhere)", syntax},
+          ErrorCase{"nowhere/0", QE_EVAL_UNDEFINED_SYMBOL}, ErrorCase{"1/0", QE_EVAL_DIVIDE_BY_ZERO},
+          ErrorCase{"7%0", QE_EVAL_DIVIDE_BY_ZERO}, ErrorCase{"1/(3-3)", QE_EVAL_DIVIDE_BY_ZERO},
+          ErrorCase{"nowhere", QE_EVAL_UNDEFINED_SYMBOL}, ErrorCase{"main+nowhere", QE_EVAL_UNDEFINED_SYMBOL},
+          ErrorCase{"10000000000000000", QE_EVAL_TOO_LARGE},
+          ErrorCase{"D'18446744073709551616", QE_EVAL_TOO_LARGE}}) {
+        SCOPED_TRACE(c.text.substr(0, 20));
+        ExpressionEvaluator eval;
+        eval.SetLabelLookup(TestLabels);
+        uint64_t value = 0x5A5A;
+        EXPECT_EQ(eval.Evaluate(c.text, 0, value), c.expected);
+        EXPECT_EQ(value, 0x5A5Au);
+        EXPECT_EQ(eval.LastErrorText(), EvalErrorText(c.expected));
+    }
 }
 
-class FailsWith : public ::testing::TestWithParam<ErrorCase>
-{
-};
-
-TEST_P(FailsWith, CodeAndText)
-{
-    ExpressionEvaluator eval;
-    eval.SetLabelLookup(TestLabels);
-    uint64_t value = 0x5A5A;
-    EXPECT_EQ(eval.Evaluate(GetParam().text, 0, value), GetParam().expected);
-    EXPECT_EQ(value, 0x5A5Au) << "a failure leaves the output alone";
-    EXPECT_EQ(eval.LastErrorText(), EvalErrorText(GetParam().expected));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Syntax, FailsWith,
-    ::testing::Values(
-        ErrorCase{"Empty", "", QE_EVAL_SYNTAX}, ErrorCase{"OnlyBlanks", "  \t ", QE_EVAL_SYNTAX},
-        ErrorCase{"TrailingOperator", "1+", QE_EVAL_SYNTAX}, ErrorCase{"LeadingBinary", "*1", QE_EVAL_SYNTAX},
-        ErrorCase{"UnclosedParen", "(1+2", QE_EVAL_SYNTAX}, ErrorCase{"StrayClose", "1+2)", QE_EVAL_SYNTAX},
-        ErrorCase{"EmptyParens", "()", QE_EVAL_SYNTAX}, ErrorCase{"TwoOperands", "1 2", QE_EVAL_SYNTAX},
-        ErrorCase{"SingleAngle", "1<2", QE_EVAL_SYNTAX},
-        ErrorCase{"BadDigitForPrefix", "B'102", QE_EVAL_SYNTAX},
-        ErrorCase{"PrefixWithoutDigits", "H'", QE_EVAL_SYNTAX},
-        ErrorCase{"UnknownPrefix", "Q'12", QE_EVAL_SYNTAX}, ErrorCase{"BareCHexPrefix", "0x", QE_EVAL_SYNTAX},
-        ErrorCase{"DigitThenLetters", "12G", QE_EVAL_SYNTAX}, ErrorCase{"Garbage", "#!@", QE_EVAL_SYNTAX},
-        ErrorCase{"NulByte",
-                  std::string("1\0"
-                              "2",
-                              3),
-                  QE_EVAL_SYNTAX},
-        ErrorCase{"HighBytes", "\xff\xfe", QE_EVAL_SYNTAX},
-        ErrorCase{"DeepParentheses", std::string(10000, '(') + "1" + std::string(10000, ')'), QE_EVAL_SYNTAX},
-        ErrorCase{"DeepUnary", std::string(10000, '-') + "1", QE_EVAL_SYNTAX},
-        ErrorCase{"UnclosedDeep", std::string(10000, '('), QE_EVAL_SYNTAX},
-        ErrorCase{"SyntaxBeatsDivideByZero", "1/0+", QE_EVAL_SYNTAX},
-        ErrorCase{"SyntaxBeatsUnknownSymbol", "nowhere)", QE_EVAL_SYNTAX}),
-    CaseName);
-
-INSTANTIATE_TEST_SUITE_P(
-    Semantic, FailsWith,
-    ::testing::Values(ErrorCase{"DivideByZero", "1/0", QE_EVAL_DIVIDE_BY_ZERO},
-                      ErrorCase{"ModuloByZero", "7%0", QE_EVAL_DIVIDE_BY_ZERO},
-                      ErrorCase{"DivideByComputedZero", "1/(3-3)", QE_EVAL_DIVIDE_BY_ZERO},
-                      ErrorCase{"UndefinedSymbol", "nowhere", QE_EVAL_UNDEFINED_SYMBOL},
-                      ErrorCase{"UndefinedInExpression", "main+nowhere", QE_EVAL_UNDEFINED_SYMBOL},
-                      ErrorCase{"FirstSemanticErrorWins", "nowhere/0", QE_EVAL_UNDEFINED_SYMBOL},
-                      ErrorCase{"LiteralTooWide", "10000000000000000", QE_EVAL_TOO_LARGE},
-                      ErrorCase{"DecimalTooWide", "D'18446744073709551616", QE_EVAL_TOO_LARGE}),
-    CaseName);
-
-TEST(Nesting, AtTheLimitStillEvaluates)
-{
-    ExpressionEvaluator eval;
-    const int depth = ExpressionParser::kMaxDepth;
-    uint64_t value = 0;
-    const std::string text = std::string(depth, '(') + "5" + std::string(depth, ')');
-    ASSERT_EQ(eval.Evaluate(text, 0, value), S_OK);
-    EXPECT_EQ(value, 5u);
-    EXPECT_EQ(eval.Evaluate("(" + text + ")", 0, value), QE_EVAL_SYNTAX);
-}
-
-TEST(Labels, WithoutLookupEveryNameIsUndefined)
+TEST(Evaluate, WithoutLookupNamesAreUndefinedSuccessClearsTheLastErrorNestingHasALimit)
 {
     ExpressionEvaluator eval;
     uint64_t value = 0;
     EXPECT_EQ(eval.Evaluate("main", 0, value), QE_EVAL_UNDEFINED_SYMBOL);
-}
-
-TEST(LastError, ClearedBySuccess)
-{
-    ExpressionEvaluator eval;
-    uint64_t value = 0;
-    EXPECT_EQ(eval.Evaluate("1/0", 0, value), QE_EVAL_DIVIDE_BY_ZERO);
-    EXPECT_EQ(eval.LastErrorText(), "Divide by zero");
+    EXPECT_EQ(eval.LastErrorText(), "Undefined symbol");
     EXPECT_EQ(eval.Evaluate("1", 0, value), S_OK);
     EXPECT_EQ(eval.LastErrorText(), "");
-}
-
-TEST(ReporterText, UnknownCodeFails)
-{
-    ExpressionEvaluator eval;
     std::string text = "kept";
-    EXPECT_EQ(eval.GetErrorText(E_OUTOFMEMORY, text), E_FAIL);
+    EXPECT_EQ(eval.GetErrorText(E_OUTOFMEMORY, text), E_FAIL) << "an unknown code has no text";
     EXPECT_EQ(text, "kept");
+
+    // Nesting at the limit still evaluates.
+    const int depth = ExpressionParser::kMaxDepth;
+    const std::string nested = std::string(depth, '(') + "5" + std::string(depth, ')');
+    ASSERT_EQ(eval.Evaluate(nested, 0, value), S_OK);
+    EXPECT_EQ(value, 5u);
+    EXPECT_EQ(eval.Evaluate("(" + nested + ")", 0, value), QE_EVAL_SYNTAX);
 }
 
 } // namespace

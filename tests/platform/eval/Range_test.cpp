@@ -23,84 +23,53 @@ template <class T> Convert Via(HRESULT (ExpressionEvaluator::*op)(const std::str
 }
 
 struct RangeCase {
-    const char* name;
     Convert convert;
     std::string text;
     HRESULT expected;
     int64_t value;
 };
 
-std::string CaseName(const ::testing::TestParamInfo<RangeCase>& info)
+TEST(TextTo, ValuesMustFitTheType)
 {
-    return info.param.name;
-}
-
-class FitsType : public ::testing::TestWithParam<RangeCase>
-{
-};
-
-TEST_P(FitsType, Conversion)
-{
-    ExpressionEvaluator eval;
-    int64_t value = 0;
-    EXPECT_EQ(GetParam().convert(eval, GetParam().text, value), GetParam().expected);
-    if (GetParam().expected == S_OK) {
-        EXPECT_EQ(value, GetParam().value);
-    } else {
-        EXPECT_EQ(eval.LastErrorText(), EvalErrorText(GetParam().expected));
+    using E = ExpressionEvaluator;
+    const Convert u8 = Via(&E::TextToUInt8Radix), u16 = Via(&E::TextToUInt16Radix),
+                  u32 = Via(&E::TextToUInt32Radix), u64 = Via(&E::TextToUInt64Radix),
+                  address = Via(&E::TextToAddressRadix), i8 = Via(&E::TextToInt8Radix),
+                  i16 = Via(&E::TextToInt16Radix), i32 = Via(&E::TextToInt32Radix),
+                  i64 = Via(&E::TextToInt64Radix);
+    const HRESULT big = QE_EVAL_TOO_LARGE;
+    for (const RangeCase& c :
+         {RangeCase{u8, "255", S_OK, 255}, RangeCase{u8, "256", big, 0},
+          // A negative value the width holds as two's complement is its bit pattern.
+          RangeCase{u8, "-1", S_OK, 255}, RangeCase{u8, "-129", big, 0},
+          RangeCase{u32, "-2", S_OK, 4294967294}, RangeCase{u16, "65535", S_OK, 65535},
+          RangeCase{u16, "65536", big, 0}, RangeCase{u32, "4294967295", S_OK, 4294967295},
+          RangeCase{u32, "4294967296", big, 0}, RangeCase{address, "H'FFFFFFFF", S_OK, 4294967295},
+          RangeCase{address, "H'100000000", big, 0}, RangeCase{u64, "-1", S_OK, -1},
+          RangeCase{i8, "-128", S_OK, -128}, RangeCase{i8, "127", S_OK, 127}, RangeCase{i8, "-129", big, 0},
+          RangeCase{i8, "128", big, 0}, RangeCase{i16, "-32768", S_OK, -32768},
+          RangeCase{i16, "32768", big, 0}, RangeCase{i32, "-2147483648", S_OK, -2147483648LL},
+          RangeCase{i32, "-2147483649", big, 0}, RangeCase{i64, "H'8000000000000000", S_OK, INT64_MIN},
+          RangeCase{i64, "9223372036854775807", S_OK, INT64_MAX}}) {
+        SCOPED_TRACE(c.text);
+        ExpressionEvaluator eval;
+        int64_t value = 0;
+        EXPECT_EQ(c.convert(eval, c.text, value), c.expected);
+        if (c.expected == S_OK) {
+            EXPECT_EQ(value, c.value);
+        } else {
+            EXPECT_EQ(eval.LastErrorText(), EvalErrorText(c.expected));
+        }
     }
 }
 
-const HRESULT kBig = QE_EVAL_TOO_LARGE;
-
-INSTANTIATE_TEST_SUITE_P(
-    Unsigned, FitsType,
-    ::testing::Values(
-        RangeCase{"U8Max", Via(&ExpressionEvaluator::TextToUInt8Radix), "255", S_OK, 255},
-        RangeCase{"U8Over", Via(&ExpressionEvaluator::TextToUInt8Radix), "256", kBig, 0},
-        // A negative value the width holds as two's complement is its bit pattern.
-        RangeCase{"U8Negative", Via(&ExpressionEvaluator::TextToUInt8Radix), "-1", S_OK, 255},
-        RangeCase{"U8TooNegative", Via(&ExpressionEvaluator::TextToUInt8Radix), "-129", kBig, 0},
-        RangeCase{"U32Negative", Via(&ExpressionEvaluator::TextToUInt32Radix), "-2", S_OK, 4294967294},
-        RangeCase{"U16Max", Via(&ExpressionEvaluator::TextToUInt16Radix), "65535", S_OK, 65535},
-        RangeCase{"U16Over", Via(&ExpressionEvaluator::TextToUInt16Radix), "65536", kBig, 0},
-        RangeCase{"U32Max", Via(&ExpressionEvaluator::TextToUInt32Radix), "4294967295", S_OK, 4294967295},
-        RangeCase{"U32Over", Via(&ExpressionEvaluator::TextToUInt32Radix), "4294967296", kBig, 0},
-        RangeCase{"AddressMax", Via(&ExpressionEvaluator::TextToAddressRadix), "H'FFFFFFFF", S_OK,
-                  4294967295},
-        RangeCase{"AddressOver", Via(&ExpressionEvaluator::TextToAddressRadix), "H'100000000", kBig, 0},
-        RangeCase{"U64Max", Via(&ExpressionEvaluator::TextToUInt64Radix), "-1", S_OK, -1}),
-    CaseName);
-
-INSTANTIATE_TEST_SUITE_P(
-    Signed, FitsType,
-    ::testing::Values(
-        RangeCase{"I8Min", Via(&ExpressionEvaluator::TextToInt8Radix), "-128", S_OK, -128},
-        RangeCase{"I8Max", Via(&ExpressionEvaluator::TextToInt8Radix), "127", S_OK, 127},
-        RangeCase{"I8Under", Via(&ExpressionEvaluator::TextToInt8Radix), "-129", kBig, 0},
-        RangeCase{"I8Over", Via(&ExpressionEvaluator::TextToInt8Radix), "128", kBig, 0},
-        RangeCase{"I16Min", Via(&ExpressionEvaluator::TextToInt16Radix), "-32768", S_OK, -32768},
-        RangeCase{"I16Over", Via(&ExpressionEvaluator::TextToInt16Radix), "32768", kBig, 0},
-        RangeCase{"I32Min", Via(&ExpressionEvaluator::TextToInt32Radix), "-2147483648", S_OK, -2147483648LL},
-        RangeCase{"I32Under", Via(&ExpressionEvaluator::TextToInt32Radix), "-2147483649", kBig, 0},
-        RangeCase{"I64Min", Via(&ExpressionEvaluator::TextToInt64Radix), "H'8000000000000000", S_OK,
-                  INT64_MIN},
-        RangeCase{"I64Max", Via(&ExpressionEvaluator::TextToInt64Radix), "9223372036854775807", S_OK,
-                  INT64_MAX}),
-    CaseName);
-
-TEST(RadixArgument, RejectsUnknownRadix)
+TEST(RadixArgument, ZeroMeansCurrentRadixAndUnknownOnesAreRefused)
 {
     ExpressionEvaluator eval;
-    uint32_t value = 9;
-    EXPECT_EQ(eval.TextToUInt32Radix("1", 7, value), E_INVALIDARG);
-    EXPECT_EQ(eval.TextToUInt32Radix("1", -16, value), E_INVALIDARG);
-    EXPECT_EQ(value, 9u);
-}
-
-TEST(RadixArgument, ZeroMeansCurrentRadix)
-{
-    ExpressionEvaluator eval;
+    uint32_t kept = 9;
+    EXPECT_EQ(eval.TextToUInt32Radix("1", 7, kept), E_INVALIDARG);
+    EXPECT_EQ(eval.TextToUInt32Radix("1", -16, kept), E_INVALIDARG);
+    EXPECT_EQ(kept, 9u);
     ASSERT_EQ(eval.SetRadix(10), S_OK);
     uint32_t value = 0;
     EXPECT_EQ(eval.TextToUInt32Radix("10", 0, value), S_OK);
@@ -111,39 +80,27 @@ TEST(RadixArgument, ZeroMeansCurrentRadix)
     EXPECT_EQ(value, 2u);
 }
 
-struct RealCase {
-    const char* name;
-    std::string text;
-    HRESULT expected;
-    double value;
-};
-
-class ParsesReal : public ::testing::TestWithParam<RealCase>
+TEST(ParsesReal, DoubleAndFloat)
 {
-};
-
-TEST_P(ParsesReal, DoubleAndFloat)
-{
-    ExpressionEvaluator eval;
-    double wide = -7;
-    EXPECT_EQ(eval.TextToDouble(GetParam().text, wide), GetParam().expected);
-    if (GetParam().expected == S_OK) {
-        EXPECT_DOUBLE_EQ(wide, GetParam().value);
+    struct RealCase {
+        std::string text;
+        HRESULT expected;
+        double value;
+    };
+    for (const RealCase& c :
+         {RealCase{"1.5", S_OK, 1.5}, RealCase{"-2.5e3", S_OK, -2500}, RealCase{"  3.25 ", S_OK, 3.25},
+          RealCase{"", QE_EVAL_SYNTAX, 0}, RealCase{"1.5x", QE_EVAL_SYNTAX, 0},
+          RealCase{"1+2", QE_EVAL_SYNTAX, 0}, RealCase{"1e999", QE_EVAL_TOO_LARGE, 0}}) {
+        SCOPED_TRACE(c.text);
+        ExpressionEvaluator eval;
+        double wide = -7;
+        EXPECT_EQ(eval.TextToDouble(c.text, wide), c.expected);
+        if (c.expected == S_OK) {
+            EXPECT_DOUBLE_EQ(wide, c.value);
+        }
     }
-}
 
-INSTANTIATE_TEST_SUITE_P(Reals, ParsesReal,
-                         ::testing::Values(RealCase{"Plain", "1.5", S_OK, 1.5},
-                                           RealCase{"Exponent", "-2.5e3", S_OK, -2500},
-                                           RealCase{"Blanks", "  3.25 ", S_OK, 3.25},
-                                           RealCase{"Empty", "", QE_EVAL_SYNTAX, 0},
-                                           RealCase{"TrailingGarbage", "1.5x", QE_EVAL_SYNTAX, 0},
-                                           RealCase{"Expression", "1+2", QE_EVAL_SYNTAX, 0},
-                                           RealCase{"Overflow", "1e999", QE_EVAL_TOO_LARGE, 0}),
-                         [](const auto& info) { return std::string(info.param.name); });
-
-TEST(ParsesReal, FloatRefusesDoubleOnlyMagnitude)
-{
+    // A float refuses what only a double holds.
     ExpressionEvaluator eval;
     float value = 1;
     EXPECT_EQ(eval.TextToFloat("1e300", value), QE_EVAL_TOO_LARGE);

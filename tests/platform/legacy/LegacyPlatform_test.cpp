@@ -53,22 +53,8 @@ struct Legacy : ::testing::Test {
     }
 };
 
-TEST_F(Legacy, IsInstalledAsAFunctionPlatformOverTheSimulatorsCpu)
+TEST_F(Legacy, OffersFunctionsAndTheMapsAreasInsteadOfPlatformMemory)
 {
-    EXPECT_EQ(list.IsFunctionPlatform("simulator-legacy"), S_OK);
-    EXPECT_EQ(list.IsFunctionPlatform("simulator"), S_FALSE);
-    std::string cpu;
-    ASSERT_EQ(list.GetCpuDriverName("simulator-legacy", cpu), S_OK);
-    EXPECT_EQ(cpu, "Cortex-M3");
-    IUnknown* object = nullptr;
-    ASSERT_EQ(factory.CheckCpuDriverFor(cpu, 0, 0, "simulator-legacy"), S_OK);
-    ASSERT_EQ(factory.CreateCpuDriverFor(cpu, nullptr, 0, 0, 0, "simulator-legacy", &object), S_OK);
-    EXPECT_NE(QueryAs<IQCpuDetails>(object, Ids::CpuDetails), nullptr);
-}
-
-TEST_F(Legacy, OffersFunctionsAndAreasInsteadOfPlatformMemory)
-{
-    EXPECT_NE(Service(Ids::IQPlatformFreeRun), nullptr);
     EXPECT_NE(Service(Ids::ForwardTarget), nullptr);
     EXPECT_NE(Service(Ids::IQPlatformRegisters), nullptr);
     for (const Guid& id : {Ids::IQPlatformMemory, Ids::IQPlatformMemory2, Ids::IQPlatformMemory3,
@@ -82,6 +68,21 @@ TEST_F(Legacy, OffersFunctionsAndAreasInsteadOfPlatformMemory)
     EXPECT_EQ(functions->GetFunction("IN1_Get_Mem4NC", pointer), E_FAIL);
     EXPECT_EQ(pointer, nullptr);
     EXPECT_EQ(LastError(), "Function IN1_Get_Mem4NC does not exist");
+
+    // The areas are the memory map.
+    auto* areas = static_cast<IQPlatformFreeRun*>(Service(Ids::IQPlatformFreeRun));
+    ASSERT_NE(areas, nullptr);
+    uint32_t count = 0;
+    ASSERT_EQ(areas->GetAreaCount(count), S_OK);
+    EXPECT_EQ(count, 4u);
+    TargetAddress start = 0, end = 0;
+    ASSERT_EQ(areas->GetAreaBounds(1, start, end), S_OK);
+    EXPECT_EQ(start, 0x20000000u);
+    EXPECT_EQ(end, 0x2001FFFFu);
+    ASSERT_EQ(areas->GetAreaBounds(0xFFFFFFFF, start, end), S_OK);
+    EXPECT_EQ(start, 0x08000000u);
+    EXPECT_EQ(end, 0xE00FFFFFu);
+    EXPECT_EQ(areas->GetAreaBounds(4, start, end), E_INVALIDARG);
 }
 
 TEST_F(Legacy, OnlyOneCanBeConnectedAtATime)
@@ -106,23 +107,7 @@ TEST_F(Legacy, OnlyOneCanBeConnectedAtATime)
     EXPECT_EQ(LastError(), "No function-name target is connected");
 }
 
-TEST_F(Legacy, AreasAreTheMemoryMap)
-{
-    auto* areas = static_cast<IQPlatformFreeRun*>(Service(Ids::IQPlatformFreeRun));
-    uint32_t count = 0;
-    ASSERT_EQ(areas->GetAreaCount(count), S_OK);
-    EXPECT_EQ(count, 4u);
-    TargetAddress start = 0, end = 0;
-    ASSERT_EQ(areas->GetAreaBounds(1, start, end), S_OK);
-    EXPECT_EQ(start, 0x20000000u);
-    EXPECT_EQ(end, 0x2001FFFFu);
-    ASSERT_EQ(areas->GetAreaBounds(0xFFFFFFFF, start, end), S_OK);
-    EXPECT_EQ(start, 0x08000000u);
-    EXPECT_EQ(end, 0xE00FFFFFu);
-    EXPECT_EQ(areas->GetAreaBounds(4, start, end), E_INVALIDARG);
-}
-
-TEST_F(Legacy, MemoryFunctionsMoveBytesInMemoryOrder)
+TEST_F(Legacy, MemoryFunctionsMoveBytesInMemoryOrderFillAndMove)
 {
     auto put4 = Function<PlatformMemoryAccessFn>("IN1_Put_Mem4");
     auto get2 = Function<PlatformMemoryAccessFn>("IN1_Get_Mem2NC");
@@ -139,25 +124,23 @@ TEST_F(Legacy, MemoryFunctionsMoveBytesInMemoryOrder)
     EXPECT_EQ(LastError(), "Address H'30000000 is not mapped");
     EXPECT_EQ(get(0xFFFFFFFF, 2, back), 0);
     EXPECT_EQ(LastError(), "The range runs past H'FFFFFFFF");
-}
 
-TEST_F(Legacy, FillAndMove)
-{
+    // Fill and move.
     auto fill = Function<PlatformFillFn>("IN1_Fill");
     auto move = Function<PlatformMoveFn>("IN1_Move");
     auto move2 = Function<PlatformMoveFn>("IN1_Move2");
     ASSERT_EQ(fill(0x20000000, 0x20000009, 0x11223344, 4), 1);
-    std::vector<uint8_t> bytes(10);
-    ASSERT_TRUE(driver->Target().ReadMemory(0x20000000, bytes.size(), bytes.data()));
-    EXPECT_EQ(bytes, (std::vector<uint8_t>{0x11, 0x22, 0x33, 0x44, 0x11, 0x22, 0x33, 0x44, 0x11, 0x22}))
+    std::vector<uint8_t> filled(10);
+    ASSERT_TRUE(driver->Target().ReadMemory(0x20000000, filled.size(), filled.data()));
+    EXPECT_EQ(filled, (std::vector<uint8_t>{0x11, 0x22, 0x33, 0x44, 0x11, 0x22, 0x33, 0x44, 0x11, 0x22}))
         << "a big-endian target";
     EXPECT_EQ(fill(0x20000000, 0x20000007, 0, 5), 0);
     EXPECT_EQ(LastError(), "Fill size 5 is not 1, 2, 3 or 4");
 
     // Overlapping, the destination above the source.
     ASSERT_EQ(move(0x20000000, 0x20000005, 0x20000002), 1);
-    ASSERT_TRUE(driver->Target().ReadMemory(0x20000000, bytes.size(), bytes.data()));
-    EXPECT_EQ(bytes, (std::vector<uint8_t>{0x11, 0x22, 0x11, 0x22, 0x33, 0x44, 0x11, 0x22, 0x11, 0x22}));
+    ASSERT_TRUE(driver->Target().ReadMemory(0x20000000, filled.size(), filled.data()));
+    EXPECT_EQ(filled, (std::vector<uint8_t>{0x11, 0x22, 0x11, 0x22, 0x33, 0x44, 0x11, 0x22, 0x11, 0x22}));
     EXPECT_EQ(move2(0x20000000, 0x20000002, 0x20000100), 0);
     EXPECT_EQ(LastError(), "Length 3 is not a multiple of the access size 2");
     EXPECT_EQ(move(0x2001FFF0, 0x2002000F, 0x20000000), 0);
@@ -167,7 +150,7 @@ TEST_F(Legacy, FillAndMove)
     EXPECT_EQ(functions->GetLastErrorText(text), E_FAIL) << "a success leaves no old error behind";
 }
 
-TEST_F(Legacy, EvalReadsExpressionsWithThePlatformsSymbols)
+TEST_F(Legacy, EvalReadsExpressionsWithThePlatformsSymbolsAndReals)
 {
     auto eval = Function<PlatformEvalFn>("EXP_Eval");
     auto toSymbol = Function<PlatformValToSymFn>("LOAD_ValToSym");
@@ -200,10 +183,8 @@ TEST_F(Legacy, EvalReadsExpressionsWithThePlatformsSymbols)
     }
     EXPECT_STREQ(toSymbol(0, 0x08000100), "main");
     EXPECT_EQ(toSymbol(0, 0x08000104), nullptr);
-}
 
-TEST_F(Legacy, RealsAreReadAsNumbersOrAsIntegerExpressions)
-{
+    // Reals are read as numbers first, or else as integer expressions.
     auto evalDouble = Function<PlatformEvalDoubleFn>("EXP_Eval_DOUBLE");
     auto evalFloat = Function<PlatformEvalFloatFn>("EXP_Eval_FLOAT");
     double wide = 0;

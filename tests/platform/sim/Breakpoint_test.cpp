@@ -16,7 +16,7 @@ protected:
     SimHarness h;
 };
 
-TEST_F(SimBreakpoints, StopBeforeTheInstructionAtTheirAddress)
+TEST_F(SimBreakpoints, StopBeforeTheirInstructionWhichAStepThenExecutes)
 {
     const uint32_t store = h.Symbol("count_store");
     ASSERT_TRUE(h.Target().AddBreakpoint(store));
@@ -28,6 +28,20 @@ TEST_F(SimBreakpoints, StopBeforeTheInstructionAtTheirAddress)
     // The increment ran, the store did not.
     EXPECT_EQ(h.Reg(kRegR0 + 5), 1u);
     EXPECT_EQ(Counter(), 0u);
+
+    auto step = h.StepOnce();
+    ASSERT_TRUE(step);
+    EXPECT_EQ(step->reason, StopReason::StepDone);
+    EXPECT_EQ(step->pc, store + 2);
+    EXPECT_EQ(Counter(), 1u);
+
+    // Once removed it no longer stops.
+    ASSERT_TRUE(h.Target().RemoveBreakpoint(store));
+    EXPECT_TRUE(h.Target().Breakpoints().empty());
+    auto halt = h.RunAWhile();
+    ASSERT_TRUE(halt);
+    EXPECT_EQ(halt->reason, StopReason::Halted);
+    EXPECT_GE(Counter(), 1000u);
 }
 
 TEST_F(SimBreakpoints, GoingAgainRunsOnAndStopsThereOnTheNextPass)
@@ -36,8 +50,7 @@ TEST_F(SimBreakpoints, GoingAgainRunsOnAndStopsThereOnTheNextPass)
         SCOPED_TRACE(label);
         const uint32_t address = h.Symbol(label);
         ASSERT_TRUE(h.Target().AddBreakpoint(address));
-        auto first = h.Run();
-        ASSERT_TRUE(first);
+        ASSERT_TRUE(h.Run());
         const uint32_t counted = Counter();
         for (uint32_t pass = 1; pass <= 3; ++pass) {
             auto stop = h.Run();
@@ -50,63 +63,32 @@ TEST_F(SimBreakpoints, GoingAgainRunsOnAndStopsThereOnTheNextPass)
     }
 }
 
-TEST_F(SimBreakpoints, StepFromABreakpointExecutesItsInstruction)
-{
-    const uint32_t store = h.Symbol("count_store");
-    ASSERT_TRUE(h.Target().AddBreakpoint(store));
-    ASSERT_TRUE(h.Run());
-    auto step = h.StepOnce();
-    ASSERT_TRUE(step);
-    EXPECT_EQ(step->reason, StopReason::StepDone);
-    EXPECT_EQ(step->pc, store + 2);
-    EXPECT_EQ(Counter(), 1u);
-}
-
-TEST_F(SimBreakpoints, RemovedBreakpointNoLongerStops)
-{
-    const uint32_t store = h.Symbol("count_store");
-    ASSERT_TRUE(h.Target().AddBreakpoint(store));
-    ASSERT_TRUE(h.Run());
-    ASSERT_TRUE(h.Target().RemoveBreakpoint(store));
-    EXPECT_TRUE(h.Target().Breakpoints().empty());
-    ASSERT_TRUE(h.Target().Go());
-    ASSERT_TRUE(h.Recorder().WaitForOutput("+"));
-    ASSERT_TRUE(h.Target().Halt());
-    auto stop = h.Recorder().Next();
-    ASSERT_TRUE(stop);
-    EXPECT_EQ(stop->reason, StopReason::Halted);
-    EXPECT_GE(Counter(), 1000u);
-}
-
 TEST_F(SimBreakpoints, AddedWhileRunningTakesEffect)
 {
     ASSERT_TRUE(h.Target().Go());
-    ASSERT_TRUE(h.Recorder().WaitForOutput("+"));
+    ASSERT_TRUE(h.WaitForOutput("+"));
     const uint32_t loop = h.Symbol("count_loop");
     ASSERT_TRUE(h.Target().AddBreakpoint(loop));
-    auto stop = h.Recorder().Next();
+    auto stop = h.Next();
     ASSERT_TRUE(stop);
     EXPECT_EQ(stop->reason, StopReason::Breakpoint);
     EXPECT_EQ(stop->pc, loop);
 }
 
-TEST_F(SimBreakpoints, ThumbBitIsIgnoredAndDuplicatesCollapse)
+TEST_F(SimBreakpoints, ThumbBitIsIgnoredDuplicatesCollapseAndBadAddressesAreRefused)
 {
     const uint32_t loop = h.Symbol("count_loop");
     ASSERT_TRUE(h.Target().AddBreakpoint(loop | 1));
     ASSERT_TRUE(h.Target().AddBreakpoint(loop));
     EXPECT_EQ(h.Target().Breakpoints(), std::vector<uint32_t>{loop});
     EXPECT_TRUE(h.Target().RemoveBreakpoint(loop | 1));
-}
 
-TEST_F(SimBreakpoints, OutsideExecutableMemoryOrUnknownAreRefused)
-{
-    SimResult add = h.Target().AddBreakpoint(0x40000000);
-    EXPECT_FALSE(add);
-    EXPECT_EQ(add.cause, "Breakpoint at 0x40000000 is not in executable memory");
+    EXPECT_EQ(h.Target().AddBreakpoint(0x40000000).cause,
+              "Breakpoint at 0x40000000 is not in executable memory");
     EXPECT_EQ(h.Target().AddBreakpoint(0x30000000).cause,
               "Breakpoint at 0x30000000 is not in executable memory");
     EXPECT_EQ(h.Target().RemoveBreakpoint(0x08000100).cause, "No breakpoint at 0x08000100");
+    EXPECT_TRUE(h.Target().Breakpoints().empty());
 }
 
 TEST(SimBreakpointsElsewhere, LeaveTheProgramAlone)
@@ -119,7 +101,7 @@ TEST(SimBreakpointsElsewhere, LeaveTheProgramAlone)
     auto stop = h.Run();
     ASSERT_TRUE(stop);
     EXPECT_EQ(stop->reason, StopReason::Exit) << stop->cause;
-    EXPECT_EQ(h.Recorder().Output(), "hello\n");
+    EXPECT_EQ(h.Output(), "hello\n");
 }
 
 } // namespace

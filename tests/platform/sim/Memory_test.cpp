@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <ostream>
-
 #include <array>
-#include <cstring>
+#include <string>
 #include <vector>
 
+#include "platform/sim/SimMemoryMap.h"
 #include "support/SimHarness.h"
 
 namespace
@@ -19,28 +18,21 @@ std::unique_ptr<SimTarget> BareTarget(const char* description = nullptr)
     return SimTarget::Create(std::move(config));
 }
 
-TEST(SimMemory, WrittenBytesReadBackInRamAndFlash)
+TEST(SimMemory, WrittenBytesReadBackInRamAndFlashAndZeroInPeripherals)
 {
     auto target = BareTarget();
     ASSERT_TRUE(target);
-    for (uint32_t address : {0x20000000u, 0x2001FFF0u, 0x08000000u, 0x080FFFFCu}) {
+    for (uint32_t address : {0x20000000u, 0x2001FFF0u, 0x08000000u, 0x080FFFFCu, 0x40000010u}) {
         SCOPED_TRACE(address);
         const std::array<uint8_t, 4> written{0xDE, 0xAD, 0xBE, 0xEF};
         ASSERT_TRUE(target->WriteMemory(address, written.size(), written.data()));
-        std::array<uint8_t, 4> read{};
+        std::array<uint8_t, 4> read{0xFF, 0xFF, 0xFF, 0xFF};
         ASSERT_TRUE(target->ReadMemory(address, read.size(), read.data()));
-        EXPECT_EQ(read, written);
+        EXPECT_EQ(read, (address >= 0x40000000u ? std::array<uint8_t, 4>{} : written));
     }
-}
-
-TEST(SimMemory, PeripheralsReadZeroAndAcceptWrites)
-{
-    auto target = BareTarget();
-    const uint32_t value = 0x12345678;
-    EXPECT_TRUE(target->WriteMemory(0x40000010, sizeof value, &value));
-    uint32_t read = 0xFFFFFFFF;
-    EXPECT_TRUE(target->ReadMemory(0x40000010, sizeof read, &read));
-    EXPECT_EQ(read, 0u);
+    EXPECT_TRUE(target->ReadMemory(0x30000000, 0, nullptr)) << "an empty access";
+    EXPECT_FALSE(target->ReadMemory(0x20000000, 4, nullptr));
+    EXPECT_FALSE(target->WriteMemory(0x20000000, 4, nullptr));
 }
 
 TEST(SimMemory, AccessAcrossAdjacentRegionsWorks)
@@ -56,76 +48,34 @@ TEST(SimMemory, AccessAcrossAdjacentRegionsWorks)
     EXPECT_EQ(read, data);
 }
 
-struct BadAccess {
-    uint32_t address;
-    size_t size;
-    uint32_t failing;
-    const char* cause;
-};
-
-void PrintTo(const BadAccess& c, std::ostream* os)
+TEST(SimMemory, OutsideTheMapFailsAtTheFirstUnmappedByteAndWritesNothing)
 {
-    *os << std::hex << c.address << "+" << c.size;
-}
-
-class SimMemoryOutsideTheMap : public testing::TestWithParam<BadAccess>
-{
-};
-
-TEST_P(SimMemoryOutsideTheMap, FailsAtTheFirstUnmappedByteAndWritesNothing)
-{
+    struct BadAccess {
+        uint32_t address;
+        size_t size;
+        uint32_t failing;
+        const char* cause;
+    };
     auto target = BareTarget();
-    const BadAccess& c = GetParam();
-    std::vector<uint8_t> buffer(c.size, 0xAA);
-    SimResult read = target->ReadMemory(c.address, c.size, buffer.data());
-    EXPECT_FALSE(read);
-    EXPECT_EQ(read.address, c.failing);
-    EXPECT_EQ(read.cause, c.cause);
-    SimResult write = target->WriteMemory(c.address, c.size, buffer.data());
-    EXPECT_FALSE(write);
-    EXPECT_EQ(write.address, c.failing);
-    // The mapped part was left alone.
-    if (target->ReadMemory(c.address, 1, buffer.data())) {
-        EXPECT_EQ(buffer[0], 0);
+    for (const BadAccess& c :
+         {BadAccess{0x30000000, 4, 0x30000000, "No memory at 0x30000000"},
+          BadAccess{0x2001FFFE, 4, 0x20020000, "No memory at 0x20020000"},
+          BadAccess{0x07FFFFFF, 2, 0x07FFFFFF, "No memory at 0x07FFFFFF"},
+          BadAccess{0xFFFFFFFE, 4, 0xFFFFFFFE, "Range at 0xFFFFFFFE wraps beyond 0xFFFFFFFF"}}) {
+        SCOPED_TRACE(c.cause);
+        std::vector<uint8_t> buffer(c.size, 0xAA);
+        SimResult read = target->ReadMemory(c.address, c.size, buffer.data());
+        EXPECT_FALSE(read);
+        EXPECT_EQ(read.address, c.failing);
+        EXPECT_EQ(read.cause, c.cause);
+        SimResult write = target->WriteMemory(c.address, c.size, buffer.data());
+        EXPECT_FALSE(write);
+        EXPECT_EQ(write.address, c.failing);
+        // The mapped part was left alone.
+        if (target->ReadMemory(c.address, 1, buffer.data())) {
+            EXPECT_EQ(buffer[0], 0);
+        }
     }
-}
-
-INSTANTIATE_TEST_SUITE_P(Cases, SimMemoryOutsideTheMap,
-                         testing::Values(BadAccess{0x30000000, 4, 0x30000000, "No memory at 0x30000000"},
-                                         BadAccess{0x2001FFFE, 4, 0x20020000, "No memory at 0x20020000"},
-                                         BadAccess{0x07FFFFFF, 2, 0x07FFFFFF, "No memory at 0x07FFFFFF"},
-                                         BadAccess{0xFFFFFFFE, 4, 0xFFFFFFFE,
-                                                   "Range at 0xFFFFFFFE wraps beyond 0xFFFFFFFF"}));
-
-TEST(SimMemory, EmptyAccessSucceedsAndMissingBufferFails)
-{
-    auto target = BareTarget();
-    EXPECT_TRUE(target->ReadMemory(0x30000000, 0, nullptr));
-    EXPECT_FALSE(target->ReadMemory(0x20000000, 4, nullptr));
-    EXPECT_FALSE(target->WriteMemory(0x20000000, 4, nullptr));
-}
-
-TEST(SimMemory, RefusedWhileRunningThenAvailableAfterHalt)
-{
-    SimHarness h;
-    ASSERT_TRUE(h.Boot("count")) << h.Error();
-    ASSERT_TRUE(h.Target().Go());
-    ASSERT_TRUE(h.Recorder().WaitForOutput("+"));
-    uint32_t word = 0;
-    SimResult read = h.Target().ReadMemory(0x20000000, 4, &word);
-    EXPECT_FALSE(read);
-    EXPECT_EQ(read.cause, "target running");
-    EXPECT_EQ(h.Target().WriteMemory(0x20000000, 4, &word).cause, "target running");
-    EXPECT_EQ(h.Target().ReadRegister(kRegPc).cause, "target running");
-    EXPECT_EQ(h.Target().WriteRegister(kRegR0, 1).cause, "target running");
-    EXPECT_EQ(h.Target().Reset().cause, "target running");
-    EXPECT_EQ(h.Target().Go().cause, "target running");
-    EXPECT_EQ(h.Target().Step().cause, "target running");
-    ASSERT_TRUE(h.Target().Halt());
-    auto stop = h.Recorder().Next();
-    ASSERT_TRUE(stop);
-    EXPECT_EQ(stop->reason, StopReason::Halted);
-    EXPECT_TRUE(h.Target().ReadMemory(0x20000000, 4, &word));
 }
 
 TEST(SimMemory, DownloadedCodeReplacesCodeThatAlreadyRan)
@@ -135,16 +85,83 @@ TEST(SimMemory, DownloadedCodeReplacesCodeThatAlreadyRan)
     auto first = h.Run();
     ASSERT_TRUE(first);
     EXPECT_EQ(first->reason, StopReason::Fault);
-    auto hello = FirmwareProgram::Load("hello");
-    ASSERT_TRUE(hello);
-    ASSERT_TRUE(
-        h.Target().WriteMemory(FirmwareProgram::kFlashBase, hello->Image().size(), hello->Image().data()));
-    ASSERT_TRUE(h.Target().Reset());
-    ASSERT_TRUE(h.Recorder().Next());
+    ASSERT_TRUE(SimHarness::Download(h.Target(), "hello"));
+    ASSERT_TRUE(h.Next());
     auto second = h.Run();
     ASSERT_TRUE(second);
     EXPECT_EQ(second->reason, StopReason::Exit) << second->cause;
-    EXPECT_EQ(h.Recorder().Output(), "hello\n");
+    EXPECT_EQ(h.Output(), "hello\n");
+}
+
+TEST(SimMemoryMapParse, ReadsRegionsWithCommentsBlankLinesAndDefaults)
+{
+    const SimMapParse parsed = SimMemoryMap::Parse("# a board\n"
+                                                   "\n"
+                                                   "ram 0x20000000 0x00020000 rw sram   # on-chip\n"
+                                                   "  flash\t134217728 1048576 rx\r\n"
+                                                   "peripheral 0x40000000 0x1000 w\n");
+    ASSERT_TRUE(parsed.map) << parsed.error;
+    const auto& regions = parsed.map->Regions();
+    ASSERT_EQ(regions.size(), 3u);
+    // Sorted by base whatever the order of the lines.
+    EXPECT_EQ(regions[0].name, "flash");
+    EXPECT_EQ(regions[0].kind, RegionKind::Flash);
+    EXPECT_EQ(regions[0].base, 0x08000000u);
+    EXPECT_EQ(regions[0].size, 0x00100000u);
+    EXPECT_EQ(regions[0].access, kAccessRead | kAccessExecute);
+    EXPECT_EQ(regions[1].name, "sram");
+    EXPECT_EQ(regions[1].access, kAccessRead | kAccessWrite);
+    EXPECT_EQ(regions[2].kind, RegionKind::Peripheral);
+    EXPECT_EQ(regions[2].access, kAccessWrite);
+}
+
+TEST(SimMemoryMapParse, FindsRegionsByAddressAndKindUpToTheTop)
+{
+    const SimMapParse parsed =
+        SimMemoryMap::Parse("ram 0x20000000 0x2000 rw\nflash 0x1000 0x1000 rx\nram 0xFFFFF000 0x1000 rw\n");
+    ASSERT_TRUE(parsed.map) << parsed.error;
+    // A region may reach the top of the address space.
+    EXPECT_EQ(parsed.map->Regions()[2].End(), uint64_t{1} << 32);
+    const SimMemoryMap& map = *parsed.map;
+    ASSERT_NE(map.Find(0x20001FFF), nullptr);
+    EXPECT_EQ(map.Find(0x20001FFF)->kind, RegionKind::Ram);
+    EXPECT_EQ(map.Find(0x20002000), nullptr);
+    EXPECT_EQ(map.Find(0x0FFF), nullptr);
+    ASSERT_NE(map.FirstOf(RegionKind::Flash), nullptr);
+    EXPECT_EQ(map.FirstOf(RegionKind::Flash)->base, 0x1000u);
+    EXPECT_EQ(map.FirstOf(RegionKind::Peripheral), nullptr);
+}
+
+TEST(SimMemoryMapErrors, NameTheLineAndTheReason)
+{
+    struct BadCase {
+        const char* text;
+        const char* error;
+    };
+    for (const BadCase& c :
+         {BadCase{"flash 0x08000000 0x1000 rx\nram 0x08000000 0x2000 rw\n",
+                  "line 2: region overlaps 'flash' from line 1"},
+          BadCase{"ram 0x20000000 0x2000 rw\n\n# x\nram 0x1F000000 0x1001000 rw a\n",
+                  "line 4: region overlaps 'ram' from line 1"},
+          BadCase{"ram 0x20000000 0 rw\n", "line 1: zero size"},
+          BadCase{"ram 0xFFFFF000 0x2000 rw\n", "line 1: region wraps beyond 32 bits"},
+          BadCase{"ram 0x100000000 0x1000 rw\n", "line 1: base '0x100000000' beyond 32 bits"},
+          BadCase{"ram 0x2000000G 0x1000 rw\n", "line 1: bad number '0x2000000G'"},
+          BadCase{"ram 0x20000000 -4096 rw\n", "line 1: bad number '-4096'"},
+          BadCase{"ram 0x 0x1000 rw\n", "line 1: bad number '0x'"},
+          BadCase{"# header\nrom 0x08000000 0x1000 rx\n", "line 2: unknown region kind 'rom'"},
+          BadCase{"ram 0x20000000 0x1000 rq\n", "line 1: bad access 'rq' (use r, w and x)"},
+          BadCase{"ram 0x20000000 0x1000 rr\n", "line 1: bad access 'rr' (use r, w and x)"},
+          BadCase{"ram 0x20000000 0x1000\n", "line 1: expected 'kind base size access [name]'"},
+          BadCase{"ram 0x20000000 0x1000 rw a b\n", "line 1: expected 'kind base size access [name]'"},
+          BadCase{"ram 0x20000800 0x1000 rw\n", "line 1: base and size must be multiples of 0x1000"},
+          BadCase{"peripheral 0x40000000 0x1000 rwx\n", "line 1: peripheral region cannot be executable"},
+          BadCase{"# nothing\n\n", "no regions in the description"},
+          BadCase{"", "no regions in the description"}}) {
+        const SimMapParse parsed = SimMemoryMap::Parse(c.text);
+        EXPECT_FALSE(parsed.map) << c.error;
+        EXPECT_EQ(parsed.error, c.error);
+    }
 }
 
 } // namespace

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <ostream>
-
 #include <string>
 
 #include "support/SimHarness.h"
@@ -9,47 +7,30 @@
 namespace
 {
 
-struct RegisterCase {
-    unsigned index;
-    uint32_t written;
-    uint32_t read;
-};
-
-void PrintTo(const RegisterCase& c, std::ostream* os)
+TEST(SimRegisters, ReadBackWhatWasWritten)
 {
-    *os << SimTarget::RegisterName(c.index) << "=" << std::hex << c.written;
-}
-
-class SimRegisterValues : public testing::TestWithParam<RegisterCase>
-{
-};
-
-TEST_P(SimRegisterValues, ReadBackWhatWasWritten)
-{
+    struct RegisterCase {
+        unsigned index;
+        uint32_t written;
+        uint32_t read;
+    };
     auto target = SimTarget::Create({});
     ASSERT_TRUE(target);
-    const RegisterCase& c = GetParam();
-    ASSERT_TRUE(target->WriteRegister(c.index, c.written));
-    SimResult read = target->ReadRegister(c.index);
-    ASSERT_TRUE(read);
-    EXPECT_EQ(read.value, c.read) << SimTarget::RegisterName(c.index);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, SimRegisterValues,
-    testing::Values(
-        RegisterCase{kRegR0, 0x11111111, 0x11111111}, RegisterCase{kRegR0 + 7, 0x77, 0x77},
-        RegisterCase{kRegR12, 0xCCCCCCCC, 0xCCCCCCCC}, RegisterCase{kRegSp, 0x20001000, 0x20001000},
-        RegisterCase{kRegLr, 0x08000123, 0x08000123}, RegisterCase{kRegMsp, 0x20002000, 0x20002000},
-        RegisterCase{kRegPsp, 0x20003000, 0x20003000}, RegisterCase{kRegPrimask, 1, 1},
-        RegisterCase{kRegBasepri, 0x80, 0x80}, RegisterCase{kRegFaultmask, 1, 1},
-        // The PC and xPSR keep the Thumb state whatever is written.
-        RegisterCase{kRegPc, 0x08000010, 0x08000010}, RegisterCase{kRegPc, 0x08000011, 0x08000010},
-        RegisterCase{kRegXpsr, 0xF0000000, 0xF1000000}));
-
-TEST(SimRegisters, UnknownIndexIsRefused)
-{
-    auto target = SimTarget::Create({});
+    for (const RegisterCase& c :
+         {RegisterCase{kRegR0, 0x11111111, 0x11111111}, RegisterCase{kRegR0 + 7, 0x77, 0x77},
+          RegisterCase{kRegR12, 0xCCCCCCCC, 0xCCCCCCCC}, RegisterCase{kRegSp, 0x20001000, 0x20001000},
+          RegisterCase{kRegLr, 0x08000123, 0x08000123}, RegisterCase{kRegMsp, 0x20002000, 0x20002000},
+          RegisterCase{kRegPsp, 0x20003000, 0x20003000}, RegisterCase{kRegPrimask, 1, 1},
+          RegisterCase{kRegBasepri, 0x80, 0x80}, RegisterCase{kRegFaultmask, 1, 1},
+          // The PC and xPSR keep the Thumb state whatever is written.
+          RegisterCase{kRegPc, 0x08000010, 0x08000010}, RegisterCase{kRegPc, 0x08000011, 0x08000010},
+          RegisterCase{kRegXpsr, 0xF0000000, 0xF1000000}}) {
+        SCOPED_TRACE(testing::Message() << SimTarget::RegisterName(c.index) << "=" << std::hex << c.written);
+        ASSERT_TRUE(target->WriteRegister(c.index, c.written));
+        SimResult read = target->ReadRegister(c.index);
+        ASSERT_TRUE(read);
+        EXPECT_EQ(read.value, c.read);
+    }
     EXPECT_EQ(target->ReadRegister(kRegisterCount).cause, "No register 23");
     EXPECT_EQ(target->WriteRegister(99, 0).cause, "No register 99");
 }
@@ -62,7 +43,7 @@ TEST(SimReset, LoadsTheVectorTableAndClearsTheRest)
         ASSERT_TRUE(h.Target().WriteRegister(i, 0xA5A5A5A5));
     ASSERT_TRUE(h.Target().WriteRegister(kRegPrimask, 1));
     ASSERT_TRUE(h.Target().Reset());
-    auto report = h.Recorder().Next();
+    auto report = h.Next();
     ASSERT_TRUE(report);
     EXPECT_EQ(report->reason, StopReason::Reset);
     EXPECT_EQ(report->pc, h.Symbol("reset_handler"));
@@ -77,72 +58,61 @@ TEST(SimReset, LoadsTheVectorTableAndClearsTheRest)
         EXPECT_EQ(h.Reg(i), 0u) << SimTarget::RegisterName(i);
 }
 
-struct VectorCase {
-    uint32_t sp;
-    uint32_t entry;
-    const char* cause; // empty: reset succeeds
-};
-
-void PrintTo(const VectorCase& c, std::ostream* os)
+TEST(SimReset, VectorsOutsideTheMapFailWithACauseAndChangeNothing)
 {
-    *os << "sp " << std::hex << c.sp << " entry " << c.entry;
-}
-
-class SimResetVectors : public testing::TestWithParam<VectorCase>
-{
-};
-
-TEST_P(SimResetVectors, OutsideTheMapFailWithACauseAndChangeNothing)
-{
-    SimHarness h;
-    ASSERT_TRUE(h.Boot("hello")) << h.Error();
-    const VectorCase& c = GetParam();
-    const uint32_t vectors[2] = {c.sp, c.entry};
-    ASSERT_TRUE(h.Target().WriteMemory(FirmwareProgram::kFlashBase, sizeof vectors, vectors));
-    ASSERT_TRUE(h.Target().WriteRegister(kRegR0, 0x55));
-    SimResult reset = h.Target().Reset();
-    if (std::string(c.cause).empty()) {
-        EXPECT_TRUE(reset) << reset.cause;
-        EXPECT_EQ(h.Reg(kRegPc), c.entry & ~1u);
-        EXPECT_EQ(h.Reg(kRegR0), 0u);
-        return;
+    struct VectorCase {
+        uint32_t sp;
+        uint32_t entry;
+        const char* cause; // empty: reset succeeds
+    };
+    for (const VectorCase& c :
+         {VectorCase{0xFFFFFFFF, 0xFFFFFFFF, "Reset vector 0xFFFFFFFF points outside executable memory"},
+          VectorCase{0x20020000, 0x00000001, "Reset vector 0x00000001 points outside executable memory"},
+          VectorCase{0x20020000, 0x40000001, "Reset vector 0x40000001 points outside executable memory"},
+          VectorCase{0x20020000, 0x08000008, "Reset vector 0x08000008 lacks the Thumb bit"},
+          VectorCase{0x30000000, 0x08000009,
+                     "Initial stack pointer 0x30000000 points outside writable memory"},
+          VectorCase{0x08000400, 0x08000009,
+                     "Initial stack pointer 0x08000400 points outside writable memory"},
+          VectorCase{0x40001000, 0x08000009,
+                     "Initial stack pointer 0x40001000 points outside writable memory"},
+          VectorCase{0x00000000, 0x08000009,
+                     "Initial stack pointer 0x00000000 points outside writable memory"},
+          VectorCase{0x20001000, 0x20000001, ""}}) {
+        SCOPED_TRACE(testing::Message() << std::hex << c.sp << " " << c.entry);
+        SimHarness h;
+        ASSERT_TRUE(h.Boot("hello")) << h.Error();
+        const uint32_t vectors[2] = {c.sp, c.entry};
+        ASSERT_TRUE(h.Target().WriteMemory(FirmwareProgram::kFlashBase, sizeof vectors, vectors));
+        ASSERT_TRUE(h.Target().WriteRegister(kRegR0, 0x55));
+        SimResult reset = h.Target().Reset();
+        if (!*c.cause) {
+            EXPECT_TRUE(reset) << reset.cause;
+            EXPECT_EQ(h.Reg(kRegPc), c.entry & ~1u);
+            EXPECT_EQ(h.Reg(kRegR0), 0u);
+            continue;
+        }
+        EXPECT_FALSE(reset);
+        EXPECT_EQ(reset.cause, c.cause);
+        EXPECT_EQ(h.Reg(kRegR0), 0x55u);
+        EXPECT_EQ(h.Reg(kRegPc), h.Symbol("reset_handler"));
+        EXPECT_FALSE(h.Next(std::chrono::milliseconds(50)));
     }
-    EXPECT_FALSE(reset);
-    EXPECT_EQ(reset.cause, c.cause);
-    EXPECT_EQ(h.Reg(kRegR0), 0x55u);
-    EXPECT_EQ(h.Reg(kRegPc), h.Symbol("reset_handler"));
-    EXPECT_FALSE(h.Recorder().Next(std::chrono::milliseconds(50)));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, SimResetVectors,
-    testing::Values(
-        VectorCase{0xFFFFFFFF, 0xFFFFFFFF, "Reset vector 0xFFFFFFFF points outside executable memory"},
-        VectorCase{0x20020000, 0x00000001, "Reset vector 0x00000001 points outside executable memory"},
-        VectorCase{0x20020000, 0x40000001, "Reset vector 0x40000001 points outside executable memory"},
-        VectorCase{0x20020000, 0x08000008, "Reset vector 0x08000008 lacks the Thumb bit"},
-        VectorCase{0x30000000, 0x08000009, "Initial stack pointer 0x30000000 points outside writable memory"},
-        VectorCase{0x08000400, 0x08000009, "Initial stack pointer 0x08000400 points outside writable memory"},
-        VectorCase{0x40001000, 0x08000009, "Initial stack pointer 0x40001000 points outside writable memory"},
-        VectorCase{0x00000000, 0x08000009, "Initial stack pointer 0x00000000 points outside writable memory"},
-        VectorCase{0x20001000, 0x20000001, ""}));
-
-TEST(SimReset, WithoutFlashFails)
-{
-    SimTarget::Config config;
-    config.map = SimMemoryMap::Parse("ram 0x20000000 0x1000 rwx\n").map;
-    auto target = SimTarget::Create(std::move(config));
-    ASSERT_TRUE(target);
-    EXPECT_EQ(target->Reset().cause, "No flash region holds a vector table");
-}
-
-TEST(SimTargetCreate, UnknownVariantIsExplained)
+TEST(SimTargetCreate, UnknownVariantIsExplainedAndAMapWithoutFlashCannotReset)
 {
     SimTarget::Config config;
     config.variant = "cortex-m99";
     std::string error;
     EXPECT_FALSE(SimTarget::Create(std::move(config), &error));
     EXPECT_EQ(error, "Unknown CPU variant 'cortex-m99' (known: cortex-m3, cortex-m4)");
+
+    SimTarget::Config ramOnly;
+    ramOnly.map = SimMemoryMap::Parse("ram 0x20000000 0x1000 rwx\n").map;
+    auto target = SimTarget::Create(std::move(ramOnly));
+    ASSERT_TRUE(target);
+    EXPECT_EQ(target->Reset().cause, "No flash region holds a vector table");
 }
 
 } // namespace

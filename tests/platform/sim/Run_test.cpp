@@ -29,106 +29,83 @@ uint32_t LoopChecksum()
     return ~crc;
 }
 
-class SimRunVariants : public testing::TestWithParam<const char*>
+TEST(SimRun, ProgramsPrintExactlyAndExitWithTheirCodeOnEachVariant)
 {
-};
+    for (const char* variant : {"cortex-m3", "cortex-m4"}) {
+        SCOPED_TRACE(variant);
+        SimHarness hello;
+        ASSERT_TRUE(hello.Boot("hello", variant)) << hello.Error();
+        auto stop = hello.Run();
+        ASSERT_TRUE(stop);
+        EXPECT_EQ(stop->reason, StopReason::Exit) << stop->cause;
+        EXPECT_EQ(stop->exitCode, 0);
+        EXPECT_EQ(hello.Output(), "hello\n");
+        EXPECT_FALSE(hello.Next(std::chrono::milliseconds(0))) << "one report";
+        EXPECT_FALSE(hello.Target().IsRunning());
 
-TEST_P(SimRunVariants, HelloPrintsExactlyAndExitsWithZero)
-{
-    SimHarness h;
-    ASSERT_TRUE(h.Boot("hello", GetParam())) << h.Error();
-    auto stop = h.Run();
-    ASSERT_TRUE(stop);
-    EXPECT_EQ(stop->reason, StopReason::Exit) << stop->cause;
-    EXPECT_EQ(stop->exitCode, 0);
-    EXPECT_EQ(h.Recorder().Output(), "hello\n");
-    EXPECT_EQ(h.Recorder().Pending(), 0u);
-    EXPECT_FALSE(h.Target().IsRunning());
+        SimHarness h;
+        ASSERT_TRUE(h.Boot("loop", variant)) << h.Error();
+        stop = h.Run();
+        ASSERT_TRUE(stop);
+        ASSERT_EQ(stop->reason, StopReason::Exit) << stop->cause;
+        const uint32_t expected = LoopChecksum();
+        EXPECT_EQ(h.Word(h.Symbol("mailbox")), expected);
+        EXPECT_EQ(stop->exitCode, static_cast<int>(expected & 0xFF));
+        // Millions of instructions, but counted, not guessed.
+        EXPECT_GT(h.Target().InstructionCount(), 10'000'000u);
+    }
 }
 
-TEST_P(SimRunVariants, LoopComputesItsChecksumAndExitsWithItsLowByte)
-{
-    SimHarness h;
-    ASSERT_TRUE(h.Boot("loop", GetParam())) << h.Error();
-    auto stop = h.Run();
-    ASSERT_TRUE(stop);
-    ASSERT_EQ(stop->reason, StopReason::Exit) << stop->cause;
-    const uint32_t expected = LoopChecksum();
-    EXPECT_EQ(h.Word(h.Symbol("mailbox")), expected);
-    EXPECT_EQ(stop->exitCode, static_cast<int>(expected & 0xFF));
-    // Millions of instructions, but counted, not guessed.
-    EXPECT_GT(h.Target().InstructionCount(), 10'000'000u);
-}
-
-INSTANTIATE_TEST_SUITE_P(Variants, SimRunVariants, testing::Values("cortex-m3", "cortex-m4"));
-
-TEST(SimRun, GoThenHaltStopsInsideTheLoopWithTheCounterAdvanced)
-{
-    SimHarness h;
-    ASSERT_TRUE(h.Boot("count")) << h.Error();
-    ASSERT_TRUE(h.Target().Go());
-    EXPECT_TRUE(h.Target().IsRunning());
-    ASSERT_TRUE(h.Recorder().WaitForOutput("+"));
-    ASSERT_TRUE(h.Target().Halt());
-    auto stop = h.Recorder().Next();
-    ASSERT_TRUE(stop);
-    EXPECT_EQ(stop->reason, StopReason::Halted);
-    EXPECT_FALSE(h.Target().IsRunning());
-    EXPECT_GE(h.Word(h.Symbol("mailbox")), 1000u);
-    EXPECT_GE(stop->pc, h.Symbol("count_loop"));
-    EXPECT_LT(stop->pc, h.Symbol("count_end"));
-    EXPECT_EQ(h.Reg(kRegPc), stop->pc);
-}
-
-TEST(SimRun, GoAgainAfterHaltContinuesCounting)
-{
-    SimHarness h;
-    ASSERT_TRUE(h.Boot("count")) << h.Error();
-    ASSERT_TRUE(h.Target().Go());
-    ASSERT_TRUE(h.Recorder().WaitForOutput("+"));
-    ASSERT_TRUE(h.Target().Halt());
-    ASSERT_TRUE(h.Recorder().Next());
-    const uint32_t first = h.Word(h.Symbol("mailbox"));
-    const uint64_t instructions = h.Target().InstructionCount();
-    ASSERT_TRUE(h.Target().Go());
-    ASSERT_TRUE(h.Target().Halt());
-    ASSERT_TRUE(h.Recorder().Next());
-    EXPECT_GE(h.Word(h.Symbol("mailbox")), first);
-    EXPECT_GE(h.Target().InstructionCount(), instructions);
-}
-
-TEST(SimRun, HaltWhenNotRunningIsRefusedWithoutAReport)
+TEST(SimRun, GoAndHaltWhenRunningOnlyStopInsideTheLoopAndGoingAgainContinues)
 {
     SimHarness h;
     ASSERT_TRUE(h.Boot("count")) << h.Error();
     EXPECT_EQ(h.Target().Halt().cause, "target not running");
     EXPECT_TRUE(h.Target().WaitUntilHalted(std::chrono::milliseconds(0)));
-    EXPECT_FALSE(h.Recorder().Next(std::chrono::milliseconds(50)));
-}
+    EXPECT_FALSE(h.Next(std::chrono::milliseconds(50))) << "a refused halt is not reported";
+    ASSERT_TRUE(h.Target().Go());
+    EXPECT_TRUE(h.Target().IsRunning());
+    ASSERT_TRUE(h.WaitForOutput("+"));
+    // Nothing else is done while it runs.
+    uint32_t word = 0;
+    SimResult read = h.Target().ReadMemory(0x20000000, 4, &word);
+    EXPECT_FALSE(read);
+    EXPECT_EQ(read.cause, "target running");
+    EXPECT_EQ(h.Target().WriteMemory(0x20000000, 4, &word).cause, "target running");
+    EXPECT_EQ(h.Target().ReadRegister(kRegPc).cause, "target running");
+    EXPECT_EQ(h.Target().WriteRegister(kRegR0, 1).cause, "target running");
+    EXPECT_EQ(h.Target().Reset().cause, "target running");
+    EXPECT_EQ(h.Target().Go().cause, "target running");
+    EXPECT_EQ(h.Target().Step().cause, "target running");
 
-TEST(SimRun, HaltRightAfterGoStillStops)
-{
-    SimHarness h;
-    ASSERT_TRUE(h.Boot("count")) << h.Error();
+    ASSERT_TRUE(h.Target().Halt());
+    auto stop = h.Next();
+    ASSERT_TRUE(stop);
+    EXPECT_EQ(stop->reason, StopReason::Halted);
+    EXPECT_FALSE(h.Target().IsRunning());
+    const uint32_t first = h.Word(h.Symbol("mailbox"));
+    EXPECT_GE(first, 1000u);
+    EXPECT_GE(stop->pc, h.Symbol("count_loop"));
+    EXPECT_LT(stop->pc, h.Symbol("count_end"));
+    EXPECT_EQ(h.Reg(kRegPc), stop->pc);
+
+    // Going again continues counting; a halt right after go still stops.
+    const uint64_t instructions = h.Target().InstructionCount();
     for (int i = 0; i < 20; ++i) {
         ASSERT_TRUE(h.Target().Go());
         ASSERT_TRUE(h.Target().Halt());
-        auto stop = h.Recorder().Next();
+        stop = h.Next();
         ASSERT_TRUE(stop);
         EXPECT_EQ(stop->reason, StopReason::Halted);
     }
     EXPECT_TRUE(h.Target().WaitUntilHalted(std::chrono::milliseconds(0)));
-}
+    EXPECT_GE(h.Word(h.Symbol("mailbox")), first);
+    EXPECT_GE(h.Target().InstructionCount(), instructions);
 
-TEST(SimRun, DestroyingARunningTargetStopsIt)
-{
-    SimHarness h;
-    ASSERT_TRUE(h.Boot("count")) << h.Error();
+    // Destroying a running target stops it, and a run cut short so is not reported.
     ASSERT_TRUE(h.Target().Go());
-    ASSERT_TRUE(h.Recorder().WaitForOutput("+"));
     h.Destroy();
-    // A run cut short by destruction is not reported.
-    EXPECT_EQ(h.Recorder().Pending(), 0u);
+    EXPECT_FALSE(h.Next(std::chrono::milliseconds(0)));
 }
 
 // Signals when the callback that holds it is destroyed, which happens after the
@@ -153,11 +130,7 @@ TEST(SimRun, TargetMayBeDestroyedFromItsOwnStopCallback)
     };
     target = SimTarget::Create(std::move(config));
     ASSERT_TRUE(target);
-    auto hello = FirmwareProgram::Load("hello");
-    ASSERT_TRUE(hello);
-    ASSERT_TRUE(
-        target->WriteMemory(FirmwareProgram::kFlashBase, hello->Image().size(), hello->Image().data()));
-    ASSERT_TRUE(target->Reset());
+    ASSERT_TRUE(SimHarness::Download(*target, "hello"));
     ASSERT_TRUE(target->Go());
     sentinel.reset();
     auto done = destroyedOn.get_future();
@@ -182,11 +155,7 @@ TEST(SimRun, ThrowingCallbacksDoNotReachTheSimulator)
         throw std::runtime_error("still not interested");
     };
     auto target = SimTarget::Create(std::move(config));
-    auto hello = FirmwareProgram::Load("hello");
-    ASSERT_TRUE(target && hello);
-    ASSERT_TRUE(
-        target->WriteMemory(FirmwareProgram::kFlashBase, hello->Image().size(), hello->Image().data()));
-    ASSERT_TRUE(target->Reset());
+    ASSERT_TRUE(target && SimHarness::Download(*target, "hello"));
     ASSERT_TRUE(target->Go());
     auto stop = stopped.get_future();
     ASSERT_EQ(stop.wait_for(std::chrono::seconds(20)), std::future_status::ready);

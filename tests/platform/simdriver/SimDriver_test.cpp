@@ -12,7 +12,8 @@
 #include "platform/catalog/PlatformList.h"
 #include "platform/simdriver/InstalledPlatforms.h"
 #include "platform/simdriver/SimTargetDriver.h"
-#include "support/FirmwareImage.h"
+#include "support/RecordingComponent.h"
+#include "support/SimHarness.h"
 #include "workbench/Workbench.h"
 
 namespace
@@ -22,33 +23,15 @@ namespace
 // runs is slow to translate, much more so under a sanitizer.
 constexpr std::chrono::seconds kPatience{60};
 
-// Notes each stop event, with the stop address the debugger state took from it
-// when a state handled the event first.
-struct StopCounter : IQComponent {
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        *out = this;
-        return S_OK;
-    }
-    TESSEL_NOT_REFCOUNTED
-    HRESULT OnEvent(const Event& e) override
-    {
-        if (e.id == Ids::EVENT_TARGET_STOPPED)
-            stops.push_back({static_cast<uint32_t>(e.param), state ? state->GetStopAddress() : 0});
-        return S_OK;
-    }
-    HRESULT Initialise(IQServiceRegistry*, int32_t) override { return S_OK; }
-    HRESULT Reserved5() override { return S_OK; }
-    HRESULT Reserved6() override { return S_OK; }
-    HRESULT Terminate(int32_t) override { return S_OK; }
-    const CDebuggerState* state = nullptr;
-    std::vector<std::pair<uint32_t, uint32_t>> stops;
-};
-
 struct SimDriver : ::testing::Test {
     std::ostringstream out;
     Workbench workbench{out, nullptr, false};
-    StopCounter counter;
+    // Each stop event, with the stop address the debugger state took from it
+    // when a state handled the event first.
+    std::vector<std::pair<uint32_t, uint32_t>> stops;
+    const CDebuggerState* watched = nullptr;
+    std::vector<std::string> log;
+    RecordingComponent counter{"counter", log};
     PlatformTable table = InstalledPlatforms();
     PlatformList list{table};
     DriverFactory factory{table};
@@ -56,6 +39,10 @@ struct SimDriver : ::testing::Test {
 
     void SetUp() override
     {
+        counter.onEvent = [this](const Event& e) {
+            if (e.id == Ids::EVENT_TARGET_STOPPED)
+                stops.push_back({static_cast<uint32_t>(e.param), watched ? watched->GetStopAddress() : 0});
+        };
         workbench.Registry().AddComponent(&counter);
         MakeDriver();
     }
@@ -77,13 +64,6 @@ struct SimDriver : ::testing::Test {
         }
         driver = nullptr;
     }
-    void Load(const std::string& firmware)
-    {
-        auto image = FirmwareImage(firmware);
-        ASSERT_FALSE(image.empty()) << firmware;
-        ASSERT_TRUE(driver->Target().WriteMemory(0x08000000, image.size(), image.data()));
-        ASSERT_TRUE(driver->Target().Reset());
-    }
     bool Available(const Guid& id)
     {
         IUnknown* service = nullptr;
@@ -91,16 +71,12 @@ struct SimDriver : ::testing::Test {
     }
 };
 
-TEST_F(SimDriver, CatalogueNamesTheSimulatorFirst)
+TEST_F(SimDriver, TheCortexM4VariantHasItsOwnCpuDriver)
 {
-    std::string name, cpu;
-    ASSERT_EQ(list.GetPlatformName(0, name), S_OK);
-    EXPECT_EQ(name, "simulator");
+    std::string cpu, text;
     ASSERT_EQ(list.GetCpuDriverName("simulator-m4", cpu), S_OK);
-    EXPECT_EQ(cpu, "Cortex-M4");
     IUnknown* object = nullptr;
     ASSERT_EQ(factory.CreateCpuDriver(cpu, nullptr, 0, 0, 0, &object), S_OK);
-    std::string text;
     QueryAs<IQCpuDetails>(object, Ids::CpuDetails)->GetDescription(text);
     EXPECT_EQ(text, "ARM\nCortex-M4");
 }
@@ -115,14 +91,14 @@ TEST_F(SimDriver, OutputAndStopsReachTheMainThread)
         SCOPED_TRACE(firmware);
         workbench.Output().ClearTab("Debug");
         workbench.Output().ClearTab("Target");
-        Load(firmware);
+        ASSERT_TRUE(SimHarness::Download(driver->Target(), firmware));
         ASSERT_TRUE(driver->Target().Go());
         workbench.Loop().RunUntil([&] { return !workbench.Output().Text("Debug").empty(); }, kPatience);
         EXPECT_NE(workbench.Output().Text("Debug").find(debug), std::string::npos);
         EXPECT_EQ(workbench.Output().Text("Target"), target);
         uint32_t pc = 0;
         ASSERT_EQ(driver->GetRegister(0, pc), S_OK);
-        EXPECT_EQ(counter.stops.back().first, pc) << "the stop event carries the stop address";
+        EXPECT_EQ(stops.back().first, pc) << "the stop event carries the stop address";
     }
 }
 
@@ -133,12 +109,12 @@ TEST_F(SimDriver, ReportsQueuedBeforeTheLoopRunsKeepTheirOwnAddresses)
     workbench.Registry().RemoveComponent(&counter);
     workbench.Registry().AddComponent(&state);
     workbench.Registry().AddComponent(&counter);
-    counter.state = &state;
+    watched = &state;
     // A driver made while the session lives, as at a connection.
     ReleaseDriver();
     MakeDriver();
 
-    Load("count"); // reports the reset
+    ASSERT_TRUE(SimHarness::Download(driver->Target(), "count")); // reports the reset
     ASSERT_TRUE(driver->Target().Step());
     const auto deadline = std::chrono::steady_clock::now() + kPatience;
     while (workbench.Posts().PendingMessages() < 2 && std::chrono::steady_clock::now() < deadline)
@@ -146,9 +122,9 @@ TEST_F(SimDriver, ReportsQueuedBeforeTheLoopRunsKeepTheirOwnAddresses)
     ASSERT_EQ(workbench.Posts().PendingMessages(), 2u) << "both reports wait for the loop";
     workbench.Loop().RunUntilIdle();
 
-    ASSERT_EQ(counter.stops.size(), 2u);
-    EXPECT_NE(counter.stops[0].first, counter.stops[1].first);
-    for (const auto& [param, taken] : counter.stops)
+    ASSERT_EQ(stops.size(), 2u);
+    EXPECT_NE(stops[0].first, stops[1].first);
+    for (const auto& [param, taken] : stops)
         EXPECT_EQ(taken, param) << "the state takes each stop's own address";
     workbench.Registry().RemoveComponent(&state);
     state.Terminate(1);
@@ -174,13 +150,13 @@ TEST_F(SimDriver, ServicesLiveAsLongAsTheTarget)
     EXPECT_EQ(description.substr(0, 27), "Tessel simulator\nCortex-M3\n");
 
     // A stop still queued when the driver goes is dropped, not delivered.
-    Load("count");
+    ASSERT_TRUE(SimHarness::Download(driver->Target(), "count"));
     ASSERT_TRUE(driver->Target().Go());
     ASSERT_TRUE(driver->Target().Halt());
     ASSERT_TRUE(driver->Target().WaitUntilHalted(std::chrono::seconds(5)));
     ReleaseDriver();
     workbench.Loop().RunUntilIdle();
-    EXPECT_TRUE(counter.stops.empty());
+    EXPECT_TRUE(stops.empty());
     for (const Guid& id : offered)
         EXPECT_FALSE(Available(id)) << id.ToText();
 }
@@ -190,7 +166,7 @@ TEST_F(SimDriver, TargetMemoryIsAPlatformServiceTheCacheReadsThrough)
     IUnknown* service = nullptr;
     ASSERT_EQ(workbench.Registry().GetService(Ids::IQPlatformMemory2, &service), S_OK);
     auto* memory2 = static_cast<IQPlatformMemory2*>(service);
-    auto image = FirmwareImage("hello");
+    const auto image = FirmwareProgram::Load("hello")->Image();
     const TargetAddress last(static_cast<uint32_t>(0x08000000 + image.size() - 1));
     ASSERT_EQ(memory2->Write(0x08000000, last, image.data()), S_OK);
 
