@@ -63,8 +63,8 @@ void FakePlatformMemory::Poke(TargetAddress start, const std::vector<uint8_t>& b
         written_[start.WrappingAdd(static_cast<uint32_t>(i))] = bytes[i];
 }
 
-bool FakePlatformMemory::Logged(const std::string& name, TargetAddress start, TargetAddress end,
-                                AccessSize size, HRESULT& forced)
+std::string FakePlatformMemory::Line(const std::string& name, TargetAddress start, TargetAddress end,
+                                     AccessSize size)
 {
     char text[96];
     if (size != 0)
@@ -72,7 +72,13 @@ bool FakePlatformMemory::Logged(const std::string& name, TargetAddress start, Ta
                       unsigned{size});
     else
         std::snprintf(text, sizeof text, "%s 0x%X..0x%X", name.c_str(), start.Value(), end.Value());
-    log.emplace_back(text);
+    return text;
+}
+
+bool FakePlatformMemory::Logged(const std::string& name, TargetAddress start, TargetAddress end,
+                                AccessSize size, HRESULT& forced)
+{
+    log.push_back(Line(name, start, end, size));
     const auto it = answers.find(name);
     if (it == answers.end())
         return false;
@@ -217,8 +223,8 @@ HRESULT FakePlatformMemory::Compare(TargetAddress start, TargetAddress end, Targ
 }
 HRESULT FakePlatformMemory::GetPageSize(uint32_t& size)
 {
-    size = 0x1000;
-    return S_OK;
+    size = pageSize;
+    return pageSizeResult;
 }
 
 // --- later generations -------------------------------------------------------

@@ -18,7 +18,8 @@ struct FakeArea {
     bool sized = false;
 };
 
-// A platform offering its memory through any of the five generations. Bytes
+// A platform offering its memory through any of the five generations, to a
+// manager through the registry or to a cache directly. Bytes
 // follow from their address until written. Every access is logged as
 // "<operation><generation> 0x<start>..0x<end>" (sized ones add " /<size>"),
 // so that a test compares the whole conversation in one line. An access
@@ -43,6 +44,9 @@ public:
         return static_cast<uint8_t>((address.Value() * 2654435761u) >> 24);
     }
     uint8_t ByteAt(TargetAddress address) const;
+    // One line of the log.
+    static std::string Line(const std::string& name, TargetAddress start, TargetAddress end,
+                            AccessSize size = 0);
     std::vector<uint8_t> Bytes(TargetAddress start, size_t count) const;
     void Poke(TargetAddress start, const std::vector<uint8_t>& bytes);
 
@@ -55,6 +59,11 @@ public:
     uint32_t offered = 0x7F;
     // A verified write that reaches this address reports a difference there.
     std::optional<TargetAddress> verifyFailsAt;
+    uint32_t pageSize = 0x1000;
+    HRESULT pageSizeResult = S_OK;
+
+    // The first generation's face, for a cache that is handed it directly.
+    IQPlatformMemory* AsFirst() { return &first_; }
 
     HRESULT QueryInterface(const Guid& iid, void** out) override;
     TESSEL_NOT_REFCOUNTED
