@@ -7,7 +7,7 @@
 #include "component/command/CmdMessages.h"
 #include "component/command/CmdParse.h"
 #include "component/util/MessageFormat.h"
-#include "support/CommandFakes.h"
+#include "support/FakeMemoryManager.h"
 
 namespace
 {
@@ -85,14 +85,14 @@ TEST(ParseLine, TheFirstArgumentThatStopsTheLineExplainsItself)
 
 TEST(ErrorTextFor, TheManagersOwnTextOrTheNumber)
 {
-    FakeErrorReporter manager;
-    manager.texts[E_FAIL] = "Target lost";
-    manager.texts[E_INVALIDARG] = "";
-    EXPECT_EQ(ErrorTextFor(&manager, E_FAIL), "Target lost");
-    EXPECT_EQ(ErrorTextFor(&manager, E_INVALIDARG), "Unknown error code -2147024809");
-    EXPECT_EQ(ErrorTextFor(&manager, E_NOTIMPL), "Unknown error code -2147467263");
+    FakeMemoryManager manager;
+    manager.texts = {{E_FAIL, "Target lost"}, {E_INVALIDARG, ""}};
+    IUnknown* failing = static_cast<IQErrorReporter*>(&manager);
+    EXPECT_EQ(ErrorTextFor(failing, E_FAIL), "Target lost");
+    EXPECT_EQ(ErrorTextFor(failing, E_INVALIDARG), "Unknown error code -2147024809");
+    EXPECT_EQ(ErrorTextFor(failing, E_NOTIMPL), "Unknown error code -2147467263");
     manager.reports = false;
-    EXPECT_EQ(ErrorTextFor(&manager, E_FAIL), "Unknown error code -2147467259");
+    EXPECT_EQ(ErrorTextFor(failing, E_FAIL), "Unknown error code -2147467259");
     EXPECT_EQ(ErrorTextFor(nullptr, E_FAIL), "Unknown error code -2147467259");
 }
 
