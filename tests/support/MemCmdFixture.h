@@ -75,32 +75,6 @@ protected:
         return cmd ? Exec(*cmd, line) : Reply{E_NOTIMPL, "", "", false};
     }
 
-    // What the parse of a command's line refuses it with; a line that parses
-    // gives "parsed" and S_OK.
-    CmdRefusal Parse(const std::string& line, AddressRange map)
-    {
-        const size_t blank = line.find(' ');
-        const std::string name = line.substr(0, blank);
-        const std::string text = blank == std::string::npos ? "" : line.substr(blank + 1);
-        const CCmdEvaluator numbers(&registry);
-        const auto outcome = [](const auto& parsed) {
-            return parsed ? CmdRefusal{"parsed", S_OK} : parsed.Refusal();
-        };
-        if (name == "mc")
-            return outcome(CCmdMemoryCompare::Parse(text, map, numbers));
-        if (name == "md")
-            return outcome(CCmdMemoryDisplay::Parse(text, map, numbers));
-        if (name == "me")
-            return outcome(CCmdMemoryEdit::Parse(text, map, numbers));
-        if (name == "mf")
-            return outcome(CCmdMemoryFill::Parse(text, map, numbers));
-        if (name == "mi")
-            return outcome(CCmdMemoryFind::Parse(text, map, numbers));
-        if (name == "mv")
-            return outcome(CCmdMemoryMove::Parse(text, map, numbers));
-        return outcome(CCmdMemoryTest::Parse(text, map, numbers));
-    }
-
     ServiceRegistry registry;
     CommandHelpService help;
     PrefixEvaluator evaluator;

@@ -58,12 +58,4 @@ TEST_F(Edit, InputThatCannotBeReadOrWrittenStaysOnTheUnit)
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(Edit, ANumberTooWideForTheUnitIsInvalid)
-{
-    Say("me 1000");
-    Reply reply = Say("123");
-    EXPECT_EQ(reply.message, "Parameter is invalid");
-    EXPECT_EQ(reply.prompt, "00001000 00");
-}
-
 } // namespace
