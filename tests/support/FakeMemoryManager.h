@@ -107,7 +107,7 @@ private:
     HRESULT Can(const char* operation) const { return lacking.count(operation) ? 1 : S_OK; }
     HRESULT Unused();
     // Logs the call; gives the result asked for in fail, else S_OK.
-    HRESULT Enter(const std::string& operation, const std::string& arguments);
+    HRESULT Enter(const std::string& call);
     bool Mapped(TargetAddress start, TargetAddress end) const;
 
     std::map<TargetAddress, uint8_t> bytes_;
