@@ -1,6 +1,7 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -51,20 +52,18 @@ protected:
     std::unique_ptr<CCmd> Make(const std::string& abbreviation)
     {
         IQServiceRegistry* host = &registry;
-        if (abbreviation == "mc")
-            return std::make_unique<CCmdMemoryCompare>(host, onChange);
-        if (abbreviation == "md")
-            return std::make_unique<CCmdMemoryDisplay>(host, onChange);
-        if (abbreviation == "me")
-            return std::make_unique<CCmdMemoryEdit>(host, onChange);
-        if (abbreviation == "mf")
-            return std::make_unique<CCmdMemoryFill>(host, onChange);
-        if (abbreviation == "mi")
-            return std::make_unique<CCmdMemoryFind>(host, onChange);
-        if (abbreviation == "mv")
-            return std::make_unique<CCmdMemoryMove>(host, onChange);
-        if (abbreviation == "mt")
-            return std::make_unique<CCmdMemoryTest>(host, onChange);
+        const std::pair<const char*, std::function<std::unique_ptr<CCmd>()>> commands[] = {
+            {"mc", [&] { return std::make_unique<CCmdMemoryCompare>(host, onChange); }},
+            {"md", [&] { return std::make_unique<CCmdMemoryDisplay>(host, onChange); }},
+            {"me", [&] { return std::make_unique<CCmdMemoryEdit>(host, onChange); }},
+            {"mf", [&] { return std::make_unique<CCmdMemoryFill>(host, onChange); }},
+            {"mi", [&] { return std::make_unique<CCmdMemoryFind>(host, onChange); }},
+            {"mv", [&] { return std::make_unique<CCmdMemoryMove>(host, onChange); }},
+            {"mt", [&] { return std::make_unique<CCmdMemoryTest>(host, onChange); }},
+        };
+        for (const auto& [name, make] : commands)
+            if (abbreviation == name)
+                return make();
         ADD_FAILURE() << "no command " << abbreviation;
         return nullptr;
     }

@@ -6,6 +6,7 @@
 #include "component/frame/CDebuggerState.h"
 #include "component/symbols/CPDEvaluator.h"
 #include "support/FakePlatformFunctions.h"
+#include "support/RecordingComponent.h"
 #include "workbench/EvaluatorHost.h"
 #include "workbench/ServiceRegistry.h"
 
@@ -26,7 +27,8 @@ struct PdEvaluator : ::testing::Test {
     EvaluatorHost host{registry};
     FakePlatformFunctions functions;
     FakeForwardTarget limits;
-    EventLog events;
+    std::vector<std::string> broadcasts;
+    RecordingComponent events{"event", broadcasts};
     CDebuggerState state;
     std::unique_ptr<CPDEvaluator> evaluator;
 
@@ -89,12 +91,11 @@ TEST_F(PdEvaluator, SetRadixStoresAnyValueAndTellsEveryone)
     int32_t radix = 0;
     EXPECT_EQ(evaluator->GetRadix(radix), S_OK);
     EXPECT_EQ(radix, 16);
+    events.onEvent = [](const Event& event) { EXPECT_EQ(event.id, Ids::EVENT_RADIX_CHANGED); };
     for (int32_t value : {8, 99}) {
-        events.events.clear();
+        broadcasts.clear();
         EXPECT_EQ(evaluator->SetRadix(value), S_OK);
-        ASSERT_EQ(events.events.size(), 1u);
-        EXPECT_EQ(events.events[0].id, Ids::EVENT_RADIX_CHANGED);
-        EXPECT_EQ(events.events[0].param, value);
+        EXPECT_EQ(broadcasts, Calls{"event:" + std::to_string(value)});
         evaluator->GetRadix(radix);
         EXPECT_EQ(radix, value);
     }
