@@ -92,19 +92,3 @@ HRESULT FakeTimingService::QueryInterface(const Guid&, void** out)
     *out = nullptr;
     return E_NOINTERFACE;
 }
-
-HRESULT FakeErrorReporter::QueryInterface(const Guid& iid, void** out)
-{
-    bool answers = iid == Ids::IUnknown || (reports && iid == Ids::IQErrorReporter);
-    *out = answers ? static_cast<IQErrorReporter*>(this) : nullptr;
-    return answers ? S_OK : E_NOINTERFACE;
-}
-
-HRESULT FakeErrorReporter::GetErrorText(HRESULT code, std::string& text)
-{
-    auto it = texts.find(code);
-    if (it == texts.end())
-        return E_FAIL;
-    text = it->second;
-    return S_OK;
-}

@@ -81,15 +81,3 @@ public:
     HRESULT DownloadProgramByName(const std::string&) override { return E_NOTIMPL; }
     HRESULT UnloadProgramByName(const std::string&) override { return E_NOTIMPL; }
 };
-
-// A failing object that may or may not explain its codes.
-class FakeErrorReporter : public IQErrorReporter
-{
-public:
-    bool reports = true;
-    std::map<HRESULT, std::string> texts;
-
-    HRESULT QueryInterface(const Guid& iid, void** out) override;
-    TESSEL_NOT_REFCOUNTED
-    HRESULT GetErrorText(HRESULT code, std::string& text) override;
-};

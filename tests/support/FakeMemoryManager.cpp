@@ -8,16 +8,25 @@
 namespace
 {
 
-std::string Hex(uint64_t value)
+uint64_t Value(TargetAddress address)
 {
-    char buffer[24];
-    std::snprintf(buffer, sizeof buffer, "%llx", static_cast<unsigned long long>(value));
-    return buffer;
+    return address.Value();
+}
+template <class T> uint64_t Value(T value)
+{
+    return static_cast<uint64_t>(value);
 }
 
-std::string Hex(TargetAddress address)
+// The arguments of a logged call, in hexadecimal, each after a blank.
+std::string Args()
 {
-    return Hex(address.Value());
+    return "";
+}
+template <class T, class... Rest> std::string Args(T value, Rest... rest)
+{
+    char buffer[24];
+    std::snprintf(buffer, sizeof buffer, " %llx", static_cast<unsigned long long>(Value(value)));
+    return buffer + Args(rest...);
 }
 
 } // namespace
@@ -54,23 +63,24 @@ HRESULT FakeMemoryManager::QueryInterface(const Guid& iid, void** out)
                       static_cast<IQMemoryManagerCmdLine5*>(this), out);
 }
 
+// A code it does not know still leaves a text behind, which a caller must not show.
 HRESULT FakeMemoryManager::GetErrorText(HRESULT code, std::string& text)
 {
     auto it = texts.find(code);
-    text = it != texts.end() ? it->second : std::string();
-    return S_OK;
+    text = it != texts.end() ? it->second : "no text";
+    return it != texts.end() ? S_OK : E_FAIL;
 }
 
-HRESULT FakeMemoryManager::Unused(const char* operation)
+HRESULT FakeMemoryManager::Unused()
 {
-    calls.push_back(std::string("unexpected ") + operation);
+    calls.push_back("unexpected");
     return E_NOTIMPL;
 }
 
-HRESULT FakeMemoryManager::Enter(const std::string& operation, const std::string& arguments)
+HRESULT FakeMemoryManager::Enter(const std::string& call)
 {
-    calls.push_back(operation + " " + arguments);
-    auto it = fail.find(operation);
+    calls.push_back(call);
+    auto it = fail.find(call.substr(0, call.find(' ')));
     return it != fail.end() ? it->second : S_OK;
 }
 
@@ -97,8 +107,7 @@ HRESULT FakeMemoryManager::GetAreaBounds(uint32_t index, TargetAddress& start, T
 HRESULT FakeMemoryManager::ReadMemoryValues(TargetAddress start, TargetAddress end, AccessSize accessSize,
                                             uint8_t* buffer)
 {
-    if (HRESULT hr = Enter("ReadMemoryValues", Hex(start) + " " + Hex(end) + " " + Hex(accessSize));
-        hr != S_OK)
+    if (HRESULT hr = Enter("ReadMemoryValues" + Args(start, end, accessSize)); hr != S_OK)
         return hr;
     if (!Mapped(start, end))
         return NotMapped;
@@ -115,9 +124,7 @@ HRESULT FakeMemoryManager::WriteMemoryValuesVerified(TargetAddress start, Target
                                                      VariantBool verify, AccessSize accessSize,
                                                      const uint8_t* buffer)
 {
-    if (HRESULT hr = Enter("WriteMemoryValuesVerified",
-                           Hex(start) + " " + Hex(end) + " " + Hex(verify) + " " + Hex(accessSize));
-        hr != S_OK)
+    if (HRESULT hr = Enter("WriteMemoryValuesVerified" + Args(start, end, verify, accessSize)); hr != S_OK)
         return hr;
     if (!Mapped(start, end))
         return NotMapped;
@@ -131,9 +138,7 @@ HRESULT FakeMemoryManager::CompareMemory(TargetAddress start, TargetAddress end,
                                          AccessSize accessSize, uint8_t& first, uint8_t& second,
                                          TargetAddress& address)
 {
-    if (HRESULT hr = Enter("CompareMemory",
-                           Hex(start) + " " + Hex(end) + " " + Hex(destination) + " " + Hex(accessSize));
-        hr != S_OK)
+    if (HRESULT hr = Enter("CompareMemory" + Args(start, end, destination, accessSize)); hr != S_OK)
         return hr;
     for (uint64_t a = start.Value(); a <= end.Value(); ++a) {
         auto there = destination.WrappingAdd(static_cast<uint32_t>(a - start.Value()));
@@ -151,9 +156,7 @@ HRESULT FakeMemoryManager::CopyMemory(TargetAddress start, TargetAddress end, Ta
                                       VariantBool verify, AccessSize accessSize, uint8_t&, uint8_t&,
                                       TargetAddress&)
 {
-    if (HRESULT hr = Enter("CopyMemory", Hex(start) + " " + Hex(end) + " " + Hex(destination) + " " +
-                                             Hex(verify) + " " + Hex(accessSize));
-        hr != S_OK)
+    if (HRESULT hr = Enter("CopyMemory" + Args(start, end, destination, verify, accessSize)); hr != S_OK)
         return hr;
     Poke(destination, Peek(start, AddressRange(start, end).Size()));
     return S_OK;
@@ -163,13 +166,13 @@ HRESULT FakeMemoryManager::FindMemory(TargetAddress start, TargetAddress end, ui
                                       uint32_t patternLength, const uint8_t* pattern, const uint8_t* mask,
                                       TargetAddress& address)
 {
-    std::string arguments = Hex(start) + " " + Hex(end) + " " + Hex(flag1) + " " + Hex(flag2) + " ";
+    std::string call = "FindMemory" + Args(start, end, flag1, flag2) + " ";
     for (uint32_t i = 0; i < patternLength; ++i) {
         char pair[8];
         std::snprintf(pair, sizeof pair, "%02x/%02x", pattern[i], mask[i]);
-        arguments += (i ? "," : "") + std::string(pair);
+        call += (i ? "," : "") + std::string(pair);
     }
-    if (HRESULT hr = Enter("FindMemory", arguments); hr != S_OK)
+    if (HRESULT hr = Enter(call); hr != S_OK)
         return hr;
     for (uint64_t a = start.Value(); a + patternLength - 1 <= end.Value(); ++a) {
         bool match = true;
@@ -188,9 +191,7 @@ HRESULT FakeMemoryManager::FillMemoryReporting(TargetAddress start, TargetAddres
                                                VariantBool& failed, TargetAddress& address, int32_t& written,
                                                int32_t& found)
 {
-    if (HRESULT hr = Enter("FillMemoryReporting",
-                           Hex(start) + " " + Hex(end) + " " + Hex(verify) + " " + Hex(patternLength));
-        hr != S_OK) {
+    if (HRESULT hr = Enter("FillMemoryReporting" + Args(start, end, verify, patternLength)); hr != S_OK) {
         failed = ToVariantBool(fillMismatch);
         address = fillMismatchAddress;
         written = fillWritten;
@@ -206,5 +207,5 @@ HRESULT FakeMemoryManager::FillMemoryReporting(TargetAddress start, TargetAddres
 
 HRESULT FakeMemoryManager::TestMemory(TargetAddress start, TargetAddress end)
 {
-    return Enter("TestMemory", Hex(start) + " " + Hex(end));
+    return Enter("TestMemory" + Args(start, end));
 }

@@ -70,74 +70,44 @@ public:
                                 TargetAddress& address, int32_t& written, int32_t& found) override;
     HRESULT TestMemory(TargetAddress start, TargetAddress end) override;
 
-    // Slots the commands have no business calling.
-    HRESULT ReadMemory(TargetAddress, TargetAddress, AccessSize, uint8_t*) override
+    // Slots the commands have no business calling: each logs "unexpected".
+    using A = TargetAddress;
+    using Out = uint8_t*;
+    using In = const uint8_t*;
+    HRESULT ReadMemory(A, A, AccessSize, Out) override { return Unused(); }
+    HRESULT WriteMemory(A, A, AccessSize, In) override { return Unused(); }
+    HRESULT FillMemory(A, A, uint32_t, In) override { return Unused(); }
+    HRESULT VerifyMemory(A, A, In) override { return Unused(); }
+    HRESULT RefreshMemory() override { return Unused(); }
+    HRESULT RefreshMemoryAgain() override { return Unused(); }
+    HRESULT WriteMemoryValues(A, A, AccessSize, In) override { return Unused(); }
+    HRESULT ReadMemoryDirect(A, A, AccessSize, Out) override { return Unused(); }
+    HRESULT ReadMemoryValuesDirect(A, A, AccessSize, Out) override { return Unused(); }
+    HRESULT SetCacheEnabled(VariantBool) override { return Unused(); }
+    HRESULT GetCacheEnabled() override { return Unused(); }
+    HRESULT FindMemoryEx(A, A, uint32_t, uint32_t, uint32_t, uint32_t, In, In, A&) override
     {
-        return Unused("ReadMemory");
+        return Unused();
     }
-    HRESULT WriteMemory(TargetAddress, TargetAddress, AccessSize, const uint8_t*) override
+    HRESULT WriteMemoryVerified(A, A, VariantBool, AccessSize, In) override { return Unused(); }
+    HRESULT FillMemoryVerified(A, A, VariantBool, uint32_t, In) override { return Unused(); }
+    HRESULT VerifyMemoryReporting(A, A, In, A&, VariantBool&) override { return Unused(); }
+    HRESULT WriteMemoryReporting(A, A, VariantBool, AccessSize, In, VariantBool&, A&, int32_t&,
+                                 int32_t&) override
     {
-        return Unused("WriteMemory");
+        return Unused();
     }
-    HRESULT FillMemory(TargetAddress, TargetAddress, uint32_t, const uint8_t*) override
+    HRESULT WriteMemoryValuesReporting(A, A, VariantBool, AccessSize, In, VariantBool&, A&, int32_t&,
+                                       int32_t&) override
     {
-        return Unused("FillMemory");
-    }
-    HRESULT VerifyMemory(TargetAddress, TargetAddress, const uint8_t*) override
-    {
-        return Unused("VerifyMemory");
-    }
-    HRESULT RefreshMemory() override { return Unused("RefreshMemory"); }
-    HRESULT RefreshMemoryAgain() override { return Unused("RefreshMemoryAgain"); }
-    HRESULT WriteMemoryValues(TargetAddress, TargetAddress, AccessSize, const uint8_t*) override
-    {
-        return Unused("WriteMemoryValues");
-    }
-    HRESULT ReadMemoryDirect(TargetAddress, TargetAddress, AccessSize, uint8_t*) override
-    {
-        return Unused("ReadMemoryDirect");
-    }
-    HRESULT ReadMemoryValuesDirect(TargetAddress, TargetAddress, AccessSize, uint8_t*) override
-    {
-        return Unused("ReadMemoryValuesDirect");
-    }
-    HRESULT SetCacheEnabled(VariantBool) override { return Unused("SetCacheEnabled"); }
-    HRESULT GetCacheEnabled() override { return Unused("GetCacheEnabled"); }
-    HRESULT FindMemoryEx(TargetAddress, TargetAddress, uint32_t, uint32_t, uint32_t, uint32_t, const uint8_t*,
-                         const uint8_t*, TargetAddress&) override
-    {
-        return Unused("FindMemoryEx");
-    }
-    HRESULT WriteMemoryVerified(TargetAddress, TargetAddress, VariantBool, AccessSize,
-                                const uint8_t*) override
-    {
-        return Unused("WriteMemoryVerified");
-    }
-    HRESULT FillMemoryVerified(TargetAddress, TargetAddress, VariantBool, uint32_t, const uint8_t*) override
-    {
-        return Unused("FillMemoryVerified");
-    }
-    HRESULT VerifyMemoryReporting(TargetAddress, TargetAddress, const uint8_t*, TargetAddress&,
-                                  VariantBool&) override
-    {
-        return Unused("VerifyMemoryReporting");
-    }
-    HRESULT WriteMemoryReporting(TargetAddress, TargetAddress, VariantBool, AccessSize, const uint8_t*,
-                                 VariantBool&, TargetAddress&, int32_t&, int32_t&) override
-    {
-        return Unused("WriteMemoryReporting");
-    }
-    HRESULT WriteMemoryValuesReporting(TargetAddress, TargetAddress, VariantBool, AccessSize, const uint8_t*,
-                                       VariantBool&, TargetAddress&, int32_t&, int32_t&) override
-    {
-        return Unused("WriteMemoryValuesReporting");
+        return Unused();
     }
 
 private:
     HRESULT Can(const char* operation) const { return lacking.count(operation) ? 1 : S_OK; }
-    HRESULT Unused(const char* operation);
+    HRESULT Unused();
     // Logs the call; gives the result asked for in fail, else S_OK.
-    HRESULT Enter(const std::string& operation, const std::string& arguments);
+    HRESULT Enter(const std::string& call);
     bool Mapped(TargetAddress start, TargetAddress end) const;
 
     std::map<TargetAddress, uint8_t> bytes_;

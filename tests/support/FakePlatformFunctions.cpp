@@ -75,40 +75,22 @@ int Move(const char* name, uint32_t start, uint32_t end, uint32_t destination)
     return 1;
 }
 
-extern "C" {
+// The functions of one kind differ only in the name they log under.
+const char* const kNames[] = {"IN1_Get_MemNC", "IN1_Get_Mem2NC", "IN1_Put_Mem", "IN1_Put_Mem2",
+                              "IN1_Put_Mem4",  "IN1_Move",       "IN1_Move2",   "IN1_Move4"};
+template <int N> int ReadAs(uint32_t address, uint32_t length, uint8_t* buffer)
+{
+    return Read(kNames[N], address, length, buffer);
+}
+template <int N> int WriteAs(uint32_t address, uint32_t length, uint8_t* buffer)
+{
+    return Write(kNames[N], address, length, buffer);
+}
+template <int N> int MoveAs(uint32_t start, uint32_t end, uint32_t destination)
+{
+    return Move(kNames[N], start, end, destination);
+}
 
-int GetMemNC(uint32_t address, uint32_t length, uint8_t* buffer)
-{
-    return Read("IN1_Get_MemNC", address, length, buffer);
-}
-int GetMem2NC(uint32_t address, uint32_t length, uint8_t* buffer)
-{
-    return Read("IN1_Get_Mem2NC", address, length, buffer);
-}
-int PutMem(uint32_t address, uint32_t length, uint8_t* buffer)
-{
-    return Write("IN1_Put_Mem", address, length, buffer);
-}
-int PutMem2(uint32_t address, uint32_t length, uint8_t* buffer)
-{
-    return Write("IN1_Put_Mem2", address, length, buffer);
-}
-int PutMem4(uint32_t address, uint32_t length, uint8_t* buffer)
-{
-    return Write("IN1_Put_Mem4", address, length, buffer);
-}
-int Move1(uint32_t start, uint32_t end, uint32_t destination)
-{
-    return Move("IN1_Move", start, end, destination);
-}
-int Move2(uint32_t start, uint32_t end, uint32_t destination)
-{
-    return Move("IN1_Move2", start, end, destination);
-}
-int Move4(uint32_t start, uint32_t end, uint32_t destination)
-{
-    return Move("IN1_Move4", start, end, destination);
-}
 int Fill(uint32_t start, uint32_t end, uint32_t value, uint32_t size)
 {
     Log("IN1_Fill 0x%X 0x%X 0x%X %u", start, end, value, size);
@@ -133,28 +115,16 @@ int Eval(const char* text, int32_t radix, int32_t reserved, uint32_t* value)
     *value = static_cast<uint32_t>(parsed);
     return 1;
 }
-int EvalFloat(const char* text, float* value)
+template <class Real> int EvalReal(const char* text, Real* value)
 {
-    Log("EXP_Eval_FLOAT %s", text);
-    char* end = nullptr;
-    const float parsed = std::strtof(text, &end);
-    if (FakePd::State().fail || *text == '\0' || *end != '\0') {
-        *value = -1.0f;
-        return 0;
-    }
-    *value = parsed;
-    return 1;
-}
-int EvalDouble(const char* text, double* value)
-{
-    Log("EXP_Eval_DOUBLE %s", text);
+    Log("%s %s", sizeof(Real) == sizeof(float) ? "EXP_Eval_FLOAT" : "EXP_Eval_DOUBLE", text);
     char* end = nullptr;
     const double parsed = std::strtod(text, &end);
     if (FakePd::State().fail || *text == '\0' || *end != '\0') {
-        *value = -1.0;
+        *value = -1;
         return 0;
     }
-    *value = parsed;
+    *value = static_cast<Real>(parsed);
     return 1;
 }
 const char* ValToSym(int32_t reserved, uint32_t value)
@@ -165,8 +135,6 @@ const char* ValToSym(int32_t reserved, uint32_t value)
     return it != symbols.end() ? it->second.c_str() : nullptr;
 }
 
-} // extern "C"
-
 template <class Fn> void* Pointer(Fn fn)
 {
     return reinterpret_cast<void*>(fn);
@@ -175,12 +143,18 @@ template <class Fn> void* Pointer(Fn fn)
 } // namespace
 
 FakePlatformFunctions::FakePlatformFunctions()
-    : offered_{{"IN1_Move", Pointer(&Move1)},           {"IN1_Move2", Pointer(&Move2)},
-               {"IN1_Move4", Pointer(&Move4)},          {"IN1_Fill", Pointer(&Fill)},
-               {"IN1_Get_MemNC", Pointer(&GetMemNC)},   {"IN1_Get_Mem2NC", Pointer(&GetMem2NC)},
-               {"IN1_Put_Mem", Pointer(&PutMem)},       {"IN1_Put_Mem2", Pointer(&PutMem2)},
-               {"IN1_Put_Mem4", Pointer(&PutMem4)},     {"EXP_Eval", Pointer(&Eval)},
-               {"EXP_Eval_FLOAT", Pointer(&EvalFloat)}, {"EXP_Eval_DOUBLE", Pointer(&EvalDouble)},
+    : offered_{{kNames[0], Pointer(&ReadAs<0>)},
+               {kNames[1], Pointer(&ReadAs<1>)},
+               {kNames[2], Pointer(&WriteAs<2>)},
+               {kNames[3], Pointer(&WriteAs<3>)},
+               {kNames[4], Pointer(&WriteAs<4>)},
+               {kNames[5], Pointer(&MoveAs<5>)},
+               {kNames[6], Pointer(&MoveAs<6>)},
+               {kNames[7], Pointer(&MoveAs<7>)},
+               {"IN1_Fill", Pointer(&Fill)},
+               {"EXP_Eval", Pointer(&Eval)},
+               {"EXP_Eval_FLOAT", Pointer(&EvalReal<float>)},
+               {"EXP_Eval_DOUBLE", Pointer(&EvalReal<double>)},
                {"LOAD_ValToSym", Pointer(&ValToSym)}}
 {
 }

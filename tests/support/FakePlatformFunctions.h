@@ -90,25 +90,3 @@ public:
     uint32_t highest = 0xFFFFFFFF;
     HRESULT result = S_OK;
 };
-
-// Every event the registry broadcasts, in order.
-class EventLog final : public IQComponent
-{
-public:
-    HRESULT QueryInterface(const Guid& iid, void** out) override
-    {
-        return AnswerFrom({Ids::IUnknown, Ids::IQComponent}, iid, this, out);
-    }
-    TESSEL_NOT_REFCOUNTED
-    HRESULT OnEvent(const Event& event) override
-    {
-        events.push_back(event);
-        return S_OK;
-    }
-    HRESULT Initialise(IQServiceRegistry*, int32_t) override { return S_OK; }
-    HRESULT Reserved5() override { return S_OK; }
-    HRESULT Reserved6() override { return S_OK; }
-    HRESULT Terminate(int32_t) override { return S_OK; }
-
-    std::vector<Event> events;
-};

@@ -63,8 +63,8 @@ void FakePlatformMemory::Poke(TargetAddress start, const std::vector<uint8_t>& b
         written_[start.WrappingAdd(static_cast<uint32_t>(i))] = bytes[i];
 }
 
-bool FakePlatformMemory::Logged(const std::string& name, TargetAddress start, TargetAddress end,
-                                AccessSize size, HRESULT& forced)
+std::string FakePlatformMemory::Line(const std::string& name, TargetAddress start, TargetAddress end,
+                                     AccessSize size)
 {
     char text[96];
     if (size != 0)
@@ -72,7 +72,13 @@ bool FakePlatformMemory::Logged(const std::string& name, TargetAddress start, Ta
                       unsigned{size});
     else
         std::snprintf(text, sizeof text, "%s 0x%X..0x%X", name.c_str(), start.Value(), end.Value());
-    log.emplace_back(text);
+    return text;
+}
+
+bool FakePlatformMemory::Logged(const std::string& name, TargetAddress start, TargetAddress end,
+                                AccessSize size, HRESULT& forced)
+{
+    log.push_back(Line(name, start, end, size));
     const auto it = answers.find(name);
     if (it == answers.end())
         return false;
@@ -108,21 +114,21 @@ HRESULT FakePlatformMemory::DoRead(const char* name, TargetAddress start, Target
 HRESULT FakePlatformMemory::DoWrite(const char* name, TargetAddress start, TargetAddress end, AccessSize size,
                                     const uint8_t* buffer)
 {
-    HRESULT hr = S_OK;
-    if (Logged(name, start, end, size, hr))
-        return hr;
-    if (!Mapped(start, end))
-        return kOutsideMap;
-    for (uint64_t a = start.Value(); a <= end.Value(); ++a)
-        written_[TargetAddress(static_cast<uint32_t>(a))] = buffer[a - start.Value()];
-    return S_OK;
+    return Store(name, start, end, size, AddressRange(start, end).Size(), buffer);
 }
 
 HRESULT FakePlatformMemory::DoFill(const char* name, TargetAddress start, TargetAddress end, uint32_t length,
                                    const uint8_t* pattern)
 {
+    return Store(name, start, end, 0, length, pattern);
+}
+
+// A write is a fill whose pattern is as long as the range.
+HRESULT FakePlatformMemory::Store(const char* name, TargetAddress start, TargetAddress end, AccessSize size,
+                                  uint64_t length, const uint8_t* pattern)
+{
     HRESULT hr = S_OK;
-    if (Logged(name, start, end, 0, hr))
+    if (Logged(name, start, end, size, hr))
         return hr;
     if (!Mapped(start, end) || length == 0)
         return kOutsideMap;
@@ -178,10 +184,10 @@ HRESULT FakePlatformMemory::DoReporting(const char* name, TargetAddress start, T
     return kVerifyFailed;
 }
 
-HRESULT FakePlatformMemory::Plain(const char* name, TargetAddress start, TargetAddress end)
+HRESULT FakePlatformMemory::Plain(const char* name, TargetAddress start, TargetAddress end, AccessSize size)
 {
     HRESULT hr = S_OK;
-    Logged(name, start, end, 0, hr);
+    Logged(name, start, end, size, hr);
     return hr;
 }
 
@@ -208,17 +214,10 @@ HRESULT FakePlatformMemory::GetArea(uint32_t index, TargetAddress& start, Target
     return S_OK;
 }
 
-HRESULT FakePlatformMemory::Compare(TargetAddress start, TargetAddress end, TargetAddress,
-                                    AccessSize accessSize, uint8_t&, uint8_t&, TargetAddress&)
-{
-    HRESULT hr = S_OK;
-    Logged("Compare2", start, end, accessSize, hr);
-    return hr;
-}
 HRESULT FakePlatformMemory::GetPageSize(uint32_t& size)
 {
-    size = 0x1000;
-    return S_OK;
+    size = pageSize;
+    return pageSizeResult;
 }
 
 // --- later generations -------------------------------------------------------

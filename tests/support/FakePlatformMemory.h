@@ -18,7 +18,8 @@ struct FakeArea {
     bool sized = false;
 };
 
-// A platform offering its memory through any of the five generations. Bytes
+// A platform offering its memory through any of the five generations, to a
+// manager through the registry or to a cache directly. Bytes
 // follow from their address until written. Every access is logged as
 // "<operation><generation> 0x<start>..0x<end>" (sized ones add " /<size>"),
 // so that a test compares the whole conversation in one line. An access
@@ -43,6 +44,9 @@ public:
         return static_cast<uint8_t>((address.Value() * 2654435761u) >> 24);
     }
     uint8_t ByteAt(TargetAddress address) const;
+    // One line of the log.
+    static std::string Line(const std::string& name, TargetAddress start, TargetAddress end,
+                            AccessSize size = 0);
     std::vector<uint8_t> Bytes(TargetAddress start, size_t count) const;
     void Poke(TargetAddress start, const std::vector<uint8_t>& bytes);
 
@@ -55,6 +59,16 @@ public:
     uint32_t offered = 0x7F;
     // A verified write that reaches this address reports a difference there.
     std::optional<TargetAddress> verifyFailsAt;
+    uint32_t pageSize = 0x1000;
+    HRESULT pageSizeResult = S_OK;
+
+    // The first generation's face, for a cache that is handed it directly.
+    IQPlatformMemory* AsFirst() { return &first_; }
+
+    using A = TargetAddress;
+    using In = const uint8_t*;
+    using Out = uint8_t*;
+    using VB = VariantBool;
 
     HRESULT QueryInterface(const Guid& iid, void** out) override;
     TESSEL_NOT_REFCOUNTED
@@ -67,87 +81,69 @@ public:
     HRESULT CanVerify() override { return Can(5); }
     HRESULT CanTest() override { return Can(6); }
     HRESULT GetAreaCount(uint32_t& count) override;
-    HRESULT GetArea(uint32_t index, TargetAddress& start, TargetAddress& end, uint32_t& byteOrder,
-                    uint32_t& info, VariantBool& sized, VariantBool& attribute1, VariantBool& attribute2,
-                    VariantBool& attribute3) override;
-    HRESULT Read(TargetAddress start, TargetAddress end, uint8_t* buffer) override
+    HRESULT GetArea(uint32_t index, A& start, A& end, uint32_t& byteOrder, uint32_t& info, VB& sized,
+                    VB& attribute1, VB& attribute2, VB& attribute3) override;
+    HRESULT Read(A start, A end, Out buffer) override { return DoRead("Read2", start, end, 0, buffer); }
+    HRESULT Write(A start, A end, In buffer) override { return DoWrite("Write2", start, end, 0, buffer); }
+    HRESULT ReadSized(A start, A end, AccessSize size, Out buffer) override
     {
-        return DoRead("Read2", start, end, 0, buffer);
+        return DoRead("ReadSized2", start, end, size, buffer);
     }
-    HRESULT Write(TargetAddress start, TargetAddress end, const uint8_t* buffer) override
+    HRESULT WriteSized(A start, A end, AccessSize size, In buffer) override
     {
-        return DoWrite("Write2", start, end, 0, buffer);
+        return DoWrite("WriteSized2", start, end, size, buffer);
     }
-    HRESULT ReadSized(TargetAddress start, TargetAddress end, AccessSize accessSize, uint8_t* buffer) override
+    HRESULT Compare(A start, A end, A, AccessSize size, uint8_t&, uint8_t&, A&) override
     {
-        return DoRead("ReadSized2", start, end, accessSize, buffer);
+        return Plain("Compare2", start, end, size);
     }
-    HRESULT WriteSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
-                       const uint8_t* buffer) override
+    HRESULT Copy(A start, A end, A to, VB, AccessSize, uint8_t&, uint8_t&, A&) override
     {
-        return DoWrite("WriteSized2", start, end, accessSize, buffer);
+        return DoCopy("Copy2", start, end, to);
     }
-    HRESULT Compare(TargetAddress start, TargetAddress end, TargetAddress destination, AccessSize accessSize,
-                    uint8_t& first, uint8_t& second, TargetAddress& address) override;
-    HRESULT Copy(TargetAddress start, TargetAddress end, TargetAddress destination, VariantBool, AccessSize,
-                 uint8_t&, uint8_t&, TargetAddress&) override
+    HRESULT Fill(A start, A end, uint32_t length, In pattern) override
     {
-        return DoCopy("Copy2", start, end, destination);
+        return DoFill("Fill2", start, end, length, pattern);
     }
-    HRESULT Fill(TargetAddress start, TargetAddress end, uint32_t patternLength,
-                 const uint8_t* pattern) override
+    HRESULT Find(A start, A end, uint32_t, uint32_t, uint32_t length, In pattern, In mask, A& at) override
     {
-        return DoFill("Fill2", start, end, patternLength, pattern);
+        return DoFind("Find2", start, end, length, pattern, mask, at);
     }
-    HRESULT Find(TargetAddress start, TargetAddress end, uint32_t, uint32_t, uint32_t patternLength,
-                 const uint8_t* pattern, const uint8_t* mask, TargetAddress& address) override
-    {
-        return DoFind("Find2", start, end, patternLength, pattern, mask, address);
-    }
-    HRESULT Verify(TargetAddress start, TargetAddress end, const uint8_t*) override
-    {
-        return Plain("Verify2", start, end);
-    }
-    HRESULT Test(TargetAddress start, TargetAddress end) override { return Plain("Test2", start, end); }
+    HRESULT Verify(A start, A end, In) override { return Plain("Verify2", start, end); }
+    HRESULT Test(A start, A end) override { return Plain("Test2", start, end); }
     HRESULT Refresh() override { return Plain("Refresh2", 0, 0); }
     HRESULT SetDownloadMode(uint32_t flag) override { return Plain("SetDownloadMode2", flag, flag); }
     HRESULT GetPageSize(uint32_t& size) override;
 
-    HRESULT FindEx(TargetAddress start, TargetAddress end, uint32_t, uint32_t, uint32_t,
-                   uint32_t patternLength, const uint8_t* pattern, const uint8_t* mask,
-                   TargetAddress& address) override
+    HRESULT FindEx(A start, A end, uint32_t, uint32_t, uint32_t, uint32_t length, In pattern, In mask,
+                   A& at) override
     {
-        return DoFind("FindEx3", start, end, patternLength, pattern, mask, address);
+        return DoFind("FindEx3", start, end, length, pattern, mask, at);
     }
-    HRESULT WriteVerified(TargetAddress start, TargetAddress end, VariantBool, const uint8_t* buffer) override
+    HRESULT WriteVerified(A start, A end, VB, In buffer) override
     {
         return DoWrite("WriteVerified3", start, end, 0, buffer);
     }
-    HRESULT FillVerified(TargetAddress start, TargetAddress end, VariantBool, uint32_t patternLength,
-                         const uint8_t* pattern) override
+    HRESULT FillVerified(A start, A end, VB, uint32_t length, In pattern) override
     {
-        return DoFill("FillVerified3", start, end, patternLength, pattern);
+        return DoFill("FillVerified3", start, end, length, pattern);
     }
-    HRESULT WriteSizedVerified(TargetAddress start, TargetAddress end, VariantBool, AccessSize accessSize,
-                               const uint8_t* buffer) override
+    HRESULT WriteSizedVerified(A start, A end, VB, AccessSize size, In buffer) override
     {
-        return DoWrite("WriteSizedVerified3", start, end, accessSize, buffer);
+        return DoWrite("WriteSizedVerified3", start, end, size, buffer);
     }
 
-    HRESULT GetLongOperationsOffered(VariantBool& offered) override;
+    HRESULT GetLongOperationsOffered(VB& offered) override;
 
-    HRESULT WriteVerifiedReporting(TargetAddress start, TargetAddress end, VariantBool, const uint8_t* buffer,
-                                   VariantBool& failed, TargetAddress& address, int32_t& written,
+    HRESULT WriteVerifiedReporting(A start, A end, VB, In buffer, VB& failed, A& at, int32_t& written,
                                    int32_t& found) override
     {
-        return DoReporting("WriteReporting5", start, end, 0, buffer, failed, address, written, found);
+        return DoReporting("WriteReporting5", start, end, 0, buffer, failed, at, written, found);
     }
-    HRESULT WriteSizedVerifiedReporting(TargetAddress start, TargetAddress end, VariantBool,
-                                        AccessSize accessSize, const uint8_t* buffer, VariantBool& failed,
-                                        TargetAddress& address, int32_t& written, int32_t& found) override
+    HRESULT WriteSizedVerifiedReporting(A start, A end, VB, AccessSize size, In buffer, VB& failed, A& at,
+                                        int32_t& written, int32_t& found) override
     {
-        return DoReporting("WriteSizedReporting5", start, end, accessSize, buffer, failed, address, written,
-                           found);
+        return DoReporting("WriteSizedReporting5", start, end, size, buffer, failed, at, written, found);
     }
 
     HRESULT GetErrorText(HRESULT code, std::string& text) override;
@@ -161,49 +157,33 @@ private:
         TESSEL_NOT_REFCOUNTED
         HRESULT GetMemoryInfo(Variant& info) override;
         HRESULT GetAreaCount(uint32_t& count) override { return p.GetAreaCount(count); }
-        HRESULT GetArea(uint32_t index, TargetAddress& start, TargetAddress& end, uint32_t& byteOrder,
-                        uint32_t& info, uint32_t& flags) override;
-        HRESULT Read(TargetAddress start, TargetAddress end, uint8_t* buffer) override
-        {
-            return p.DoRead("Read1", start, end, 0, buffer);
-        }
-        HRESULT Write(TargetAddress start, TargetAddress end, const uint8_t* buffer) override
+        HRESULT GetArea(uint32_t index, A& start, A& end, uint32_t& byteOrder, uint32_t& info,
+                        uint32_t& flags) override;
+        HRESULT Read(A start, A end, Out buffer) override { return p.DoRead("Read1", start, end, 0, buffer); }
+        HRESULT Write(A start, A end, In buffer) override
         {
             return p.DoWrite("Write1", start, end, 0, buffer);
         }
-        HRESULT ReadSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
-                          uint8_t* buffer) override
+        HRESULT ReadSized(A start, A end, AccessSize size, Out buffer) override
         {
-            return p.DoRead("ReadSized1", start, end, accessSize, buffer);
+            return p.DoRead("ReadSized1", start, end, size, buffer);
         }
-        HRESULT WriteSized(TargetAddress start, TargetAddress end, AccessSize accessSize,
-                           const uint8_t* buffer) override
+        HRESULT WriteSized(A start, A end, AccessSize size, In buffer) override
         {
-            return p.DoWrite("WriteSized1", start, end, accessSize, buffer);
+            return p.DoWrite("WriteSized1", start, end, size, buffer);
         }
-        HRESULT Compare(TargetAddress start, TargetAddress end, TargetAddress) override
+        HRESULT Compare(A start, A end, A) override { return p.Plain("Compare1", start, end); }
+        HRESULT Copy(A start, A end, A to) override { return p.DoCopy("Copy1", start, end, to); }
+        HRESULT Fill(A start, A end, uint32_t length, In pattern) override
         {
-            return p.Plain("Compare1", start, end);
+            return p.DoFill("Fill1", start, end, length, pattern);
         }
-        HRESULT Copy(TargetAddress start, TargetAddress end, TargetAddress destination) override
+        HRESULT Find(A start, A end, uint32_t length, In pattern, A& at) override
         {
-            return p.DoCopy("Copy1", start, end, destination);
+            return p.DoFind("Find1", start, end, length, pattern, nullptr, at);
         }
-        HRESULT Fill(TargetAddress start, TargetAddress end, uint32_t patternLength,
-                     const uint8_t* pattern) override
-        {
-            return p.DoFill("Fill1", start, end, patternLength, pattern);
-        }
-        HRESULT Find(TargetAddress start, TargetAddress end, uint32_t patternLength, const uint8_t* pattern,
-                     TargetAddress& found) override
-        {
-            return p.DoFind("Find1", start, end, patternLength, pattern, nullptr, found);
-        }
-        HRESULT Verify(TargetAddress start, TargetAddress end, const uint8_t*) override
-        {
-            return p.Plain("Verify1", start, end);
-        }
-        HRESULT Test(TargetAddress start, TargetAddress end) override { return p.Plain("Test1", start, end); }
+        HRESULT Verify(A start, A end, In) override { return p.Plain("Verify1", start, end); }
+        HRESULT Test(A start, A end) override { return p.Plain("Test1", start, end); }
         HRESULT Refresh() override { return p.Plain("Refresh1", 0, 0); }
         HRESULT SetDownloadMode(uint32_t flag) override { return p.Plain("SetDownloadMode1", flag, flag); }
         FakePlatformMemory& p;
@@ -211,22 +191,18 @@ private:
 
     HRESULT Can(int bit) const { return (offered >> bit) & 1 ? S_OK : S_FALSE; }
     // Logs the call; a forced answer for it comes back in `forced`.
-    bool Logged(const std::string& name, TargetAddress start, TargetAddress end, AccessSize size,
-                HRESULT& forced);
-    bool Mapped(TargetAddress start, TargetAddress end) const;
-    HRESULT DoRead(const char* name, TargetAddress start, TargetAddress end, AccessSize size,
-                   uint8_t* buffer);
-    HRESULT DoWrite(const char* name, TargetAddress start, TargetAddress end, AccessSize size,
-                    const uint8_t* buffer);
-    HRESULT DoFill(const char* name, TargetAddress start, TargetAddress end, uint32_t length,
-                   const uint8_t* pattern);
-    HRESULT DoFind(const char* name, TargetAddress start, TargetAddress end, uint32_t length,
-                   const uint8_t* pattern, const uint8_t* mask, TargetAddress& found);
-    HRESULT DoCopy(const char* name, TargetAddress start, TargetAddress end, TargetAddress destination);
-    HRESULT DoReporting(const char* name, TargetAddress start, TargetAddress end, AccessSize size,
-                        const uint8_t* buffer, VariantBool& failed, TargetAddress& address, int32_t& written,
-                        int32_t& found);
-    HRESULT Plain(const char* name, TargetAddress start, TargetAddress end);
+    bool Logged(const std::string& name, A start, A end, AccessSize size, HRESULT& forced);
+    bool Mapped(A start, A end) const;
+    HRESULT DoRead(const char* name, A start, A end, AccessSize size, Out buffer);
+    HRESULT DoWrite(const char* name, A start, A end, AccessSize size, In buffer);
+    HRESULT DoFill(const char* name, A start, A end, uint32_t length, In pattern);
+    HRESULT Store(const char* name, A start, A end, AccessSize size, uint64_t length, In pattern);
+    HRESULT DoFind(const char* name, A start, A end, uint32_t length, In pattern, In mask, A& found);
+    HRESULT DoCopy(const char* name, A start, A end, A destination);
+    HRESULT DoReporting(const char* name, A start, A end, AccessSize size, In buffer, VB& failed, A& at,
+                        int32_t& written, int32_t& found);
+    // Logs the call and answers S_OK, or what it is told to.
+    HRESULT Plain(const char* name, A start, A end, AccessSize size = 0);
 
     std::set<int> generations_;
     First first_{*this};

@@ -1,6 +1,7 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -51,20 +52,18 @@ protected:
     std::unique_ptr<CCmd> Make(const std::string& abbreviation)
     {
         IQServiceRegistry* host = &registry;
-        if (abbreviation == "mc")
-            return std::make_unique<CCmdMemoryCompare>(host, onChange);
-        if (abbreviation == "md")
-            return std::make_unique<CCmdMemoryDisplay>(host, onChange);
-        if (abbreviation == "me")
-            return std::make_unique<CCmdMemoryEdit>(host, onChange);
-        if (abbreviation == "mf")
-            return std::make_unique<CCmdMemoryFill>(host, onChange);
-        if (abbreviation == "mi")
-            return std::make_unique<CCmdMemoryFind>(host, onChange);
-        if (abbreviation == "mv")
-            return std::make_unique<CCmdMemoryMove>(host, onChange);
-        if (abbreviation == "mt")
-            return std::make_unique<CCmdMemoryTest>(host, onChange);
+        const std::pair<const char*, std::function<std::unique_ptr<CCmd>()>> commands[] = {
+            {"mc", [&] { return std::make_unique<CCmdMemoryCompare>(host, onChange); }},
+            {"md", [&] { return std::make_unique<CCmdMemoryDisplay>(host, onChange); }},
+            {"me", [&] { return std::make_unique<CCmdMemoryEdit>(host, onChange); }},
+            {"mf", [&] { return std::make_unique<CCmdMemoryFill>(host, onChange); }},
+            {"mi", [&] { return std::make_unique<CCmdMemoryFind>(host, onChange); }},
+            {"mv", [&] { return std::make_unique<CCmdMemoryMove>(host, onChange); }},
+            {"mt", [&] { return std::make_unique<CCmdMemoryTest>(host, onChange); }},
+        };
+        for (const auto& [name, make] : commands)
+            if (abbreviation == name)
+                return make();
         ADD_FAILURE() << "no command " << abbreviation;
         return nullptr;
     }
@@ -73,32 +72,6 @@ protected:
     {
         auto cmd = Make(line.substr(0, line.find(' ')));
         return cmd ? Exec(*cmd, line) : Reply{E_NOTIMPL, "", "", false};
-    }
-
-    // What the parse of a command's line refuses it with; a line that parses
-    // gives "parsed" and S_OK.
-    CmdRefusal Parse(const std::string& line, AddressRange map)
-    {
-        const size_t blank = line.find(' ');
-        const std::string name = line.substr(0, blank);
-        const std::string text = blank == std::string::npos ? "" : line.substr(blank + 1);
-        const CCmdEvaluator numbers(&registry);
-        const auto outcome = [](const auto& parsed) {
-            return parsed ? CmdRefusal{"parsed", S_OK} : parsed.Refusal();
-        };
-        if (name == "mc")
-            return outcome(CCmdMemoryCompare::Parse(text, map, numbers));
-        if (name == "md")
-            return outcome(CCmdMemoryDisplay::Parse(text, map, numbers));
-        if (name == "me")
-            return outcome(CCmdMemoryEdit::Parse(text, map, numbers));
-        if (name == "mf")
-            return outcome(CCmdMemoryFill::Parse(text, map, numbers));
-        if (name == "mi")
-            return outcome(CCmdMemoryFind::Parse(text, map, numbers));
-        if (name == "mv")
-            return outcome(CCmdMemoryMove::Parse(text, map, numbers));
-        return outcome(CCmdMemoryTest::Parse(text, map, numbers));
     }
 
     ServiceRegistry registry;

@@ -2,26 +2,7 @@
 #include "boundary/interfaces/PlatformMemory.h"
 
 // The operations a cache never calls, answered as a platform without them
-// would, so that the cache's fakes spell out only reads and writes.
-
-struct MemoryOpsNotOffered1 : IQPlatformMemory {
-    HRESULT GetMemoryInfo(Variant&) override { return E_NOTIMPL; }
-    HRESULT GetAreaCount(uint32_t&) override { return E_NOTIMPL; }
-    HRESULT GetArea(uint32_t, TargetAddress&, TargetAddress&, uint32_t&, uint32_t&, uint32_t&) override
-    {
-        return E_NOTIMPL;
-    }
-    HRESULT Compare(TargetAddress, TargetAddress, TargetAddress) override { return E_NOTIMPL; }
-    HRESULT Copy(TargetAddress, TargetAddress, TargetAddress) override { return E_NOTIMPL; }
-    HRESULT Fill(TargetAddress, TargetAddress, uint32_t, const uint8_t*) override { return E_NOTIMPL; }
-    HRESULT Find(TargetAddress, TargetAddress, uint32_t, const uint8_t*, TargetAddress&) override
-    {
-        return E_NOTIMPL;
-    }
-    HRESULT Verify(TargetAddress, TargetAddress, const uint8_t*) override { return E_NOTIMPL; }
-    HRESULT Test(TargetAddress, TargetAddress) override { return E_NOTIMPL; }
-    HRESULT SetDownloadMode(uint32_t) override { return E_NOTIMPL; }
-};
+// would, so that a fake for the cache spells out only reads and writes.
 
 struct MemoryOpsNotOffered2 : IQPlatformMemory2 {
     HRESULT CanCompare() override { return S_FALSE; }
@@ -56,16 +37,4 @@ struct MemoryOpsNotOffered2 : IQPlatformMemory2 {
     HRESULT Verify(TargetAddress, TargetAddress, const uint8_t*) override { return E_NOTIMPL; }
     HRESULT Test(TargetAddress, TargetAddress) override { return E_NOTIMPL; }
     HRESULT SetDownloadMode(uint32_t) override { return E_NOTIMPL; }
-};
-
-struct MemoryOpsNotOffered3 : IQPlatformMemory3 {
-    HRESULT FindEx(TargetAddress, TargetAddress, uint32_t, uint32_t, uint32_t, uint32_t, const uint8_t*,
-                   const uint8_t*, TargetAddress&) override
-    {
-        return E_NOTIMPL;
-    }
-    HRESULT FillVerified(TargetAddress, TargetAddress, VariantBool, uint32_t, const uint8_t*) override
-    {
-        return E_NOTIMPL;
-    }
 };

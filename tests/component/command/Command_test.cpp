@@ -67,29 +67,23 @@ TEST(CommandRegistration, AMissingHelpServiceOrHostIsNoObstacle)
 
 TEST(CommandLine, OnlyABlankEndsTheNameThatIsStripped)
 {
-    struct Case {
+    const struct {
+        bool strip;
         const char* line;
         const char* runText;
-    };
-    const Case cases[] = {
-        {"md", ""}, {"md 100 20", "100 20"}, {"md  100", " 100"}, {"md\t100", ""}, {"md\t100 20", "20"},
+    } cases[] = {
+        {true, "md", ""},      {true, "md 100 20", "100 20"}, {true, "md  100", " 100"},
+        {true, "md\t100", ""}, {true, "md\t100 20", "20"},    {false, "md 1 2", "md 1 2"},
     };
     HelpRecordingRegistry host;
     for (const auto& c : cases) {
         SCOPED_TRACE(c.line);
-        RecordingCommand cmd(&host, true, "md", "", "");
+        RecordingCommand cmd(&host, c.strip, "md", "", "");
         Reply r = Execute(cmd, c.line);
         EXPECT_EQ(r.hr, S_OK);
         EXPECT_EQ(r.message, "done");
         EXPECT_EQ(cmd.runTexts, std::vector<std::string>{c.runText});
     }
-}
-
-TEST(CommandLine, WithoutStripNameRunSeesTheWholeLine)
-{
-    RecordingCommand cmd(nullptr, false, "md", "", "");
-    Execute(cmd, "md 1 2");
-    EXPECT_EQ(cmd.runTexts, std::vector<std::string>{"md 1 2"});
 }
 
 TEST(CommandLine, ResultAndPendingComeBackAndTheSinkIsKept)

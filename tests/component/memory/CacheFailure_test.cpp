@@ -12,57 +12,58 @@ class CacheFailure : public testing::Test
 {
 protected:
     CacheRig rig;
-    CCacheMemory cache{nullptr, &rig.second, nullptr, true};
+    CCacheMemory cache{nullptr, &rig.platform, nullptr, true};
+    uint8_t bytes[0x10] = {};
+
+    // One read while the platform's reads fail with `code`.
+    HRESULT ReadFailing(TargetAddress start, TargetAddress end, HRESULT code = E_FAIL,
+                        const std::vector<CMemoryArea>* areas = nullptr)
+    {
+        rig.platform.answers["Read2"] = code;
+        const HRESULT hr = cache.Read(start, end, bytes, areas != nullptr ? *areas : rig.everywhere);
+        rig.platform.answers.clear();
+        return hr;
+    }
 };
 
 TEST_F(CacheFailure, FailedFetchGivesItsCodeAndIsAskedAgain)
 {
-    rig.target.failingReads = 1;
-    rig.target.failCode = kLinkDown;
-    uint8_t bytes[4] = {};
-    EXPECT_EQ(cache.Read(0x1000, 0x1003, bytes, rig.everywhere), kLinkDown);
+    EXPECT_EQ(ReadFailing(0x1000, 0x1003, kLinkDown), kLinkDown);
     EXPECT_EQ(cache.PageCount(), 0u);
-
     ASSERT_EQ(cache.Read(0x1000, 0x1003, bytes, rig.everywhere), S_OK);
-    EXPECT_EQ(std::vector<uint8_t>(bytes, bytes + 4), Expected(0x1000, 4));
-    EXPECT_EQ(rig.target.CallCount(), 2u);
+    EXPECT_EQ(std::vector<uint8_t>(bytes, bytes + 4), rig.platform.Bytes(0x1000, 4));
+    EXPECT_EQ(rig.platform.log.size(), 2u);
     EXPECT_EQ(cache.PageCount(), 1u);
 }
 
 TEST_F(CacheFailure, PagesBeforeTheFailureStayCached)
 {
-    uint8_t bytes[0x10] = {};
     ASSERT_EQ(cache.Read(0x0FF8, 0x0FFF, bytes, rig.everywhere), S_OK);
-    rig.target.failingReads = 1;
-    EXPECT_EQ(cache.Read(0x0FF8, 0x1007, bytes, rig.everywhere), E_FAIL);
+    EXPECT_EQ(ReadFailing(0x0FF8, 0x1007), E_FAIL);
     EXPECT_EQ(cache.PageCount(), 1u);
     ASSERT_EQ(cache.Read(0x0FF8, 0x1007, bytes, rig.everywhere), S_OK);
-    EXPECT_EQ(std::vector<uint8_t>(bytes, bytes + 0x10), Expected(0x0FF8, 0x10));
-    EXPECT_EQ(rig.target.CallCount(), 3u);
+    EXPECT_EQ(std::vector<uint8_t>(bytes, bytes + 0x10), rig.platform.Bytes(0x0FF8, 0x10));
+    EXPECT_EQ(rig.platform.log, (Log{"Read2 0x0..0xFFF", "Read2 0x1000..0x1FFF", "Read2 0x1000..0x1FFF"}));
 }
 
 TEST_F(CacheFailure, FailureStopsTheFetchAtTheFailingPart)
 {
     const std::vector<CMemoryArea> areas{CMemoryArea{0x1000, 0x10FF}, CMemoryArea{0x1200, 0x12FF}};
-    rig.target.failingReads = 1;
-    uint8_t byte = 0;
-    EXPECT_EQ(cache.Read(0x1000, 0x1000, &byte, areas), E_FAIL);
-    EXPECT_EQ(rig.target.CallCount(), 1u);
+    EXPECT_EQ(ReadFailing(0x1000, 0x1000, E_FAIL, &areas), E_FAIL);
+    EXPECT_EQ(rig.platform.log, Log{"Read2 0x1000..0x10FF"});
 }
 
 // A failed fetch when the table is full gives up no victim.
 TEST_F(CacheFailure, FullTableKeepsItsPagesWhenAFetchFails)
 {
-    uint8_t byte = 0;
     for (uint32_t page = 0; page < 0x100; ++page)
-        ASSERT_EQ(cache.Read(page * 0x1000, page * 0x1000, &byte, rig.everywhere), S_OK);
-    rig.target.failingReads = 1;
-    EXPECT_EQ(cache.Read(0x100000, 0x100000, &byte, rig.everywhere), E_FAIL);
+        ASSERT_EQ(cache.Read(page * 0x1000, page * 0x1000, bytes, rig.everywhere), S_OK);
+    EXPECT_EQ(ReadFailing(0x100000, 0x100000), E_FAIL);
     EXPECT_EQ(cache.NextVictim(), 0);
     EXPECT_EQ(cache.PageInSlot(0)->Address, 0u);
-    const size_t calls = rig.target.CallCount();
-    ASSERT_EQ(cache.Read(0, 0, &byte, rig.everywhere), S_OK);
-    EXPECT_EQ(rig.target.CallCount(), calls);
+    const size_t calls = rig.platform.log.size();
+    ASSERT_EQ(cache.Read(0, 0, bytes, rig.everywhere), S_OK);
+    EXPECT_EQ(rig.platform.log.size(), calls);
 }
 
 } // namespace

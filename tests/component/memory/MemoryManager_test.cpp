@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -71,48 +72,6 @@ TEST_F(PdMemory, ReadsAndWritesGoToTheFunctionOfTheAccessSizeWithTheFullLength)
     }
 }
 
-TEST_F(PdMemory, AnAccessSizeOtherThanOneTwoFourOrEightIsRefusedWithoutACall)
-{
-    Attach();
-    Bytes buffer(8);
-    for (AccessSize size : {0, 3, 16}) {
-        EXPECT_EQ(manager->ReadMemory(0x10, 0x17, size, buffer.data()), CPDMemoryManager::kCannotRead);
-        EXPECT_EQ(manager->WriteMemory(0x10, 0x17, size, buffer.data()), CPDMemoryManager::kCannotWrite);
-    }
-    EXPECT_TRUE(Made().empty());
-}
-
-TEST_F(PdMemory, AMissingFunctionFailsAsItsCallWould)
-{
-    // Without the word read, no read works at all, bytes included.
-    for (const char* name : {"IN1_Get_Mem2NC", "IN1_Put_Mem4", "IN1_Move", "IN1_Fill"})
-        functions.Withhold(name);
-    Attach();
-    Bytes buffer(4);
-    uint8_t pattern = 0;
-    EXPECT_EQ(manager->ReadMemory(0x10, 0x13, 1, buffer.data()), CPDMemoryManager::kCannotRead);
-    EXPECT_EQ(manager->WriteMemory(0x10, 0x13, 1, buffer.data()), CPDMemoryManager::kCannotWrite);
-    EXPECT_EQ(manager->CopyMemorySimple(0x10, 0x13, 0x20), CPDMemoryManager::kCannotCopy);
-    EXPECT_EQ(manager->FillMemory(0x10, 0x13, 1, &pattern), CPDMemoryManager::kCannotRead);
-    EXPECT_TRUE(Made().empty());
-}
-
-TEST_F(PdMemory, APlatformFailureGivesTheCodeOfTheOperation)
-{
-    Attach();
-    FakePd::State().fail = true;
-    Bytes buffer(4);
-    uint8_t first = 0, second = 0;
-    TargetAddress at = 0;
-    EXPECT_EQ(manager->ReadMemory(0x10, 0x13, 4, buffer.data()), CPDMemoryManager::kCannotRead);
-    EXPECT_EQ(manager->WriteMemory(0x10, 0x13, 4, buffer.data()), CPDMemoryManager::kCannotWrite);
-    EXPECT_EQ(manager->CopyMemorySimple(0x10, 0x13, 0x20), CPDMemoryManager::kCannotCopy);
-    EXPECT_EQ(manager->CopyMemory(0x10, 0x13, 0x20, VARIANT_FALSE, 2, first, second, at),
-              CPDMemoryManager::kCannotCopy);
-    EXPECT_EQ(manager->FillMemory(0x10, 0x13, 2, buffer.data()), CPDMemoryManager::kCannotRead);
-    EXPECT_EQ(Made().size(), 5u);
-}
-
 TEST_F(PdMemory, ValuesAreTurnedRoundElementByElement)
 {
     Attach();
@@ -149,15 +108,6 @@ TEST_F(PdMemory, FillBuildsItsNumberFromThePatternFirstByteLowest)
         EXPECT_EQ(Made(), Calls{expected[length - 1]});
     }
     EXPECT_EQ(Memory(0x100, 8), (Bytes{0x11, 0x22, 0x33, 0x44, 0x11, 0x22, 0x33, 0x44}));
-}
-
-TEST_F(PdMemory, FillPatternsStopAtFourBytesSoDoubleFails)
-{
-    Attach();
-    const Bytes pattern(8, 0xEE);
-    EXPECT_EQ(manager->FillMemory(0x100, 0x10F, 8, pattern.data()), static_cast<HRESULT>(0x80043092u));
-    EXPECT_EQ(manager->FillMemory(0x100, 0x10F, 0, pattern.data()), static_cast<HRESULT>(0x80043092u));
-    EXPECT_TRUE(Made().empty());
 }
 
 TEST_F(PdMemory, FillIsRecordedFirstAndAlwaysAsNoverify)
@@ -220,34 +170,58 @@ TEST_F(PdMemory, ErrorTextIsThePlatformsOrAGeneralOne)
     EXPECT_EQ(text, "Error accessing memory in target");
 }
 
-TEST_F(PdMemory, AfterDetachTheManagerAnswersAsForAPlatformWithoutFunctions)
+// Each way an operation can be refused before the platform is asked: by its
+// arguments, by a function the platform lacks, or after a detach.
+TEST_F(PdMemory, RefusalsMakeNoCall)
 {
-    map.areas = {{0, 0xFF}};
+    const HRESULT kPatternTooLong = static_cast<HRESULT>(0x80043092u);
+    const HRESULT read = CPDMemoryManager::kCannotRead, write = CPDMemoryManager::kCannotWrite;
+    const HRESULT copy = CPDMemoryManager::kCannotCopy;
+    Bytes buffer(16);
+    const struct {
+        const char* what;
+        std::function<HRESULT(CPDMemoryManagerDisableAble&)> call;
+        HRESULT refused;
+    } rows[] = {
+        {"read size 3", [&](auto& m) { return m.ReadMemory(0x10, 0x17, 3, buffer.data()); }, read},
+        {"read size 16", [&](auto& m) { return m.ReadMemory(0x10, 0x17, 16, buffer.data()); }, read},
+        {"write size 0", [&](auto& m) { return m.WriteMemory(0x10, 0x17, 0, buffer.data()); }, write},
+        {"write size 3", [&](auto& m) { return m.WriteMemory(0x10, 0x17, 3, buffer.data()); }, write},
+        {"fill of 8", [&](auto& m) { return m.FillMemory(0x100, 0x10F, 8, buffer.data()); }, kPatternTooLong},
+        {"fill of 0", [&](auto& m) { return m.FillMemory(0x100, 0x10F, 0, buffer.data()); }, kPatternTooLong},
+        {"read reversed", [&](auto& m) { return m.ReadMemory(0x20, 0x10, 1, buffer.data()); }, E_INVALIDARG},
+        {"read everything", [&](auto& m) { return m.ReadMemory(0, 0xFFFFFFFF, 1, buffer.data()); },
+         E_INVALIDARG},
+        {"read nowhere", [&](auto& m) { return m.ReadMemory(0x10, 0x13, 1, nullptr); }, E_POINTER},
+        {"values reversed", [&](auto& m) { return m.WriteMemoryValues(0x20, 0x10, 2, buffer.data()); },
+         E_INVALIDARG},
+        {"values from nowhere", [&](auto& m) { return m.WriteMemoryValues(0x10, 0x13, 2, nullptr); },
+         E_POINTER},
+        {"fill reversed", [&](auto& m) { return m.FillMemory(0x20, 0x10, 1, buffer.data()); }, E_INVALIDARG},
+        {"fill of nothing", [&](auto& m) { return m.FillMemory(0x10, 0x20, 1, nullptr); }, E_POINTER},
+        {"copy reversed", [&](auto& m) { return m.CopyMemorySimple(0x20, 0x10, 0); }, E_INVALIDARG},
+    };
     Attach();
-    ASSERT_EQ(manager->DetachPlatform(), S_OK);
-    Bytes buffer(4);
-    uint32_t count = 0;
-    EXPECT_EQ(manager->ReadMemory(0, 3, 1, buffer.data()), CPDMemoryManager::kCannotRead);
-    EXPECT_EQ(manager->WriteMemory(0, 3, 1, buffer.data()), CPDMemoryManager::kCannotWrite);
-    EXPECT_EQ(manager->CopyMemorySimple(0, 3, 8), CPDMemoryManager::kCannotCopy);
-    EXPECT_EQ(manager->FillMemory(0, 3, 1, buffer.data()), CPDMemoryManager::kCannotRead);
-    EXPECT_EQ(manager->GetAreaCount(count), E_FAIL);
+    for (const auto& row : rows)
+        EXPECT_EQ(row.call(*manager), row.refused) << row.what;
     EXPECT_TRUE(Made().empty());
-}
 
-TEST_F(PdMemory, BadRangesAndMissingBuffersAreRefusedWithoutACall)
-{
-    Attach();
-    Bytes buffer(4);
-    EXPECT_EQ(manager->ReadMemory(0x20, 0x10, 1, buffer.data()), E_INVALIDARG);
-    EXPECT_EQ(manager->ReadMemory(0, 0xFFFFFFFF, 1, buffer.data()), E_INVALIDARG);
-    EXPECT_EQ(manager->ReadMemory(0x10, 0x13, 1, nullptr), E_POINTER);
-    EXPECT_EQ(manager->WriteMemoryValues(0x20, 0x10, 2, buffer.data()), E_INVALIDARG);
-    EXPECT_EQ(manager->WriteMemoryValues(0x10, 0x13, 2, nullptr), E_POINTER);
-    EXPECT_EQ(manager->FillMemory(0x20, 0x10, 1, buffer.data()), E_INVALIDARG);
-    EXPECT_EQ(manager->FillMemory(0x10, 0x20, 1, nullptr), E_POINTER);
-    EXPECT_EQ(manager->CopyMemorySimple(0x20, 0x10, 0), E_INVALIDARG);
-    EXPECT_TRUE(Made().empty());
+    // Without the word read, no read works at all, bytes included.
+    for (const char* name : {"IN1_Get_Mem2NC", "IN1_Put_Mem4", "IN1_Move", "IN1_Fill"})
+        functions.Withhold(name);
+    map.areas = {{0, 0xFF}};
+    for (bool detached : {false, true}) {
+        SCOPED_TRACE(detached ? "detached" : "withheld");
+        Attach();
+        EXPECT_EQ(detached ? manager->DetachPlatform() : S_OK, S_OK);
+        EXPECT_EQ(manager->ReadMemory(0x10, 0x13, 1, buffer.data()), read);
+        EXPECT_EQ(manager->WriteMemory(0x10, 0x13, 1, buffer.data()), write);
+        EXPECT_EQ(manager->CopyMemorySimple(0x10, 0x13, 0x20), copy);
+        EXPECT_EQ(manager->FillMemory(0x10, 0x13, 1, buffer.data()), read);
+        uint32_t count = 0;
+        EXPECT_EQ(manager->GetAreaCount(count), detached ? E_FAIL : S_OK);
+        EXPECT_TRUE(Made().empty());
+    }
 }
 
 TEST_F(PdMemory, VerifiedAndReportingWritesDropVerifyAndClearFailed)

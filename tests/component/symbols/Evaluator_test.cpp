@@ -6,6 +6,7 @@
 #include "component/frame/CDebuggerState.h"
 #include "component/symbols/CPDEvaluator.h"
 #include "support/FakePlatformFunctions.h"
+#include "support/RecordingComponent.h"
 #include "workbench/EvaluatorHost.h"
 #include "workbench/ServiceRegistry.h"
 
@@ -26,7 +27,8 @@ struct PdEvaluator : ::testing::Test {
     EvaluatorHost host{registry};
     FakePlatformFunctions functions;
     FakeForwardTarget limits;
-    EventLog events;
+    std::vector<std::string> broadcasts;
+    RecordingComponent events{"event", broadcasts};
     CDebuggerState state;
     std::unique_ptr<CPDEvaluator> evaluator;
 
@@ -89,12 +91,11 @@ TEST_F(PdEvaluator, SetRadixStoresAnyValueAndTellsEveryone)
     int32_t radix = 0;
     EXPECT_EQ(evaluator->GetRadix(radix), S_OK);
     EXPECT_EQ(radix, 16);
+    events.onEvent = [](const Event& event) { EXPECT_EQ(event.id, Ids::EVENT_RADIX_CHANGED); };
     for (int32_t value : {8, 99}) {
-        events.events.clear();
+        broadcasts.clear();
         EXPECT_EQ(evaluator->SetRadix(value), S_OK);
-        ASSERT_EQ(events.events.size(), 1u);
-        EXPECT_EQ(events.events[0].id, Ids::EVENT_RADIX_CHANGED);
-        EXPECT_EQ(events.events[0].param, value);
+        EXPECT_EQ(broadcasts, Calls{"event:" + std::to_string(value)});
         evaluator->GetRadix(radix);
         EXPECT_EQ(radix, value);
     }
@@ -118,30 +119,25 @@ TEST_F(PdEvaluator, TextIsEvaluatedInTheRadixAskedOrThePlatformsDefault)
                              "EXP_Eval 10 0 0"}));
 }
 
+// What a parse into a T gives, as a wide value.
+template <class T, class Parse> int64_t Parsed(Parse parse)
+{
+    T value{};
+    EXPECT_EQ(parse(value), S_OK);
+    return value;
+}
+
 TEST_F(PdEvaluator, ValuesAreCutToTheWidthOfTheOperation)
 {
-    uint8_t u8 = 0;
-    int8_t i8 = 0;
-    uint16_t u16 = 0;
-    int16_t i16 = 0;
-    int32_t i32 = 0;
-    uint64_t u64 = 0;
-    int64_t i64 = 0;
-    ASSERT_EQ(evaluator->TextToUInt8("1FF", u8), S_OK);
-    ASSERT_EQ(evaluator->TextToInt8Radix("80", 16, i8), S_OK);
-    ASSERT_EQ(evaluator->TextToUInt16("12345", u16), S_OK);
-    ASSERT_EQ(evaluator->TextToInt16("FFFF", i16), S_OK);
-    ASSERT_EQ(evaluator->TextToInt32("FFFFFFFF", i32), S_OK);
-    ASSERT_EQ(evaluator->TextToUInt64("FFFFFFFF", u64), S_OK);
-    ASSERT_EQ(evaluator->TextToInt64Radix("FFFFFFFF", 16, i64), S_OK);
-    EXPECT_EQ(u8, 0xFF);
-    EXPECT_EQ(i8, -128);
-    EXPECT_EQ(u16, 0x2345);
-    EXPECT_EQ(i16, -1);
-    EXPECT_EQ(i32, -1);
-    EXPECT_EQ(u64, 0xFFFFFFFFu);
+    auto& e = *evaluator;
+    EXPECT_EQ(Parsed<uint8_t>([&](auto& v) { return e.TextToUInt8("1FF", v); }), 0xFF);
+    EXPECT_EQ(Parsed<int8_t>([&](auto& v) { return e.TextToInt8Radix("80", 16, v); }), -128);
+    EXPECT_EQ(Parsed<uint16_t>([&](auto& v) { return e.TextToUInt16("12345", v); }), 0x2345);
+    EXPECT_EQ(Parsed<int16_t>([&](auto& v) { return e.TextToInt16("FFFF", v); }), -1);
+    EXPECT_EQ(Parsed<int32_t>([&](auto& v) { return e.TextToInt32("FFFFFFFF", v); }), -1);
+    EXPECT_EQ(Parsed<uint64_t>([&](auto& v) { return e.TextToUInt64("FFFFFFFF", v); }), 0xFFFFFFFF);
     // The high half of a 64-bit value is 0, not the sign.
-    EXPECT_EQ(i64, 0xFFFFFFFFll);
+    EXPECT_EQ(Parsed<int64_t>([&](auto& v) { return e.TextToInt64Radix("FFFFFFFF", 16, v); }), 0xFFFFFFFF);
 }
 
 TEST_F(PdEvaluator, AFailedEvaluationLeavesTheOutArgumentUntouched)

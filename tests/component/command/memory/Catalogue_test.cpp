@@ -1,5 +1,4 @@
-// What every memory command shares: refusing what the platform cannot do,
-// and the message for each kind of bad line.
+// What every memory command shares: refusing what the platform cannot do.
 #include "support/MemCmdFixture.h"
 
 namespace
@@ -47,57 +46,6 @@ TEST_F(Catalogue, WithoutAManagerNoCommandRuns)
         EXPECT_EQ(reply.hr, S_OK);
         EXPECT_EQ(reply.message, "Command not supported");
         EXPECT_FALSE(reply.continuing);
-    }
-}
-
-TEST_F(Catalogue, EachBadLineIsRefusedByItsParseAloneNamingItsParameter)
-{
-    registry.UnregisterService(Ids::IQMemoryManagerCmdLine5, static_cast<IQMemoryManagerCmdLine5*>(&manager));
-    const std::string map = "must be in range H'1000 (4096) to H'1FFF (8191)";
-    const struct {
-        const char* line;
-        std::string message;
-    } rows[] = {
-        {"mc", "Parameter '<start>' is empty"},
-        {"mc zz", "Parameter '<start>' is invalid"},
-        {"mc fff 1010 1800", "Parameter '<start>' " + map},
-        {"mc 1000", "Parameter '<end>' is empty"},
-        {"mc 1000 2000", "Parameter '<end>' " + map},
-        {"mc 1000 1010", "Parameter '<dest>' is empty"},
-        {"mc 1000 1010 2000", "Parameter '<dest>' " + map},
-        {"mc 1000 1010 1800 word x", "Too many parameters"},
-        {"mc 1000 1010 1800 qq", "Too many parameters"},
-        {"md", "Parameter '<address>' is empty"},
-        {"md \"1000\"", "Parameter '<address>' is empty"},
-        {"md 2000", "Parameter '<address>' " + map},
-        {"md 1000 4001", "Parameter is invalid"},
-        {"md 1000 4001 word", "Parameter '<length>' must be in range H'0 (0) to H'4000 (16384)"},
-        {"md 1000 10 word x", "Parameter is invalid"},
-        {"md 1000 qq", "Parameter is invalid"},
-        {"me", "Parameter '<address>' is empty"},
-        {"me 1000 word verify x", "Parameter is invalid"},
-        {"mf 1000", "Parameter '<end>' is empty"},
-        {"mf 1000 1010", "Parameter '<data>' is empty"},
-        {"mf 1000 1010 \"5\"", "Parameter '<data>' is empty"},
-        {"mf 1000 1010 5 long noverify x", "Too many parameters"},
-        {"mi", "Not enough parameters"},
-        {"mi 1000", "Not enough parameters"},
-        {"mi 1000 2000 12", "Not enough parameters"},
-        {"mi 1000 1010", "Parameter '<string>' is empty"},
-        {"mi 1000 1010 12 byte x", "Too many parameters"},
-        {"mi 1000 1010 zz", "Parameter '<string>' is invalid"},
-        {"mi 1000 1010 \"12\"", "Parameter '<string>' is invalid"},
-        {"mv 1000 1010", "Parameter '<dest>' is empty"},
-        {"mv 1000 1010 1800 noverify long x", "Too many parameters"},
-        {"mv 1000 1010 1800 long noverify", "Too many parameters"},
-        {"mt 1000", "Parameter '<end>' is empty"},
-        {"mt 1000 1001 x", "Too many parameters"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.line);
-        const CmdRefusal refusal = Parse(row.line, AddressRange(0x1000, 0x1FFF));
-        EXPECT_EQ(refusal.Result, E_FAIL);
-        EXPECT_EQ(refusal.Message, row.message);
     }
 }
 

@@ -33,14 +33,6 @@ TEST_F(Display, AMapUpToTheTopHasNoLimitButARangeMayNotWrap)
     EXPECT_EQ(Line("md ffffff80 100").message, "Parameter '<length>' is invalid");
 }
 
-TEST_F(Display, RealsThatNoNumberTextShowsAreReadable)
-{
-    manager.Poke(0x1000, {0x7F, 0xC0, 0, 0, 0x7F, 0x80, 0, 0, 0xFF, 0x80, 0, 0, 0x7F, 0x7F, 0xFF, 0xFF});
-    EXPECT_EQ(Line("md 1000 10 single").message, "00001000  NaN Inf -Inf 3.40282E+38 ");
-    manager.Poke(0x1010, {0x7E, 0x37, 0xE4, 0x3C, 0x88, 0x00, 0x75, 0x9C, 0xFF, 0xF0, 0, 0, 0, 0, 0, 0});
-    EXPECT_EQ(Line("md 1010 10 double").message, "00001010  1E+300 -Inf ");
-}
-
 TEST_F(Display, TheEvaluatorIsLookedUpOncePerCommand)
 {
     // Gone after its first text: a display that looked it up again would
