@@ -4,6 +4,7 @@
 #include "platform/eval/ExpressionEvaluator.h"
 #include "support/FakePlatformFunctions.h"
 #include "support/Recording.h"
+#include "support/RecordingComponent.h"
 
 namespace
 {
@@ -23,7 +24,9 @@ TEST(Radix, ChangeIsBroadcastAndAnUnknownRadixRefusedWithoutOne)
 {
     CallLog log;
     RecordingRegistry registry(log);
-    EventLog broadcast;
+    std::vector<std::string> broadcasts;
+    RecordingComponent broadcast{"radix", broadcasts};
+    broadcast.onEvent = [](const Event& event) { EXPECT_EQ(event.id, Ids::EVENT_RADIX_CHANGED); };
     registry.deliverTo = &broadcast;
     ExpressionEvaluator eval(&registry);
     for (int32_t radix : {0, 1, 3, 17, -16, 1000})
@@ -31,16 +34,13 @@ TEST(Radix, ChangeIsBroadcastAndAnUnknownRadixRefusedWithoutOne)
     int32_t current = 0;
     eval.GetRadix(current);
     EXPECT_EQ(current, 16);
-    EXPECT_TRUE(broadcast.events.empty());
+    EXPECT_TRUE(broadcasts.empty());
     for (int32_t radix : {10, 2, 8, 16}) {
         ASSERT_EQ(eval.SetRadix(radix), S_OK);
         eval.GetRadix(current);
         EXPECT_EQ(current, radix);
-        ASSERT_FALSE(broadcast.events.empty());
-        EXPECT_EQ(broadcast.events.back().id, Ids::EVENT_RADIX_CHANGED);
-        EXPECT_EQ(broadcast.events.back().param, radix);
     }
-    EXPECT_EQ(broadcast.events.size(), 4u);
+    EXPECT_EQ(broadcasts, (std::vector<std::string>{"radix:10", "radix:2", "radix:8", "radix:16"}));
     EXPECT_EQ(ExpressionEvaluator(nullptr).SetRadix(10), S_OK) << "without a registry";
 }
 
