@@ -1,5 +1,6 @@
 #pragma once
 #include <map>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -118,6 +119,7 @@ private:
     int next_ = 0;
 };
 
+// Records every message and question; a question gets `reply`, or its default when none is set.
 class RecordingMessageBox : public IQMessageBox
 {
 public:
@@ -134,10 +136,13 @@ public:
     HRESULT AskYesNo(const std::string& text, VariantBool defaultAnswer, VariantBool& answer) override
     {
         shown.push_back(text);
-        answer = defaultAnswer;
+        defaults.push_back(defaultAnswer);
+        answer = reply.value_or(defaultAnswer);
         return S_OK;
     }
     std::vector<std::string> shown;
+    std::vector<VariantBool> defaults;
+    std::optional<VariantBool> reply;
 };
 
 class RecordingRecorder : public IQCommandRecorder

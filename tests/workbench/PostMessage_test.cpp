@@ -66,36 +66,27 @@ TEST_F(PostMessage, NullClientIsRefused)
     EXPECT_EQ(loop.RunUntilIdle(), 0u);
 }
 
-TEST_F(PostMessage, TimerRepeatsUntilKilled)
+TEST_F(PostMessage, TimerRestartsWhenSetAgainAndRepeatsUntilKilledEvenFromItsOwnCall)
 {
     ASSERT_EQ(posts.SetTimer(a.Timer(), 5, 100), S_OK);
-    Tick(100ms);
-    Tick(100ms);
-    EXPECT_EQ(posts.KillTimer(a.Timer(), 5), S_OK);
-    Tick(100ms);
-    EXPECT_EQ(log, (Log{"a:timer:5", "a:timer:5"}));
-    EXPECT_EQ(posts.KillTimer(a.Timer(), 5), E_FAIL);
-}
-
-TEST_F(PostMessage, SecondSetTimerRestarts)
-{
-    posts.SetTimer(a.Timer(), 5, 100);
     Tick(80ms);
     posts.SetTimer(a.Timer(), 5, 100);
     Tick(80ms);
     EXPECT_TRUE(log.empty());
     Tick(20ms);
-    EXPECT_EQ(log, (Log{"a:timer:5"}));
-}
+    Tick(100ms);
+    EXPECT_EQ(posts.KillTimer(a.Timer(), 5), S_OK);
+    Tick(100ms);
+    EXPECT_EQ(log, (Log{"a:timer:5", "a:timer:5"}));
+    EXPECT_EQ(posts.KillTimer(a.Timer(), 5), E_FAIL);
 
-TEST_F(PostMessage, TimerMayBeKilledFromItsOwnCall)
-{
     a.onTimer = [&](uint32_t id) { posts.KillTimer(a.Timer(), id); };
-    posts.SetTimer(a.Timer(), 5, 10);
+    posts.SetTimer(a.Timer(), 6, 10);
     Tick(10ms);
     Tick(10ms);
-    EXPECT_EQ(log, (Log{"a:timer:5"}));
-    EXPECT_FALSE(posts.HasTimer(a.Timer(), 5));
+    EXPECT_EQ(log.back(), "a:timer:6");
+    EXPECT_EQ(log.size(), 3u);
+    EXPECT_FALSE(posts.HasTimer(a.Timer(), 6));
 }
 
 TEST_F(PostMessage, ForgetClientDropsItsMessagesAndTimersOnly)
@@ -147,19 +138,14 @@ TEST_F(PostMessage, PostFromAnotherThreadCallsTheClientOnTheLoopsThreadOnly)
         EXPECT_EQ(id, std::this_thread::get_id());
 }
 
-TEST(PostMessageLifetime, MessagesQueuedByAGoneServiceAreDropped)
+TEST_F(PostMessage, MessagesQueuedByAGoneServiceAreDropped)
 {
-    FakeClock clock;
-    MessageLoop loop{clock.AsClock()};
-    Log log;
-    RecordingClient a{"a", log};
     {
-        PostMessageService posts{loop};
-        posts.Post(&a, 1);
-        posts.SetTimer(a.Timer(), 2, 10);
+        PostMessageService gone{loop};
+        gone.Post(&a, 1);
+        gone.SetTimer(a.Timer(), 2, 10);
     }
-    clock.Advance(10ms);
-    loop.RunUntilIdle();
+    Tick(10ms);
     EXPECT_TRUE(log.empty());
     EXPECT_FALSE(loop.NextTimerDelay().has_value());
 }

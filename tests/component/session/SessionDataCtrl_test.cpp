@@ -2,13 +2,13 @@
 // error texts.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 
 #include "component/frame/CDllResource.h"
 #include "component/frame/ErrorTexts.h"
 #include "component/session/CDyxSessionDataCtrl.h"
 #include "support/StateFixture.h"
+#include "support/TempFolder.h"
 
 namespace fs = std::filesystem;
 
@@ -18,19 +18,10 @@ namespace
 struct SessionCtrl : StateFixture {
     std::unique_ptr<CDyxSessionDataCtrl> ctrl =
         std::make_unique<CDyxSessionDataCtrl>(*state, state->GetRunner());
-    fs::path temp;
+    TempFolder folder;
+    const fs::path temp = folder.Path();
 
-    void SetUp() override
-    {
-        char pattern[] = "/tmp/tessel-ctrl-XXXXXX";
-        ASSERT_NE(mkdtemp(pattern), nullptr);
-        temp = pattern;
-    }
-    void TearDown() override
-    {
-        CDyxSessionDataCtrl::OverrideModulePath(std::nullopt);
-        fs::remove_all(temp);
-    }
+    void TearDown() override { CDyxSessionDataCtrl::OverrideModulePath(std::nullopt); }
     void Start()
     {
         ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
