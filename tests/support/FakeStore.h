@@ -45,39 +45,62 @@ public:
         return S_OK;
     }
 
-    HRESULT GetModules(Key, Key, Key, Variant& v) override { return GetList("modules", v); }
-    HRESULT SetModules(Key, Key, Key, const Variant& v) override { return SetList("modules", v); }
-    HRESULT SetSessionText(Key, Key, Key, const std::string& v) override { return SetText("session", v); }
-    HRESULT GetSessionText(Key, Key, Key, std::string& v) override { return GetText("session", v); }
-    HRESULT GetPlatform(Key, Key, Key, std::string& v) override { return GetText("platform", v); }
-    HRESULT SetPlatform(Key, Key, Key, const std::string& v) override { return SetText("platform", v); }
-    HRESULT GetNoAutoConnect(Key, Key, Key, Flag& v) override { return GetNumberAs("noauto", v); }
-    HRESULT SetNoAutoConnect(Key, Key, Key, Flag v) override { return SetNumberAs("noauto", v); }
-    HRESULT GetCommandFiles(Key, Key, Key, Variant& v) override { return GetList("batch", v); }
-    HRESULT SetCommandFiles(Key, Key, Key, const Variant& v) override { return SetList("batch", v); }
-    HRESULT GetDefaultReader(Key, Key, Key, std::string& v) override { return GetText("reader", v); }
-    HRESULT SetDefaultReader(Key, Key, Key, const std::string& v) override { return SetText("reader", v); }
-    HRESULT GetDownloadAfterBuild(Key, Key, Key, Flag& v) override { return GetNumberAs("afterbuild", v); }
-    HRESULT SetDownloadAfterBuild(Key, Key, Key, Flag v) override { return SetNumberAs("afterbuild", v); }
-    HRESULT GetRemoveBreaksOnDownload(Key, Key, Key, Flag& v) override { return GetNumberAs("rmbreaks", v); }
-    HRESULT SetRemoveBreaksOnDownload(Key, Key, Key, Flag v) override { return SetNumberAs("rmbreaks", v); }
-    HRESULT SetDisableMemoryUntilBatch(Key, Key, Key, int32_t v) override
-    {
-        return SetNumberAs("disablemem", v);
+// Each session setting as a pair of operations on its map entry.
+#define FAKE_SETTING(Name, Type, Get, Set, entry)                                                            \
+    HRESULT Get##Name(Key, Key, Key, Type& v) override                                                       \
+    {                                                                                                        \
+        return Get(entry, v);                                                                                \
+    }                                                                                                        \
+    HRESULT Set##Name(Key, Key, Key, const Type& v) override                                                 \
+    {                                                                                                        \
+        return Set(entry, v);                                                                                \
     }
-    HRESULT GetDisableMemoryUntilBatch(Key, Key, Key, int32_t& v) override
-    {
-        return GetNumberAs("disablemem", v);
+#define FAKE_NUMBER(Name, Type, entry)                                                                       \
+    HRESULT Get##Name(Key, Key, Key, Type& v) override                                                       \
+    {                                                                                                        \
+        return GetNumberAs(entry, v);                                                                        \
+    }                                                                                                        \
+    HRESULT Set##Name(Key, Key, Key, Type v) override                                                        \
+    {                                                                                                        \
+        return SetNumberAs(entry, v);                                                                        \
     }
-    HRESULT SetLimitDisassemblyAccess(Key, Key, Key, int32_t v) override { return SetNumberAs("limit", v); }
-    HRESULT GetLimitDisassemblyAccess(Key, Key, Key, int32_t& v) override { return GetNumberAs("limit", v); }
+    FAKE_SETTING(Modules, Variant, GetList, SetList, "modules")
+    FAKE_SETTING(CommandFiles, Variant, GetList, SetList, "batch")
+    FAKE_SETTING(SessionText, std::string, GetText, SetText, "session")
+    FAKE_SETTING(Platform, std::string, GetText, SetText, "platform")
+    FAKE_SETTING(DefaultReader, std::string, GetText, SetText, "reader")
+    FAKE_NUMBER(NoAutoConnect, Flag, "noauto")
+    FAKE_NUMBER(DownloadAfterBuild, Flag, "afterbuild")
+    FAKE_NUMBER(RemoveBreaksOnDownload, Flag, "rmbreaks")
+    FAKE_NUMBER(DisableMemoryUntilBatch, int32_t, "disablemem")
+    FAKE_NUMBER(LimitDisassemblyAccess, int32_t, "limit")
+#undef FAKE_SETTING
+#undef FAKE_NUMBER
 
-    HRESULT SetNumber(const std::string& key, int32_t v) override { return SetNumberAs(key, v); }
-    HRESULT SetString(In key, In v) override { return SetText(key, v); }
-    HRESULT GetNumber(const std::string& key, int32_t& v) override { return GetNumberAs(key, v); }
-    HRESULT GetString(const std::string& key, std::string& v) override { return GetText(key, v); }
-    HRESULT SetProperty(In key, In v, In, In, In) override { return SetText(key, v); }
-    HRESULT GetProperty(In key, In, In, In, std::string& v) override { return GetText(key, v); }
+    HRESULT SetNumber(const std::string& key, int32_t v) override
+    {
+        return SetNumberAs(key, v);
+    }
+    HRESULT SetString(In key, In v) override
+    {
+        return SetText(key, v);
+    }
+    HRESULT GetNumber(const std::string& key, int32_t& v) override
+    {
+        return GetNumberAs(key, v);
+    }
+    HRESULT GetString(const std::string& key, std::string& v) override
+    {
+        return GetText(key, v);
+    }
+    HRESULT SetProperty(In key, In v, In, In, In) override
+    {
+        return SetText(key, v);
+    }
+    HRESULT GetProperty(In key, In, In, In, std::string& v) override
+    {
+        return GetText(key, v);
+    }
 
 private:
     HRESULT GetList(const std::string& name, Variant& v)

@@ -121,13 +121,4 @@ TEST_F(Placeholders, WithoutAWorkspaceOnlyTheTableAnswers)
     EXPECT_EQ(bare.Expand("$(PROJDIR)/$(FN)", "a/b.c"), "$(PROJDIR)/b.c");
 }
 
-TEST_F(Placeholders, DuplicateShortNamesFindTheFirstEntry)
-{
-    ASSERT_NE(PlaceholderExpander::Lookup("TD"), nullptr);
-    EXPECT_EQ(PlaceholderExpander::Lookup("TD")->index, 7);
-    EXPECT_EQ(PlaceholderExpander::Lookup("PN")->index, 11);
-    EXPECT_EQ(PlaceholderExpander::Lookup("UserInputAnything")->index, 34);
-    EXPECT_EQ(PlaceholderExpander::TableSize(), 35u);
-}
-
 } // namespace
