@@ -45,62 +45,29 @@ public:
         return S_OK;
     }
 
-// Each session setting as a pair of operations on its map entry.
-#define FAKE_SETTING(Name, Type, Get, Set, entry)                                                            \
-    HRESULT Get##Name(Key, Key, Key, Type& v) override                                                       \
-    {                                                                                                        \
-        return Get(entry, v);                                                                                \
-    }                                                                                                        \
-    HRESULT Set##Name(Key, Key, Key, const Type& v) override                                                 \
-    {                                                                                                        \
-        return Set(entry, v);                                                                                \
-    }
-#define FAKE_NUMBER(Name, Type, entry)                                                                       \
-    HRESULT Get##Name(Key, Key, Key, Type& v) override                                                       \
-    {                                                                                                        \
-        return GetNumberAs(entry, v);                                                                        \
-    }                                                                                                        \
-    HRESULT Set##Name(Key, Key, Key, Type v) override                                                        \
-    {                                                                                                        \
-        return SetNumberAs(entry, v);                                                                        \
-    }
-    FAKE_SETTING(Modules, Variant, GetList, SetList, "modules")
-    FAKE_SETTING(CommandFiles, Variant, GetList, SetList, "batch")
-    FAKE_SETTING(SessionText, std::string, GetText, SetText, "session")
-    FAKE_SETTING(Platform, std::string, GetText, SetText, "platform")
-    FAKE_SETTING(DefaultReader, std::string, GetText, SetText, "reader")
-    FAKE_NUMBER(NoAutoConnect, Flag, "noauto")
-    FAKE_NUMBER(DownloadAfterBuild, Flag, "afterbuild")
-    FAKE_NUMBER(RemoveBreaksOnDownload, Flag, "rmbreaks")
-    FAKE_NUMBER(DisableMemoryUntilBatch, int32_t, "disablemem")
-    FAKE_NUMBER(LimitDisassemblyAccess, int32_t, "limit")
+    // Each session setting as a pair of operations on its map entry.
+    // clang-format off
+#define FAKE_SETTING(Name, OutT, InT, Kind, entry)                                                       \
+    HRESULT Get##Name(Key, Key, Key, OutT v) override { return Get##Kind(entry, v); }                    \
+    HRESULT Set##Name(Key, Key, Key, InT v) override { return Set##Kind(entry, v); }
+    FAKE_SETTING(Modules, Variant&, const Variant&, List, "modules")
+    FAKE_SETTING(CommandFiles, Variant&, const Variant&, List, "batch")
+    FAKE_SETTING(SessionText, std::string&, In, Text, "session")
+    FAKE_SETTING(Platform, std::string&, In, Text, "platform")
+    FAKE_SETTING(DefaultReader, std::string&, In, Text, "reader")
+    FAKE_SETTING(NoAutoConnect, Flag&, Flag, NumberAs, "noauto")
+    FAKE_SETTING(DownloadAfterBuild, Flag&, Flag, NumberAs, "afterbuild")
+    FAKE_SETTING(RemoveBreaksOnDownload, Flag&, Flag, NumberAs, "rmbreaks")
+    FAKE_SETTING(DisableMemoryUntilBatch, int32_t&, int32_t, NumberAs, "disablemem")
+    FAKE_SETTING(LimitDisassemblyAccess, int32_t&, int32_t, NumberAs, "limit")
 #undef FAKE_SETTING
-#undef FAKE_NUMBER
-
-    HRESULT SetNumber(const std::string& key, int32_t v) override
-    {
-        return SetNumberAs(key, v);
-    }
-    HRESULT SetString(In key, In v) override
-    {
-        return SetText(key, v);
-    }
-    HRESULT GetNumber(const std::string& key, int32_t& v) override
-    {
-        return GetNumberAs(key, v);
-    }
-    HRESULT GetString(const std::string& key, std::string& v) override
-    {
-        return GetText(key, v);
-    }
-    HRESULT SetProperty(In key, In v, In, In, In) override
-    {
-        return SetText(key, v);
-    }
-    HRESULT GetProperty(In key, In, In, In, std::string& v) override
-    {
-        return GetText(key, v);
-    }
+    HRESULT SetNumber(In key, int32_t v) override { return SetNumberAs(key, v); }
+    HRESULT SetString(In key, In v) override { return SetText(key, v); }
+    HRESULT GetNumber(In key, int32_t& v) override { return GetNumberAs(key, v); }
+    HRESULT GetString(In key, std::string& v) override { return GetText(key, v); }
+    HRESULT SetProperty(In key, In v, In, In, In) override { return SetText(key, v); }
+    HRESULT GetProperty(In key, In, In, In, std::string& v) override { return GetText(key, v); }
+    // clang-format on
 
 private:
     HRESULT GetList(const std::string& name, Variant& v)
