@@ -106,35 +106,16 @@ TEST_F(PostMessage, ForgetClientDropsItsMessagesAndTimersOnly)
     }
 }
 
-// Notes the threads its QueryInterface is asked on.
-struct ThreadNotingClient : IQPostMessageClient {
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        asked.push_back(std::this_thread::get_id());
-        *out = this;
-        return S_OK;
-    }
-    TESSEL_NOT_REFCOUNTED
-    HRESULT OnPostedMessage(uint32_t value) override
-    {
-        values.push_back(value);
-        return S_OK;
-    }
-    std::vector<std::thread::id> asked;
-    std::vector<uint32_t> values;
-};
-
 TEST_F(PostMessage, PostFromAnotherThreadCallsTheClientOnTheLoopsThreadOnly)
 {
-    ThreadNotingClient client;
-    std::thread([&] { EXPECT_EQ(posts.Post(&client, 7), S_OK); }).join();
-    std::thread([&] { posts.Post(&client, 8); }).join();
-    EXPECT_TRUE(client.asked.empty()) << "the posting thread does not call into the client";
-    posts.ForgetClient(&client);
-    std::thread([&] { posts.Post(&client, 9); }).join();
+    std::thread([&] { EXPECT_EQ(posts.Post(&a, 7), S_OK); }).join();
+    std::thread([&] { posts.Post(&a, 8); }).join();
+    EXPECT_TRUE(a.askedOn.empty()) << "the posting thread does not call into the client";
+    posts.ForgetClient(a.Identity());
+    std::thread([&] { posts.Post(&a, 9); }).join();
     loop.RunUntilIdle();
-    EXPECT_EQ(client.values, (std::vector<uint32_t>{9})) << "forgotten under the pointer it was posted with";
-    for (auto id : client.asked)
+    EXPECT_EQ(log, (Log{"a:post:9"})) << "forgotten under the pointer it was posted with";
+    for (auto id : a.askedOn)
         EXPECT_EQ(id, std::this_thread::get_id());
 }
 
