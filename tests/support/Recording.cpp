@@ -103,29 +103,6 @@ size_t RecordingRegistry::ProviderCount() const
     return n;
 }
 
-HRESULT RecordingErrorTable::GetText(HRESULT code, std::string& text)
-{
-    auto it = texts.find(code);
-    if (it == texts.end())
-        return E_FAIL;
-    text = it->second;
-    return S_OK;
-}
-HRESULT RecordingErrorTable::AddText(HRESULT code, const std::string& text)
-{
-    ++adds;
-    texts[code] = text;
-    return S_OK;
-}
-HRESULT RecordingErrorTable::RegisterErrorText(const std::string& text, HRESULT& code)
-{
-    HRESULT next = static_cast<HRESULT>(0x8004F000u);
-    while (texts.count(next) != 0)
-        ++next;
-    texts[next] = text;
-    code = next;
-    return S_OK;
-}
 HRESULT RecordingPromptTable::AddPrompt(const Guid& owner, const std::string& name,
                                         VariantBool defaultEnabled, Guid& key)
 {

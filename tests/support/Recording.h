@@ -74,22 +74,6 @@ private:
     std::unordered_map<Guid, std::vector<IUnknown*>> providers_;
 };
 
-class RecordingErrorTable : public IQErrorTable
-{
-public:
-    HRESULT QueryInterface(const Guid& iid, void** out) override
-    {
-        return AnswerUnknown(iid, static_cast<IQErrorTable*>(this), out);
-    }
-    TESSEL_NOT_REFCOUNTED
-    HRESULT GetText(HRESULT code, std::string& text) override;
-    HRESULT AddText(HRESULT code, const std::string& text) override;
-    HRESULT RegisterErrorText(const std::string& text, HRESULT& code) override;
-    HRESULT RemoveText(HRESULT code) override { return texts.erase(code) ? S_OK : E_FAIL; }
-    std::map<HRESULT, std::string> texts;
-    int adds = 0;
-};
-
 class RecordingPromptTable : public IQUserPromptTable
 {
 public:
@@ -143,24 +127,6 @@ public:
     std::vector<std::string> shown;
     std::vector<VariantBool> defaults;
     std::optional<VariantBool> reply;
-};
-
-class RecordingRecorder : public IQCommandRecorder
-{
-public:
-    HRESULT QueryInterface(const Guid& iid, void** out) override
-    {
-        return AnswerUnknown(iid, static_cast<IQCommandRecorder*>(this), out);
-    }
-    TESSEL_NOT_REFCOUNTED
-    HRESULT IsLogging() override { return logging ? S_OK : S_FALSE; }
-    HRESULT LogCommand(const std::string& text) override
-    {
-        lines.push_back(text);
-        return S_OK;
-    }
-    bool logging = true;
-    std::vector<std::string> lines;
 };
 
 class RecordingRegistrar : public IQRegistrar
