@@ -2,8 +2,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
-
 #include "boundary/Ids.h"
 
 std::string IdName(const Guid& id)
@@ -38,68 +36,39 @@ HRESULT RecordingRegistry::Broadcast(const Event& event)
     return S_OK;
 }
 
-HRESULT RecordingRegistry::GetProviders(const Guid& id, int32_t& count, IUnknown**& array)
+void RecordingRegistry::Provide(const Guid& id, IUnknown* service)
 {
-    Note("GetProviders", id);
-    auto& list = providers_[id];
-    count = static_cast<int32_t>(list.size());
-    array = list.empty() ? nullptr : list.data();
-    return S_OK;
+    ids_.insert(id);
+    if (service != nullptr)
+        real_.RegisterService(id, service);
+    else if (IUnknown* held = Service(id))
+        real_.UnregisterService(id, held);
 }
 
-HRESULT RecordingRegistry::GetService(const Guid& id, IUnknown** out)
+IUnknown* RecordingRegistry::Service(const Guid& id)
 {
-    Note("GetService", id);
-    *out = Service(id);
-    return *out ? S_OK : E_FAIL;
+    IUnknown* service = nullptr;
+    real_.GetService(id, &service);
+    return service;
 }
 
-HRESULT RecordingRegistry::RegisterProvider(const Guid& id, IUnknown* provider)
-{
-    Note("RegisterProvider", id);
-    providers_[id].push_back(provider);
-    return S_OK;
-}
-
-HRESULT RecordingRegistry::RegisterService(const Guid& id, IUnknown* service)
-{
-    Note("RegisterService", id);
-    services_[id] = service;
-    return S_OK;
-}
-
-HRESULT RecordingRegistry::UnregisterProvider(const Guid& id, IUnknown* provider)
-{
-    Note("UnregisterProvider", id);
-    auto& list = providers_[id];
-    auto it = std::find(list.begin(), list.end(), provider);
-    if (it == list.end())
-        return E_FAIL;
-    list.erase(it);
-    return S_OK;
-}
-
-HRESULT RecordingRegistry::UnregisterService(const Guid& id, IUnknown* service)
-{
-    Note("UnregisterService", id);
-    auto it = services_.find(id);
-    if (it == services_.end() || it->second != service)
-        return E_FAIL;
-    services_.erase(it);
-    return S_OK;
-}
-
-IUnknown* RecordingRegistry::Service(const Guid& id) const
-{
-    auto it = services_.find(id);
-    return it == services_.end() ? nullptr : it->second;
-}
-
-size_t RecordingRegistry::ProviderCount() const
+size_t RecordingRegistry::ServiceCount()
 {
     size_t n = 0;
-    for (const auto& [id, list] : providers_)
-        n += list.size();
+    for (const Guid& id : ids_)
+        n += Service(id) != nullptr ? 1 : 0;
+    return n;
+}
+
+size_t RecordingRegistry::ProviderCount()
+{
+    size_t n = 0;
+    for (const Guid& id : ids_) {
+        int32_t count = 0;
+        IUnknown** array = nullptr;
+        real_.GetProviders(id, count, array);
+        n += static_cast<size_t>(count);
+    }
     return n;
 }
 
