@@ -92,25 +92,6 @@ HRESULT RecordingPromptTable::AskYesNo(Guid key, const std::string& question, Va
     answer = answerYes ? VARIANT_TRUE : VARIANT_FALSE;
     return S_OK;
 }
-HRESULT RecordingRegistrar::RegisterComponent(const std::string& name, int32_t count, const Guid* const* ids,
-                                              int32_t a, int32_t b, int32_t c, const Guid& identity)
-{
-    std::string entry = "RegisterComponent '" + name + "' " + std::to_string(count) + " [";
-    for (int32_t i = 0; i < count; ++i)
-        entry += (i ? " " : "") + IdName(*ids[i]);
-    entry +=
-        "] " + std::to_string(a) + " " + std::to_string(b) + " " + std::to_string(c) + " " + IdName(identity);
-    log.push_back(entry);
-    return S_OK;
-}
-HRESULT RecordingRegistrar::RegisterDataType(const std::string& name, int32_t a, int32_t b, int32_t c,
-                                             const Guid& id)
-{
-    log.push_back("RegisterDataType '" + name + "' " + std::to_string(a) + " " + std::to_string(b) + " " +
-                  std::to_string(c) + " " + IdName(id));
-    return S_OK;
-}
-
 std::string BinaryDirectory()
 {
     char buffer[4096];

@@ -150,20 +150,5 @@ public:
     std::optional<VariantBool> reply;
 };
 
-class RecordingRegistrar : public IQRegistrar
-{
-public:
-    HRESULT QueryInterface(const Guid& iid, void** out) override
-    {
-        return AnswerUnknown(iid, static_cast<IQRegistrar*>(this), out);
-    }
-    TESSEL_NOT_REFCOUNTED
-    HRESULT RegisterComponent(const std::string& name, int32_t count, const Guid* const* ids, int32_t a,
-                              int32_t b, int32_t c, const Guid& identity) override;
-    HRESULT RegisterDataType(const std::string& name, int32_t a, int32_t b, int32_t c,
-                             const Guid& id) override;
-    CallLog log;
-};
-
 // Folder of the test program, where the build puts every binary.
 std::string BinaryDirectory();
