@@ -40,6 +40,13 @@ struct CommandWindowTest : ::testing::Test {
         workbench.Loop().RunUntilIdle();
         return out.str();
     }
+    // md goes on taking lines, showing a value, until one is ".".
+    void Continuing()
+    {
+        display.answer = [](const std::string& line) {
+            return ScriptedCommand::Answer{"", S_OK, line != ".", false, "20000000 FF"};
+        };
+    }
     // md fails for a line holding "bad"; answers "ok" otherwise.
     void FailOnBad()
     {
@@ -73,9 +80,7 @@ TEST_F(CommandWindowTest, NamesMatchExactlyThenByAliasThenByAnUnambiguousBeginni
 
 TEST_F(CommandWindowTest, ContinuationSendsEveryLineToTheCommandUntilItEnds)
 {
-    display.answer = [](const std::string& line) {
-        return ScriptedCommand::Answer{"", S_OK, line != ".", false, "20000000 FF"};
-    };
+    Continuing();
     Run("md 100");
     EXPECT_EQ(window.Prompt(), "20000000 FF ") << "a blank keeps what is typed apart from the shown value";
     EXPECT_EQ(Run("go"), "20000000 FF go\n")
@@ -141,9 +146,7 @@ TEST_F(CommandWindowTest, OverlongTypedLineIsRefused)
 
 TEST_F(CommandWindowTest, CommandStillContinuingEndsWithItsBatch)
 {
-    display.answer = [](const std::string& line) {
-        return ScriptedCommand::Answer{"", S_OK, line != ".", false, "20000000 FF"};
-    };
+    Continuing();
     ASSERT_TRUE(window.SubmitBatchFile(Batch("edit.qdc", "md 20000000\n")));
     EXPECT_EQ(window.Prompt(), "> ");
     EXPECT_EQ(Run("go"), "> go\ngo ran\n");
