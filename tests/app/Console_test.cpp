@@ -15,19 +15,13 @@
 #include <sstream>
 
 #include "app/Console.h"
+#include "support/Recording.h"
+#include "support/TempFolder.h"
 
 namespace fs = std::filesystem;
 
 namespace
 {
-
-std::string BinaryDirectory()
-{
-    char buffer[4096];
-    ssize_t n = readlink("/proc/self/exe", buffer, sizeof(buffer) - 1);
-    std::string self(buffer, n > 0 ? static_cast<size_t>(n) : 0);
-    return self.substr(0, self.find_last_of('/'));
-}
 
 struct Result {
     int status;
@@ -52,21 +46,17 @@ Result RunShell(const std::string& command)
 // A fresh workspace folder for one test, with the files it asks for.
 using Files = std::vector<std::pair<std::string, std::string>>;
 
-struct Workspace {
-    fs::path dir;
+struct Workspace : TempFolder {
     explicit Workspace(const Files& files = {})
     {
-        char pattern[] = "/tmp/tessel-ws-XXXXXX";
-        dir = mkdtemp(pattern);
         for (const auto& [name, text] : files) {
-            fs::create_directories((dir / name).parent_path());
-            std::ofstream(dir / name) << text;
+            fs::create_directories((*this / name).parent_path());
+            WriteFile(name, text);
         }
     }
-    ~Workspace() { fs::remove_all(dir); }
     Result Run(const std::string& args, const std::string& input = "") const
     {
-        return RunShell("cd " + dir.string() + " && printf '" + input + "' | " + BinaryDirectory() +
+        return RunShell("cd " + Path().string() + " && printf '" + input + "' | " + BinaryDirectory() +
                         "/tessel " + args);
     }
 };
@@ -133,10 +123,10 @@ TEST(Console, RunsAnswerWithTheirOutputAndExitStatus)
 TEST(Console, MissingResourceModuleIsReportedAndTheSessionStillRuns)
 {
     Workspace ws;
-    fs::copy_file(BinaryDirectory() + "/libtessel-debugger.so", ws.dir / "libtessel-debugger.so");
+    fs::copy_file(BinaryDirectory() + "/libtessel-debugger.so", ws.Path() / "libtessel-debugger.so");
     auto r = ws.Run("--component ./libtessel-debugger.so", "help help\\n");
     EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(r.output, "Error: Error loading resource DLL " + (ws.dir / "DebuggerExtRes.dll").string() +
+    EXPECT_EQ(r.output, "Error: Error loading resource DLL " + (ws.Path() / "DebuggerExtRes.dll").string() +
                             "\n> help help\nhelp [<command>]\n");
 }
 
@@ -177,7 +167,7 @@ TEST(Console, AtATerminalOutputLandsAboveAFreshPrompt)
     pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
     ASSERT_NE(child, -1);
     if (child == 0) {
-        if (chdir(ws.dir.c_str()) == 0)
+        if (chdir(ws.Path().c_str()) == 0)
             execl(program.c_str(), "tessel", static_cast<char*>(nullptr));
         _exit(127);
     }
@@ -222,7 +212,7 @@ TEST(ConsoleSession, UnreadableStoreIsReportedAndTheSessionRunsOn)
     EXPECT_EQ(r.status, 1) << "a script that lost its settings did not run as asked";
     EXPECT_EQ(r.output.rfind("Error: ", 0), 0u) << r.output;
     EXPECT_NE(r.output.find("Connected\n> disconnect\nDisconnected\n"), std::string::npos) << r.output;
-    std::ifstream kept(ws.dir / ".tessel" / "workspace.db");
+    std::ifstream kept(ws.Path() / ".tessel" / "workspace.db");
     EXPECT_EQ(std::string((std::istreambuf_iterator<char>(kept)), {}), "this is no database, just text\n")
         << "a file that is not ours is left alone";
 }

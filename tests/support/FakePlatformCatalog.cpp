@@ -7,7 +7,7 @@
 namespace
 {
 
-const std::vector<std::string> kPlatforms = {"sim", "pdsim", "halfsim", "ghostcpu", "always"};
+const std::vector<std::string> kPlatforms = {"sim", "pdsim", "halfsim", "ghostcpu"};
 const std::vector<std::pair<std::string, std::string>> kReaders = {{"elf", ""}, {"pdobj", "pdsim"}};
 
 } // namespace

@@ -11,8 +11,8 @@
 // A platform catalogue and driver factory that log every driver made and let
 // go. Platforms: "sim" (rich family, CPU "cm3"), "pdsim" (function family, CPU
 // "pdcpu"), "halfsim" (its target driver cannot be made), "ghostcpu" (its CPU
-// driver cannot be made), "always" (property 1 set). Readers: "elf" for all,
-// "pdobj" for "pdsim" only.
+// driver cannot be made). Readers: "elf" for all, "pdobj" for "pdsim" only.
+// No test connects to a function platform: its own driver calls are not offered.
 class FakePlatformCatalog : public IQPlatformList, public IQDriverFactory
 {
 public:
@@ -27,11 +27,7 @@ public:
 
     HRESULT GetPlatformName(int32_t index, std::string& name) override;
     HRESULT GetCpuDriverName(const std::string& platform, std::string& driver) override;
-    HRESULT GetPlatformProperty(const std::string& platform, int32_t property, uint32_t& value) override
-    {
-        value = property == 1 && platform == "always" ? 1 : 0;
-        return S_OK;
-    }
+    HRESULT GetPlatformProperty(const std::string&, int32_t, uint32_t&) override { return E_NOTIMPL; }
     HRESULT GetReaderName(int32_t index, std::string& name) override;
     HRESULT FindReader(const std::string& name, int32_t& index) override;
     HRESULT IsFunctionPlatform(const std::string& name) override;
@@ -62,21 +58,24 @@ public:
         return platform == "halfsim" ? E_FAIL : S_OK;
     }
     HRESULT CheckReader(const std::string&, int32_t, int32_t) override { return S_OK; }
-    HRESULT CreateCpuDriverFor(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t,
-                               const std::string&, IUnknown** out) override
+    HRESULT CreateCpuDriverFor(const std::string&, IQServiceRegistry*, int32_t, int32_t, int32_t,
+                               const std::string&, IUnknown**) override
     {
-        return Make("cpu", name + " for", out);
+        return E_NOTIMPL;
     }
-    HRESULT CreateReaderFor(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t, int32_t,
-                            const std::string&, IUnknown** out) override
+    HRESULT CreateReaderFor(const std::string&, IQServiceRegistry*, int32_t, int32_t, int32_t, int32_t,
+                            const std::string&, IUnknown**) override
     {
-        return Make("reader", name + " for", out);
+        return E_NOTIMPL;
     }
-    HRESULT CheckCpuDriverFor(const std::string& name, int32_t mode, int32_t a, const std::string&) override
+    HRESULT CheckCpuDriverFor(const std::string&, int32_t, int32_t, const std::string&) override
     {
-        return CheckCpuDriver(name, mode, a);
+        return E_NOTIMPL;
     }
-    HRESULT CheckReaderFor(const std::string&, int32_t, int32_t, const std::string&) override { return S_OK; }
+    HRESULT CheckReaderFor(const std::string&, int32_t, int32_t, const std::string&) override
+    {
+        return E_NOTIMPL;
+    }
 
     // What the next drivers describe themselves as.
     std::string cpuText = "ARM\nCortex-M3";

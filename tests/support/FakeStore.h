@@ -45,39 +45,29 @@ public:
         return S_OK;
     }
 
-    HRESULT GetModules(Key, Key, Key, Variant& v) override { return GetList("modules", v); }
-    HRESULT SetModules(Key, Key, Key, const Variant& v) override { return SetList("modules", v); }
-    HRESULT SetSessionText(Key, Key, Key, const std::string& v) override { return SetText("session", v); }
-    HRESULT GetSessionText(Key, Key, Key, std::string& v) override { return GetText("session", v); }
-    HRESULT GetPlatform(Key, Key, Key, std::string& v) override { return GetText("platform", v); }
-    HRESULT SetPlatform(Key, Key, Key, const std::string& v) override { return SetText("platform", v); }
-    HRESULT GetNoAutoConnect(Key, Key, Key, Flag& v) override { return GetNumberAs("noauto", v); }
-    HRESULT SetNoAutoConnect(Key, Key, Key, Flag v) override { return SetNumberAs("noauto", v); }
-    HRESULT GetCommandFiles(Key, Key, Key, Variant& v) override { return GetList("batch", v); }
-    HRESULT SetCommandFiles(Key, Key, Key, const Variant& v) override { return SetList("batch", v); }
-    HRESULT GetDefaultReader(Key, Key, Key, std::string& v) override { return GetText("reader", v); }
-    HRESULT SetDefaultReader(Key, Key, Key, const std::string& v) override { return SetText("reader", v); }
-    HRESULT GetDownloadAfterBuild(Key, Key, Key, Flag& v) override { return GetNumberAs("afterbuild", v); }
-    HRESULT SetDownloadAfterBuild(Key, Key, Key, Flag v) override { return SetNumberAs("afterbuild", v); }
-    HRESULT GetRemoveBreaksOnDownload(Key, Key, Key, Flag& v) override { return GetNumberAs("rmbreaks", v); }
-    HRESULT SetRemoveBreaksOnDownload(Key, Key, Key, Flag v) override { return SetNumberAs("rmbreaks", v); }
-    HRESULT SetDisableMemoryUntilBatch(Key, Key, Key, int32_t v) override
-    {
-        return SetNumberAs("disablemem", v);
-    }
-    HRESULT GetDisableMemoryUntilBatch(Key, Key, Key, int32_t& v) override
-    {
-        return GetNumberAs("disablemem", v);
-    }
-    HRESULT SetLimitDisassemblyAccess(Key, Key, Key, int32_t v) override { return SetNumberAs("limit", v); }
-    HRESULT GetLimitDisassemblyAccess(Key, Key, Key, int32_t& v) override { return GetNumberAs("limit", v); }
-
-    HRESULT SetNumber(const std::string& key, int32_t v) override { return SetNumberAs(key, v); }
+    // Each session setting as a pair of operations on its map entry.
+    // clang-format off
+#define FAKE_SETTING(Name, OutT, InT, Kind, entry)                                                       \
+    HRESULT Get##Name(Key, Key, Key, OutT v) override { return Get##Kind(entry, v); }                    \
+    HRESULT Set##Name(Key, Key, Key, InT v) override { return Set##Kind(entry, v); }
+    FAKE_SETTING(Modules, Variant&, const Variant&, List, "modules")
+    FAKE_SETTING(CommandFiles, Variant&, const Variant&, List, "batch")
+    FAKE_SETTING(SessionText, std::string&, In, Text, "session")
+    FAKE_SETTING(Platform, std::string&, In, Text, "platform")
+    FAKE_SETTING(DefaultReader, std::string&, In, Text, "reader")
+    FAKE_SETTING(NoAutoConnect, Flag&, Flag, NumberAs, "noauto")
+    FAKE_SETTING(DownloadAfterBuild, Flag&, Flag, NumberAs, "afterbuild")
+    FAKE_SETTING(RemoveBreaksOnDownload, Flag&, Flag, NumberAs, "rmbreaks")
+    FAKE_SETTING(DisableMemoryUntilBatch, int32_t&, int32_t, NumberAs, "disablemem")
+    FAKE_SETTING(LimitDisassemblyAccess, int32_t&, int32_t, NumberAs, "limit")
+#undef FAKE_SETTING
+    HRESULT SetNumber(In key, int32_t v) override { return SetNumberAs(key, v); }
     HRESULT SetString(In key, In v) override { return SetText(key, v); }
-    HRESULT GetNumber(const std::string& key, int32_t& v) override { return GetNumberAs(key, v); }
-    HRESULT GetString(const std::string& key, std::string& v) override { return GetText(key, v); }
+    HRESULT GetNumber(In key, int32_t& v) override { return GetNumberAs(key, v); }
+    HRESULT GetString(In key, std::string& v) override { return GetText(key, v); }
     HRESULT SetProperty(In key, In v, In, In, In) override { return SetText(key, v); }
     HRESULT GetProperty(In key, In, In, In, std::string& v) override { return GetText(key, v); }
+    // clang-format on
 
 private:
     HRESULT GetList(const std::string& name, Variant& v)

@@ -2,8 +2,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
-
 #include "boundary/Ids.h"
 
 std::string IdName(const Guid& id)
@@ -38,94 +36,42 @@ HRESULT RecordingRegistry::Broadcast(const Event& event)
     return S_OK;
 }
 
-HRESULT RecordingRegistry::GetProviders(const Guid& id, int32_t& count, IUnknown**& array)
+void RecordingRegistry::Provide(const Guid& id, IUnknown* service)
 {
-    Note("GetProviders", id);
-    auto& list = providers_[id];
-    count = static_cast<int32_t>(list.size());
-    array = list.empty() ? nullptr : list.data();
-    return S_OK;
+    ids_.insert(id);
+    if (service != nullptr)
+        real_.RegisterService(id, service);
+    else if (IUnknown* held = Service(id))
+        real_.UnregisterService(id, held);
 }
 
-HRESULT RecordingRegistry::GetService(const Guid& id, IUnknown** out)
+IUnknown* RecordingRegistry::Service(const Guid& id)
 {
-    Note("GetService", id);
-    *out = Service(id);
-    return *out ? S_OK : E_FAIL;
+    IUnknown* service = nullptr;
+    real_.GetService(id, &service);
+    return service;
 }
 
-HRESULT RecordingRegistry::RegisterProvider(const Guid& id, IUnknown* provider)
-{
-    Note("RegisterProvider", id);
-    providers_[id].push_back(provider);
-    return S_OK;
-}
-
-HRESULT RecordingRegistry::RegisterService(const Guid& id, IUnknown* service)
-{
-    Note("RegisterService", id);
-    services_[id] = service;
-    return S_OK;
-}
-
-HRESULT RecordingRegistry::UnregisterProvider(const Guid& id, IUnknown* provider)
-{
-    Note("UnregisterProvider", id);
-    auto& list = providers_[id];
-    auto it = std::find(list.begin(), list.end(), provider);
-    if (it == list.end())
-        return E_FAIL;
-    list.erase(it);
-    return S_OK;
-}
-
-HRESULT RecordingRegistry::UnregisterService(const Guid& id, IUnknown* service)
-{
-    Note("UnregisterService", id);
-    auto it = services_.find(id);
-    if (it == services_.end() || it->second != service)
-        return E_FAIL;
-    services_.erase(it);
-    return S_OK;
-}
-
-IUnknown* RecordingRegistry::Service(const Guid& id) const
-{
-    auto it = services_.find(id);
-    return it == services_.end() ? nullptr : it->second;
-}
-
-size_t RecordingRegistry::ProviderCount() const
+size_t RecordingRegistry::ServiceCount()
 {
     size_t n = 0;
-    for (const auto& [id, list] : providers_)
-        n += list.size();
+    for (const Guid& id : ids_)
+        n += Service(id) != nullptr ? 1 : 0;
     return n;
 }
 
-HRESULT RecordingErrorTable::GetText(HRESULT code, std::string& text)
+size_t RecordingRegistry::ProviderCount()
 {
-    auto it = texts.find(code);
-    if (it == texts.end())
-        return E_FAIL;
-    text = it->second;
-    return S_OK;
+    size_t n = 0;
+    for (const Guid& id : ids_) {
+        int32_t count = 0;
+        IUnknown** array = nullptr;
+        real_.GetProviders(id, count, array);
+        n += static_cast<size_t>(count);
+    }
+    return n;
 }
-HRESULT RecordingErrorTable::AddText(HRESULT code, const std::string& text)
-{
-    ++adds;
-    texts[code] = text;
-    return S_OK;
-}
-HRESULT RecordingErrorTable::RegisterErrorText(const std::string& text, HRESULT& code)
-{
-    HRESULT next = static_cast<HRESULT>(0x8004F000u);
-    while (texts.count(next) != 0)
-        ++next;
-    texts[next] = text;
-    code = next;
-    return S_OK;
-}
+
 HRESULT RecordingPromptTable::AddPrompt(const Guid& owner, const std::string& name,
                                         VariantBool defaultEnabled, Guid& key)
 {
@@ -146,25 +92,6 @@ HRESULT RecordingPromptTable::AskYesNo(Guid key, const std::string& question, Va
     answer = answerYes ? VARIANT_TRUE : VARIANT_FALSE;
     return S_OK;
 }
-HRESULT RecordingRegistrar::RegisterComponent(const std::string& name, int32_t count, const Guid* const* ids,
-                                              int32_t a, int32_t b, int32_t c, const Guid& identity)
-{
-    std::string entry = "RegisterComponent '" + name + "' " + std::to_string(count) + " [";
-    for (int32_t i = 0; i < count; ++i)
-        entry += (i ? " " : "") + IdName(*ids[i]);
-    entry +=
-        "] " + std::to_string(a) + " " + std::to_string(b) + " " + std::to_string(c) + " " + IdName(identity);
-    log.push_back(entry);
-    return S_OK;
-}
-HRESULT RecordingRegistrar::RegisterDataType(const std::string& name, int32_t a, int32_t b, int32_t c,
-                                             const Guid& id)
-{
-    log.push_back("RegisterDataType '" + name + "' " + std::to_string(a) + " " + std::to_string(b) + " " +
-                  std::to_string(c) + " " + IdName(id));
-    return S_OK;
-}
-
 std::string BinaryDirectory()
 {
     char buffer[4096];

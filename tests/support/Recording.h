@@ -1,7 +1,8 @@
 #pragma once
 #include <map>
+#include <optional>
 #include <string>
-#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "boundary/Ids.h"
@@ -9,6 +10,7 @@
 #include "boundary/interfaces/Platform.h"
 #include "boundary/interfaces/Workbench.h"
 #include "support/FakeEvaluator.h"
+#include "workbench/ServiceRegistry.h"
 
 // Readable name of a known identifier, or its text.
 std::string IdName(const Guid& id);
@@ -31,8 +33,8 @@ inline HRESULT AnswerUnknown(const Guid& iid, void* self, void** out)
     }                                                                                                        \
     TESSEL_NOT_REFCOUNTED
 
-// A service registry that records every call in order and keeps what was
-// registered, so that services can be found again.
+// The workbench's own registry with every call logged before it is made, so
+// that an order across services is one list.
 class RecordingRegistry : public IQServiceRegistry
 {
 public:
@@ -40,53 +42,57 @@ public:
 
     HRESULT QueryInterface(const Guid& iid, void** out) override
     {
-        return Note("QueryInterface", iid, AnswerUnknown(iid, static_cast<IQServiceRegistry*>(this), out));
+        return Note("QueryInterface", iid).QueryInterface(iid, out);
     }
     TESSEL_NOT_REFCOUNTED
     HRESULT Broadcast(const Event& event) override;
-    HRESULT GetProviders(const Guid& id, int32_t& count, IUnknown**& array) override;
-    HRESULT GetService(const Guid& id, IUnknown** out) override;
-    HRESULT RegisterProvider(const Guid& id, IUnknown* provider) override;
-    HRESULT RegisterService(const Guid& id, IUnknown* service) override;
-    HRESULT UnregisterProvider(const Guid& id, IUnknown* provider) override;
-    HRESULT UnregisterService(const Guid& id, IUnknown* service) override;
-    HRESULT IsBusy(const Guid& id) override { return Note("IsBusy", id); }
-    HRESULT SetBusy(const Guid& id) override { return Note("SetBusy", id); }
-    HRESULT ClearBusy(const Guid& id) override { return Note("ClearBusy", id); }
+    HRESULT GetProviders(const Guid& id, int32_t& count, IUnknown**& array) override
+    {
+        return Note("GetProviders", id).GetProviders(id, count, array);
+    }
+    HRESULT GetService(const Guid& id, IUnknown** out) override
+    {
+        return Note("GetService", id).GetService(id, out);
+    }
+    HRESULT RegisterProvider(const Guid& id, IUnknown* provider) override
+    {
+        return Note("RegisterProvider", id).RegisterProvider(id, provider);
+    }
+    HRESULT RegisterService(const Guid& id, IUnknown* service) override
+    {
+        return Note("RegisterService", id).RegisterService(id, service);
+    }
+    HRESULT UnregisterProvider(const Guid& id, IUnknown* provider) override
+    {
+        return Note("UnregisterProvider", id).UnregisterProvider(id, provider);
+    }
+    HRESULT UnregisterService(const Guid& id, IUnknown* service) override
+    {
+        return Note("UnregisterService", id).UnregisterService(id, service);
+    }
+    HRESULT IsBusy(const Guid& id) override { return Note("IsBusy", id).IsBusy(id); }
+    HRESULT SetBusy(const Guid& id) override { return Note("SetBusy", id).SetBusy(id); }
+    HRESULT ClearBusy(const Guid& id) override { return Note("ClearBusy", id).ClearBusy(id); }
 
     // A component that broadcasts reach, as the workbench delivers them.
     IQComponent* deliverTo = nullptr;
-    // Puts a service in place without logging it.
-    void Provide(const Guid& id, IUnknown* service) { services_[id] = service; }
-    IUnknown* Service(const Guid& id) const;
-    size_t ServiceCount() const { return services_.size(); }
-    size_t ProviderCount() const;
+    // Puts a service in place, or takes it away, without logging it.
+    void Provide(const Guid& id, IUnknown* service);
+    IUnknown* Service(const Guid& id);
+    // Services and providers held, over every identifier this registry was asked to hold.
+    size_t ServiceCount();
+    size_t ProviderCount();
 
 private:
-    HRESULT Note(const char* call, const Guid& id, HRESULT hr = S_OK)
+    ServiceRegistry& Note(const char* call, const Guid& id)
     {
         log_.push_back(std::string(call) + " " + IdName(id));
-        return hr;
+        ids_.insert(id);
+        return real_;
     }
     CallLog& log_;
-    std::unordered_map<Guid, IUnknown*> services_;
-    std::unordered_map<Guid, std::vector<IUnknown*>> providers_;
-};
-
-class RecordingErrorTable : public IQErrorTable
-{
-public:
-    HRESULT QueryInterface(const Guid& iid, void** out) override
-    {
-        return AnswerUnknown(iid, static_cast<IQErrorTable*>(this), out);
-    }
-    TESSEL_NOT_REFCOUNTED
-    HRESULT GetText(HRESULT code, std::string& text) override;
-    HRESULT AddText(HRESULT code, const std::string& text) override;
-    HRESULT RegisterErrorText(const std::string& text, HRESULT& code) override;
-    HRESULT RemoveText(HRESULT code) override { return texts.erase(code) ? S_OK : E_FAIL; }
-    std::map<HRESULT, std::string> texts;
-    int adds = 0;
+    ServiceRegistry real_;
+    std::unordered_set<Guid> ids_;
 };
 
 class RecordingPromptTable : public IQUserPromptTable
@@ -118,6 +124,7 @@ private:
     int next_ = 0;
 };
 
+// Records every message and question; a question gets `reply`, or its default when none is set.
 class RecordingMessageBox : public IQMessageBox
 {
 public:
@@ -134,43 +141,13 @@ public:
     HRESULT AskYesNo(const std::string& text, VariantBool defaultAnswer, VariantBool& answer) override
     {
         shown.push_back(text);
-        answer = defaultAnswer;
+        defaults.push_back(defaultAnswer);
+        answer = reply.value_or(defaultAnswer);
         return S_OK;
     }
     std::vector<std::string> shown;
-};
-
-class RecordingRecorder : public IQCommandRecorder
-{
-public:
-    HRESULT QueryInterface(const Guid& iid, void** out) override
-    {
-        return AnswerUnknown(iid, static_cast<IQCommandRecorder*>(this), out);
-    }
-    TESSEL_NOT_REFCOUNTED
-    HRESULT IsLogging() override { return logging ? S_OK : S_FALSE; }
-    HRESULT LogCommand(const std::string& text) override
-    {
-        lines.push_back(text);
-        return S_OK;
-    }
-    bool logging = true;
-    std::vector<std::string> lines;
-};
-
-class RecordingRegistrar : public IQRegistrar
-{
-public:
-    HRESULT QueryInterface(const Guid& iid, void** out) override
-    {
-        return AnswerUnknown(iid, static_cast<IQRegistrar*>(this), out);
-    }
-    TESSEL_NOT_REFCOUNTED
-    HRESULT RegisterComponent(const std::string& name, int32_t count, const Guid* const* ids, int32_t a,
-                              int32_t b, int32_t c, const Guid& identity) override;
-    HRESULT RegisterDataType(const std::string& name, int32_t a, int32_t b, int32_t c,
-                             const Guid& id) override;
-    CallLog log;
+    std::vector<VariantBool> defaults;
+    std::optional<VariantBool> reply;
 };
 
 // Folder of the test program, where the build puts every binary.

@@ -1,6 +1,7 @@
 #pragma once
 #include <functional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "boundary/Ids.h"
@@ -16,6 +17,7 @@ public:
 
     HRESULT QueryInterface(const Guid& iid, void** out) override
     {
+        askedOn.push_back(std::this_thread::get_id());
         if (iid == Ids::IUnknown || iid == Ids::IQPostMessageClient)
             *out = static_cast<IQPostMessageClient*>(this);
         else
@@ -50,6 +52,8 @@ public:
     std::function<void(uint32_t)> onTimer;
     int depth = 0;
     int maxDepth = 0;
+    // The threads QueryInterface was called on.
+    std::vector<std::thread::id> askedOn;
 
 private:
     std::string name_;

@@ -13,14 +13,10 @@ class ScriptedCommand final : public IQCmdClient2
 {
 public:
     struct Answer {
-        Answer(std::string m = {}, HRESULT r = S_OK, bool c = false, bool p = false, std::string pr = {})
-            : message(std::move(m)), result(r), continuing(c), pending(p), prompt(std::move(pr))
-        {
-        }
         std::string message;
-        HRESULT result;
-        bool continuing, pending;
-        std::string prompt;
+        HRESULT result = S_OK;
+        bool continuing = false, pending = false;
+        std::string prompt{};
     };
 
     ScriptedCommand(IQServiceRegistry& registry, std::vector<std::string> names)

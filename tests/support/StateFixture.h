@@ -8,15 +8,17 @@
 #include "support/FakePlatformCatalog.h"
 #include "support/FakeStore.h"
 #include "support/Recording.h"
+#include "workbench/CommandRecorder.h"
+#include "workbench/ErrorTableService.h"
 
 // A debugger state with a recording workbench around it.
 struct StateFixture : ::testing::Test {
     CallLog log;
     RecordingRegistry registry{log};
-    RecordingErrorTable errors;
+    ErrorTableService errors;
     RecordingPromptTable prompts{log};
     RecordingMessageBox messages;
-    RecordingRecorder recorder;
+    CommandRecorder recorder;
     FakeEvaluator evaluator;
     FakePlatformCatalog platforms{log};
     FakeStore store{log};

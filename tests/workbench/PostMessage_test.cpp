@@ -66,36 +66,27 @@ TEST_F(PostMessage, NullClientIsRefused)
     EXPECT_EQ(loop.RunUntilIdle(), 0u);
 }
 
-TEST_F(PostMessage, TimerRepeatsUntilKilled)
+TEST_F(PostMessage, TimerRestartsWhenSetAgainAndRepeatsUntilKilledEvenFromItsOwnCall)
 {
     ASSERT_EQ(posts.SetTimer(a.Timer(), 5, 100), S_OK);
-    Tick(100ms);
-    Tick(100ms);
-    EXPECT_EQ(posts.KillTimer(a.Timer(), 5), S_OK);
-    Tick(100ms);
-    EXPECT_EQ(log, (Log{"a:timer:5", "a:timer:5"}));
-    EXPECT_EQ(posts.KillTimer(a.Timer(), 5), E_FAIL);
-}
-
-TEST_F(PostMessage, SecondSetTimerRestarts)
-{
-    posts.SetTimer(a.Timer(), 5, 100);
     Tick(80ms);
     posts.SetTimer(a.Timer(), 5, 100);
     Tick(80ms);
     EXPECT_TRUE(log.empty());
     Tick(20ms);
-    EXPECT_EQ(log, (Log{"a:timer:5"}));
-}
+    Tick(100ms);
+    EXPECT_EQ(posts.KillTimer(a.Timer(), 5), S_OK);
+    Tick(100ms);
+    EXPECT_EQ(log, (Log{"a:timer:5", "a:timer:5"}));
+    EXPECT_EQ(posts.KillTimer(a.Timer(), 5), E_FAIL);
 
-TEST_F(PostMessage, TimerMayBeKilledFromItsOwnCall)
-{
     a.onTimer = [&](uint32_t id) { posts.KillTimer(a.Timer(), id); };
-    posts.SetTimer(a.Timer(), 5, 10);
+    posts.SetTimer(a.Timer(), 6, 10);
     Tick(10ms);
     Tick(10ms);
-    EXPECT_EQ(log, (Log{"a:timer:5"}));
-    EXPECT_FALSE(posts.HasTimer(a.Timer(), 5));
+    EXPECT_EQ(log.back(), "a:timer:6");
+    EXPECT_EQ(log.size(), 3u);
+    EXPECT_FALSE(posts.HasTimer(a.Timer(), 6));
 }
 
 TEST_F(PostMessage, ForgetClientDropsItsMessagesAndTimersOnly)
@@ -115,51 +106,27 @@ TEST_F(PostMessage, ForgetClientDropsItsMessagesAndTimersOnly)
     }
 }
 
-// Notes the threads its QueryInterface is asked on.
-struct ThreadNotingClient : IQPostMessageClient {
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        asked.push_back(std::this_thread::get_id());
-        *out = this;
-        return S_OK;
-    }
-    TESSEL_NOT_REFCOUNTED
-    HRESULT OnPostedMessage(uint32_t value) override
-    {
-        values.push_back(value);
-        return S_OK;
-    }
-    std::vector<std::thread::id> asked;
-    std::vector<uint32_t> values;
-};
-
 TEST_F(PostMessage, PostFromAnotherThreadCallsTheClientOnTheLoopsThreadOnly)
 {
-    ThreadNotingClient client;
-    std::thread([&] { EXPECT_EQ(posts.Post(&client, 7), S_OK); }).join();
-    std::thread([&] { posts.Post(&client, 8); }).join();
-    EXPECT_TRUE(client.asked.empty()) << "the posting thread does not call into the client";
-    posts.ForgetClient(&client);
-    std::thread([&] { posts.Post(&client, 9); }).join();
+    std::thread([&] { EXPECT_EQ(posts.Post(&a, 7), S_OK); }).join();
+    std::thread([&] { posts.Post(&a, 8); }).join();
+    EXPECT_TRUE(a.askedOn.empty()) << "the posting thread does not call into the client";
+    posts.ForgetClient(a.Identity());
+    std::thread([&] { posts.Post(&a, 9); }).join();
     loop.RunUntilIdle();
-    EXPECT_EQ(client.values, (std::vector<uint32_t>{9})) << "forgotten under the pointer it was posted with";
-    for (auto id : client.asked)
+    EXPECT_EQ(log, (Log{"a:post:9"})) << "forgotten under the pointer it was posted with";
+    for (auto id : a.askedOn)
         EXPECT_EQ(id, std::this_thread::get_id());
 }
 
-TEST(PostMessageLifetime, MessagesQueuedByAGoneServiceAreDropped)
+TEST_F(PostMessage, MessagesQueuedByAGoneServiceAreDropped)
 {
-    FakeClock clock;
-    MessageLoop loop{clock.AsClock()};
-    Log log;
-    RecordingClient a{"a", log};
     {
-        PostMessageService posts{loop};
-        posts.Post(&a, 1);
-        posts.SetTimer(a.Timer(), 2, 10);
+        PostMessageService gone{loop};
+        gone.Post(&a, 1);
+        gone.SetTimer(a.Timer(), 2, 10);
     }
-    clock.Advance(10ms);
-    loop.RunUntilIdle();
+    Tick(10ms);
     EXPECT_TRUE(log.empty());
     EXPECT_FALSE(loop.NextTimerDelay().has_value());
 }

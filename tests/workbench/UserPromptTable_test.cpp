@@ -4,7 +4,7 @@
 #include <string>
 
 #include "boundary/Ids.h"
-#include "support/ReplyingMessageBox.h"
+#include "support/Recording.h"
 #include "workbench/UserPromptTableService.h"
 
 namespace
@@ -18,45 +18,41 @@ using AskMethod = HRESULT (IQUserPromptTable::*)(Guid, const std::string&, Varia
 
 TEST(PromptTable, AsksOnlyWhileEnabledAndAnswersYesWhenNot)
 {
-    enum class State { Enabled, Disabled, Unknown };
+    // state: 'e' enabled, 'd' disabled, 'u' no such key; reply: what the message box answers.
     struct Case {
-        AskMethod method;
-        State state;
-        VariantBool reply; // what the message box answers
+        char state;
+        VariantBool reply;
         HRESULT expected;
         VariantBool answer;
     };
-    for (AskMethod method : {&IQUserPromptTable::AskYesNo, &IQUserPromptTable::AskYesNoReload}) {
-        const Case cases[] = {{method, State::Enabled, VARIANT_TRUE, S_OK, VARIANT_TRUE},
-                              {method, State::Enabled, VARIANT_FALSE, S_OK, VARIANT_FALSE},
-                              {method, State::Disabled, VARIANT_FALSE, S_OK, VARIANT_TRUE},
-                              {method, State::Unknown, VARIANT_TRUE, E_FAIL, VARIANT_FALSE}};
+    const Case cases[] = {{'e', VARIANT_TRUE, S_OK, VARIANT_TRUE},
+                          {'e', VARIANT_FALSE, S_OK, VARIANT_FALSE},
+                          {'d', VARIANT_FALSE, S_OK, VARIANT_TRUE},
+                          {'u', VARIANT_TRUE, E_FAIL, VARIANT_FALSE}};
+    for (AskMethod method : {&IQUserPromptTable::AskYesNo, &IQUserPromptTable::AskYesNoReload})
         for (const auto& c : cases) {
-            ReplyingMessageBox box;
+            RecordingMessageBox box;
             box.reply = c.reply;
             UserPromptTableService table(&box);
             Guid key = kUnknownKey;
-            if (c.state != State::Unknown) {
-                ASSERT_EQ(table.AddPrompt(kOwner, "reload", ToVariantBool(c.state == State::Enabled), key),
-                          S_OK);
+            if (c.state != 'u') {
+                ASSERT_EQ(table.AddPrompt(kOwner, "reload", ToVariantBool(c.state == 'e'), key), S_OK);
             }
             VariantBool answer = 0x1234;
             IQUserPromptTable& asInterface = table;
-            EXPECT_EQ((asInterface.*c.method)(key, "Reload the file?", answer), c.expected);
+            EXPECT_EQ((asInterface.*method)(key, "Reload the file?", answer), c.expected);
             EXPECT_EQ(answer, c.answer);
-            const bool asked = c.state == State::Enabled;
-            ASSERT_EQ(box.questions.size(), asked ? 1u : 0u);
-            if (asked) {
-                EXPECT_EQ(box.questions[0].text, "Reload the file?");
-                EXPECT_EQ(box.questions[0].defaultAnswer, VARIANT_TRUE);
-            }
+            const bool asked = c.state == 'e';
+            EXPECT_EQ(box.shown,
+                      asked ? std::vector<std::string>{"Reload the file?"} : std::vector<std::string>{});
+            EXPECT_EQ(box.defaults,
+                      asked ? std::vector<VariantBool>{VARIANT_TRUE} : std::vector<VariantBool>{});
         }
-    }
 }
 
 TEST(PromptTable, KeysAreUniqueAndNeverNull)
 {
-    ReplyingMessageBox box;
+    RecordingMessageBox box;
     UserPromptTableService table(&box);
     std::set<std::string> keys;
     for (int i = 0; i < 300; ++i) {
@@ -70,7 +66,7 @@ TEST(PromptTable, KeysAreUniqueAndNeverNull)
 
 TEST(PromptTable, EnableListDeleteAndRemoveAllOfOwner)
 {
-    ReplyingMessageBox box;
+    RecordingMessageBox box;
     UserPromptTableService table(&box);
     Guid a, b, c, unchanged = kUnknownKey;
     EXPECT_EQ(table.AddPrompt(kOwner, "", VARIANT_TRUE, unchanged), E_INVALIDARG);

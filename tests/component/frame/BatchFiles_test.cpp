@@ -3,16 +3,14 @@
 // batch files run.
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 
 #include "boundary/ComUtils.h"
 #include "boundary/interfaces/Command.h"
 #include "component/memory/CMemoryManager.h"
 #include "support/StateFixture.h"
+#include "support/TempFolder.h"
 
 namespace fs = std::filesystem;
 
@@ -36,14 +34,12 @@ struct RecordingCommandLine : IQCommandLineService {
 
 struct BatchFiles : StateFixture {
     RecordingCommandLine commandLine;
-    fs::path dir;
+    TempFolder folder;
+    const fs::path dir = folder.Path();
     fs::path startDir = fs::current_path();
 
     void SetUp() override
     {
-        char pattern[] = "/tmp/tessel-batch-XXXXXX";
-        ASSERT_NE(mkdtemp(pattern), nullptr);
-        dir = pattern;
         registry.Provide(Ids::CommandLineService, &commandLine);
         StartSession();
     }
@@ -51,13 +47,8 @@ struct BatchFiles : StateFixture {
     {
         fs::current_path(startDir);
         state->Terminate(1);
-        fs::remove_all(dir);
     }
-    std::string File(const std::string& name)
-    {
-        std::ofstream(dir / name) << "help\n";
-        return (dir / name).string();
-    }
+    std::string File(const std::string& name) { return folder.WriteFile(name, "help\n"); }
     int32_t BatchState()
     {
         int32_t v = -1;

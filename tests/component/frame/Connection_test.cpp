@@ -221,7 +221,7 @@ TEST_F(Connection, InitialiseAsksFirstAndKeepsTheCommands)
     prompts.answerYes = false;
     log.clear();
     state->InitialiseTarget();
-    EXPECT_EQ(recorder.lines, (std::vector<std::string>{"initialize"}));
+    EXPECT_EQ(recorder.Lines(), (std::vector<std::string>{"initialize"}));
     EXPECT_EQ(Calls(),
               (CallLog{"AskYesNo 'Initialize Target' Are you sure you want to initialize the target?"}))
         << "no means nothing happens";

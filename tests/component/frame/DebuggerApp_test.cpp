@@ -5,6 +5,7 @@
 
 #include "component/frame/CDebuggerApp.h"
 #include "support/StateFixture.h"
+#include "workbench/ComponentRegistrar.h"
 
 extern "C" {
 HRESULT GetComponentVersion(int32_t* major, int32_t* minor);
@@ -32,11 +33,14 @@ TEST_F(AppTest, VersionAndRegistration)
     int32_t major = -1, minor = -1;
     EXPECT_EQ(GetComponentVersion(&major, &minor), S_OK);
     EXPECT_EQ(major * 10 + minor, 10);
-    RecordingRegistrar registrar;
+    ComponentRegistrar registrar;
     EXPECT_EQ(LibraryRegister2(&registrar), S_OK);
-    EXPECT_EQ(registrar.log,
-              (CallLog{"RegisterComponent 'Tessel Debugger' 1 [SessionDataType] 0 1 0 Component",
-                       "RegisterDataType 'Generic DYX Session' 1 1 0 SessionDataType"}));
+    ASSERT_EQ(registrar.Components().size(), 1u);
+    EXPECT_EQ(registrar.NameOf(Ids::Component), "Tessel Debugger");
+    EXPECT_EQ(registrar.Components()[0].dataTypes, std::vector<Guid>{Ids::SessionDataType});
+    ASSERT_EQ(registrar.DataTypes().size(), 1u);
+    EXPECT_EQ(registrar.DataTypes()[0].name + " " + IdName(registrar.DataTypes()[0].id),
+              "Generic DYX Session SessionDataType");
     EXPECT_EQ(LibraryRegister2(nullptr), S_OK);
 }
 

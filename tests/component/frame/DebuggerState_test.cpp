@@ -86,7 +86,7 @@ TEST_F(DebuggerState, TerminateGivesEverythingBackInReverse)
     // hold, so an empty registry proves every pointer matched.
     EXPECT_EQ(registry.ServiceCount(), fixtureServices) << "only the fixture's own services remain";
     EXPECT_EQ(registry.ProviderCount(), 0u);
-    EXPECT_TRUE(errors.texts.empty());
+    EXPECT_EQ(errors.Size(), 0u);
     EXPECT_EQ(state->GetLabels(), nullptr);
     EXPECT_EQ(state->GetMemory(), nullptr);
     EXPECT_EQ(state->GetRegistry(), nullptr);
@@ -189,28 +189,28 @@ TEST_F(DebuggerState, RadixIsRecordedAsACommandOnlyWhenItChanges)
 {
     ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
     state->SetRadix(16);
-    EXPECT_TRUE(recorder.lines.empty());
+    EXPECT_TRUE(recorder.Lines().empty());
     EXPECT_EQ(evaluator.sets, 0);
     for (auto [radix, word] : {std::pair{2, "bin"}, {8, "oct"}, {10, "dec"}, {16, "hex"}}) {
         state->SetRadix(radix);
-        EXPECT_EQ(recorder.lines.back(), std::string("radix ") + word);
+        EXPECT_EQ(recorder.Lines().back(), std::string("radix ") + word);
         EXPECT_EQ(evaluator.radix, radix);
     }
     state->SetRadix(7);
     EXPECT_EQ(evaluator.radix, 16) << "no such radix: nothing changes";
-    recorder.logging = false;
+    recorder.SetLogging(false);
     state->SetRadix(2);
-    EXPECT_EQ(recorder.lines.size(), 4u);
+    EXPECT_EQ(recorder.Lines().size(), 4u);
     EXPECT_EQ(evaluator.radix, 2) << "with the log off the radix still changes";
 
     // In the function family the session's own evaluator holds the radix.
     state->SelectPlatformMode("pdsim");
-    recorder.logging = true;
+    recorder.SetLogging(true);
     state->SetRadix(10);
     int32_t radix = 0;
     state->GetEvaluator()->GetRadix(radix);
     EXPECT_EQ(radix, 10);
-    EXPECT_EQ(recorder.lines.back(), "radix dec");
+    EXPECT_EQ(recorder.Lines().back(), "radix dec");
     EXPECT_EQ(log.back(), "Broadcast {34553FBB-CBBF-4EF1-BBAA-5C29633BF835}");
     state->Terminate(1);
 }

@@ -45,22 +45,6 @@ TEST(DllResource, ChecksTypeThenVersionsAsNumbersAndProductAsText)
     }
 }
 
-TEST(DllResource, ReadsTheVersionsOfAGoodModule)
-{
-    std::string error;
-    auto module = CDllResource::Load(Resmod("good"), error);
-    ASSERT_TRUE(module) << error;
-    EXPECT_EQ(module->InterfaceVersionText(), "1.0");
-    EXPECT_EQ(module->OrdinalVersionText(), "1");
-    EXPECT_TRUE(module->InterfaceAtLeast(0, 9));
-    EXPECT_TRUE(module->InterfaceAtLeast(1, 0));
-    EXPECT_FALSE(module->InterfaceAtLeast(1, 1));
-    EXPECT_TRUE(module->InterfaceEquals(1, 0));
-    int32_t major = 0, minor = 0;
-    EXPECT_TRUE(CDllResource::ReadInterfaceVersionOf(module->Handle(), major, minor));
-    EXPECT_EQ(major, 1);
-}
-
 TEST(DllResource, TooSmallBufferIsRetriedOnceWithAClearedBufferOfTheNamedSize)
 {
     std::string file = Resmod("smallbuffer");
@@ -78,12 +62,17 @@ TEST(DllResource, TooSmallBufferIsRetriedOnceWithAClearedBufferOfTheNamedSize)
     EXPECT_EQ(module->ProductVersion(), "1.0");
 }
 
-TEST(DllResource, InstalledModuleIsTheSourceOfTextsUntilItGoes)
+TEST(DllResource, InstalledModuleTellsItsVersionsAndIsTheSourceOfTextsUntilItGoes)
 {
     ASSERT_EQ(StringTable::Load(57640), "Tessel Debugger");
     std::string error;
     auto module = CDllResource::Load(Resmod("good"), error);
     ASSERT_TRUE(module);
+    EXPECT_EQ(module->InterfaceVersionText(), "1.0");
+    EXPECT_EQ(module->OrdinalVersionText(), "1");
+    EXPECT_TRUE(module->InterfaceAtLeast(0, 9) && module->InterfaceAtLeast(1, 0) &&
+                module->InterfaceEquals(1, 0));
+    EXPECT_FALSE(module->InterfaceAtLeast(1, 1));
     EXPECT_EQ(StringTable::Load(57640), "Tessel Debugger (from module)");
     // A number the module lacks falls back on the component's own table.
     EXPECT_EQ(StringTable::Load(5051), "Load Program");

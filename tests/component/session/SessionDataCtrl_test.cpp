@@ -2,13 +2,13 @@
 // error texts.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 
 #include "component/frame/CDllResource.h"
 #include "component/frame/ErrorTexts.h"
 #include "component/session/CDyxSessionDataCtrl.h"
 #include "support/StateFixture.h"
+#include "support/TempFolder.h"
 
 namespace fs = std::filesystem;
 
@@ -18,19 +18,10 @@ namespace
 struct SessionCtrl : StateFixture {
     std::unique_ptr<CDyxSessionDataCtrl> ctrl =
         std::make_unique<CDyxSessionDataCtrl>(*state, state->GetRunner());
-    fs::path temp;
+    TempFolder folder;
+    const fs::path temp = folder.Path();
 
-    void SetUp() override
-    {
-        char pattern[] = "/tmp/tessel-ctrl-XXXXXX";
-        ASSERT_NE(mkdtemp(pattern), nullptr);
-        temp = pattern;
-    }
-    void TearDown() override
-    {
-        CDyxSessionDataCtrl::OverrideModulePath(std::nullopt);
-        fs::remove_all(temp);
-    }
+    void TearDown() override { CDyxSessionDataCtrl::OverrideModulePath(std::nullopt); }
     void Start()
     {
         ASSERT_EQ(state->Initialise(&registry, 1), S_OK);
@@ -78,20 +69,21 @@ TEST_F(SessionCtrl, InstallsTheModuleThenRegistersQuestionsInOrder)
 
 TEST_F(SessionCtrl, ErrorTableKeepsATextAnotherComponentEnteredFirst)
 {
-    errors.texts[static_cast<HRESULT>(0x80040901u)] = "Another component's syntax error";
+    const HRESULT taken = static_cast<HRESULT>(0x80040901u);
+    errors.AddText(taken, "Another component's syntax error");
     Start();
     // The rows, and the memory manager's own text for a refused access.
-    EXPECT_EQ(errors.texts.size(), ErrorTexts::RowCount() + 1);
-    EXPECT_EQ(errors.adds, static_cast<int>(ErrorTexts::RowCount()) - 1);
-    EXPECT_EQ(errors.texts[static_cast<HRESULT>(0x80040901u)], "Another component's syntax error");
+    EXPECT_EQ(errors.Size(), ErrorTexts::RowCount() + 1);
     std::string text;
+    EXPECT_EQ(errors.GetText(taken, text), S_OK);
+    EXPECT_EQ(text, "Another component's syntax error");
     EXPECT_EQ(state->GetErrorText(static_cast<HRESULT>(0x80041013u), text), S_OK);
     EXPECT_EQ(text, "Undefined symbol");
     EXPECT_LT(state->GetErrorText(0x1234, text), 0) << "a code with no row has no text";
 
     Stop();
-    ASSERT_EQ(errors.texts.size(), 1u) << "only what this component entered is removed";
-    EXPECT_EQ(errors.texts.begin()->second, "Another component's syntax error");
+    EXPECT_EQ(errors.Size(), 1u) << "only what this component entered is removed";
+    EXPECT_EQ(errors.GetText(taken, text), S_OK);
 }
 
 TEST_F(SessionCtrl, TwoSessionsShareTheTextsUntilTheLastLeaves)
@@ -101,12 +93,11 @@ TEST_F(SessionCtrl, TwoSessionsShareTheTextsUntilTheLastLeaves)
     CDyxSessionDataCtrl secondCtrl(second, second.GetRunner());
     ASSERT_EQ(second.Initialise(&registry, 1), S_OK);
     ASSERT_EQ(secondCtrl.Initialise(&registry, 1), S_OK);
-    EXPECT_EQ(errors.adds, 101) << "the second session finds every text in place";
     Stop();
-    EXPECT_EQ(errors.texts.size(), 102u) << "the rows and the second manager's text stay";
+    EXPECT_EQ(errors.Size(), 102u) << "the rows and the second manager's text stay";
     second.Terminate(1);
     secondCtrl.Terminate(1);
-    EXPECT_TRUE(errors.texts.empty());
+    EXPECT_EQ(errors.Size(), 0u);
 }
 
 struct BadModuleCase {
@@ -127,14 +118,15 @@ TEST_F(SessionCtrl, AMissingOrWrongModuleIsReportedAndTheSessionRunsOnOwnTexts)
         fs::remove(temp / "DebuggerExtRes.dll");
         PretendComponentBeside(c.module);
         messages.shown.clear();
-        errors.texts.clear();
         Start();
         std::string expected = c.message;
         if (auto at = expected.find("%s"); at != std::string::npos)
             expected.replace(at, 2, (temp / "DebuggerExtRes.dll").string());
         EXPECT_EQ(messages.shown, (std::vector<std::string>{expected}));
         EXPECT_EQ(ctrl->Resource(), nullptr);
-        EXPECT_EQ(errors.texts[static_cast<HRESULT>(0x80040904u)], "Divide by zero");
+        std::string text;
+        EXPECT_EQ(errors.GetText(static_cast<HRESULT>(0x80040904u), text), S_OK);
+        EXPECT_EQ(text, "Divide by zero");
         EXPECT_EQ(prompts.names.rbegin()->second, "Command batch file does not exist");
         Stop();
     }

@@ -140,9 +140,7 @@ TEST(StorePersistence, AnUnusableFileGivesAClearMessageAndTheStoreWorksInMemory)
     SettingsStore store(file);
     EXPECT_TRUE(store.InMemory());
     const std::string& message = store.LastError();
-    EXPECT_EQ(message.rfind("Cannot open the store '" + file.string() + "': the file is not a database", 0),
-              0u)
-        << message;
+    EXPECT_EQ(message.rfind("Cannot open the store '" + file.string() + "'", 0), 0u) << message;
     EXPECT_NE(message.find("kept in memory for this session"), std::string::npos) << message;
     WriteEverything(store);
     CheckEverything(store);

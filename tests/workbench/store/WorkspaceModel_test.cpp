@@ -55,22 +55,6 @@ TEST(WorkspaceModel, TakesItsNameFromTheFolderHoweverItIsWritten)
     }
 }
 
-TEST(WorkspaceModel, ListsInOrderOfAdditionKeepingTheSpellingAndIgnoringCase)
-{
-    WorkspaceModel model;
-    std::string error;
-    ASSERT_TRUE(model.AddProject("Blinky", error)) << error;
-    ASSERT_TRUE(model.AddConfiguration("BLINKY", "Release", error)) << error;
-    ASSERT_TRUE(model.AddSession("blinky", "Flash", error)) << error;
-    ASSERT_TRUE(model.AddSession("Blinky", "RAM", error)) << error;
-    EXPECT_EQ(model.Projects(), (Names{"default", "Blinky"}));
-    EXPECT_EQ(model.Configurations("bLiNkY"), (Names{"Debug", "Release"}));
-    EXPECT_EQ(model.Sessions("blinky"), (Names{"default", "Flash", "RAM"}));
-    EXPECT_EQ(model.Configurations("nowhere"), Names{});
-    ASSERT_TRUE(model.SetActive("BLINKY", "release", "flash", error)) << error;
-    EXPECT_EQ(model.Active(), (ActiveSession{"", "Blinky", "Release", "Flash"}));
-}
-
 TEST(NameRules, RefuseNamesThatAreEmptyLongBrokenOrHoldControlsOrSeparators)
 {
     const std::string controls = "The x name may not hold control characters",
@@ -145,24 +129,32 @@ TEST(WorkspaceModel, RefusalSaysWhyAndChangesNothing)
     }
 }
 
-TEST(WorkspaceModel, EverythingIsThereWhenTheFolderIsOpenedAgain)
+// Lists keep the order of addition and the first spelling; names are found
+// without regard to case; all of it is there when the folder is opened again.
+TEST(WorkspaceModel, ListsInOrderOfAdditionIgnoringCaseAndKeepsThemForTheNextOpening)
 {
     TempFolder dir;
     std::string error;
+    auto check = [](WorkspaceModel& model) {
+        EXPECT_EQ(model.Projects(), (Names{"default", "Blinky"}));
+        EXPECT_EQ(model.Configurations("bLiNkY"), (Names{"Debug", "Release"}));
+        EXPECT_EQ(model.Sessions("blinky"), (Names{"default", "Flash", "RAM"}));
+        EXPECT_EQ(model.Configurations("nowhere"), Names{});
+        EXPECT_EQ(model.Active(), (ActiveSession{"ws", "Blinky", "Release", "Flash"}));
+    };
     {
         WorkspaceModel model;
         ASSERT_TRUE(model.Open(dir / "ws", error)) << error;
         ASSERT_TRUE(model.AddProject("Blinky", error)) << error;
-        ASSERT_TRUE(model.AddConfiguration("Blinky", "Release", error)) << error;
-        ASSERT_TRUE(model.AddSession("Blinky", "Flash", error)) << error;
-        ASSERT_TRUE(model.SetActive("blinky", "RELEASE", "flash", error)) << error;
+        ASSERT_TRUE(model.AddConfiguration("BLINKY", "Release", error)) << error;
+        ASSERT_TRUE(model.AddSession("blinky", "Flash", error)) << error;
+        ASSERT_TRUE(model.AddSession("Blinky", "RAM", error)) << error;
+        ASSERT_TRUE(model.SetActive("BLINKY", "release", "flash", error)) << error;
+        check(model);
     }
     WorkspaceModel model;
     ASSERT_TRUE(model.Open(dir / "ws", error)) << error;
-    EXPECT_EQ(model.Projects(), (Names{"default", "Blinky"}));
-    EXPECT_EQ(model.Configurations("Blinky"), (Names{"Debug", "Release"}));
-    EXPECT_EQ(model.Sessions("Blinky"), (Names{"default", "Flash"}));
-    EXPECT_EQ(model.Active(), (ActiveSession{"ws", "Blinky", "Release", "Flash"}));
+    check(model);
 }
 
 // The file is what it is: a hand edit or another release may leave rows the
