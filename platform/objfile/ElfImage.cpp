@@ -89,10 +89,21 @@ HRESULT ElfImage::Parse()
         return OE_MODULE_NOT_ABSOLUTE;
     if (header.e_entry > 0xFFFFFFFFu)
         return OE_MODULE_FORMAT;
+    size_t sections = 0, headers = 0;
+    if (elf_getshdrnum(elf_.get(), &sections) != 0 || elf_getphdrnum(elf_.get(), &headers) != 0 ||
+        !InFile(header.e_shoff, sections, header.e_shentsize) ||
+        !InFile(header.e_phoff, headers, header.e_phentsize) || (header.e_shoff != 0 && sections == 0))
+        return OE_MODULE_FORMAT;
     entry_ = static_cast<uint32_t>(header.e_entry);
     bigEndian_ = header.e_ident[EI_DATA] == ELFDATA2MSB;
     HRESULT hr = ReadSegments();
     return Failed(hr) ? hr : ReadSymbols();
+}
+
+bool ElfImage::InFile(uint64_t offset, uint64_t count, uint64_t entrySize) const
+{
+    return count == 0 ||
+           (offset <= file_.size() && entrySize != 0 && count <= (file_.size() - offset) / entrySize);
 }
 
 HRESULT ElfImage::ReadSegments()
@@ -111,6 +122,7 @@ HRESULT ElfImage::ReadSegments()
             return OE_MODULE_FORMAT;
         LoadSegment segment;
         segment.address = static_cast<uint32_t>(ph.p_paddr);
+        segment.virtualAddress = static_cast<uint32_t>(ph.p_vaddr);
         segment.memSize = static_cast<uint32_t>(ph.p_memsz);
         segment.bytes.assign(file_.begin() + static_cast<std::ptrdiff_t>(ph.p_offset),
                              file_.begin() + static_cast<std::ptrdiff_t>(ph.p_offset + ph.p_filesz));
@@ -166,7 +178,8 @@ bool ElfImage::HasSection(const std::string& name) const
     size_t names = 0;
     if (!elf_ || elf_getshdrstrndx(elf_.get(), &names) != 0)
         return false;
-    for (Elf_Scn* scn = elf_nextscn(elf_.get(), nullptr); scn != nullptr; scn = elf_nextscn(elf_.get(), scn)) {
+    for (Elf_Scn* scn = elf_nextscn(elf_.get(), nullptr); scn != nullptr;
+         scn = elf_nextscn(elf_.get(), scn)) {
         GElf_Shdr sh;
         const char* text = gelf_getshdr(scn, &sh) ? elf_strptr(elf_.get(), names, sh.sh_name) : nullptr;
         if (text != nullptr && name == text)

@@ -12,6 +12,7 @@ struct Elf;
 // holds for it, then memSize - bytes.size() zero bytes.
 struct LoadSegment {
     uint32_t address = 0;
+    uint32_t virtualAddress = 0; // where the program sees it at run time
     uint32_t memSize = 0;
     std::vector<uint8_t> bytes;
 };
@@ -49,6 +50,7 @@ private:
         void operator()(Elf* elf) const;
     };
     HRESULT Parse();
+    bool InFile(uint64_t offset, uint64_t count, uint64_t entrySize) const;
     HRESULT ReadSegments();
     HRESULT ReadSymbols();
     void Clear();

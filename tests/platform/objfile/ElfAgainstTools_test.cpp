@@ -12,8 +12,6 @@
 namespace
 {
 
-const std::string Firmware = std::string(TESSEL_FIRMWARE_DIR) + "/sensors.elf";
-
 std::string ToolOutput(const std::string& command)
 {
     std::string out;
@@ -25,19 +23,23 @@ std::string ToolOutput(const std::string& command)
     return out;
 }
 
-class ElfAgainstTools : public ::testing::Test
+// The same firmware in both byte orders.
+class ElfAgainstTools : public ::testing::TestWithParam<const char*>
 {
 protected:
+    const std::string Firmware = std::string(TESSEL_FIRMWARE_DIR) + "/" + GetParam();
+
     void SetUp() override
     {
         ASSERT_EQ(image.Open(Firmware), S_OK);
         ASSERT_EQ(debug.Read(image), S_OK);
+        EXPECT_EQ(image.BigEndian(), Firmware.find("-be") != std::string::npos);
     }
     ElfImage image;
     DebugData debug;
 };
 
-TEST_F(ElfAgainstTools, LoadSegmentsAsReadelfShowsThem)
+TEST_P(ElfAgainstTools, LoadSegmentsAsReadelfShowsThem)
 {
     std::set<std::tuple<uint32_t, uint32_t, uint32_t>> expected, seen;
     std::istringstream lines(ToolOutput("arm-none-eabi-readelf -lW " + Firmware));
@@ -54,7 +56,7 @@ TEST_F(ElfAgainstTools, LoadSegmentsAsReadelfShowsThem)
     EXPECT_EQ(seen, expected);
 }
 
-TEST_F(ElfAgainstTools, SymbolsAsNmListsThem)
+TEST_P(ElfAgainstTools, SymbolsAsNmListsThem)
 {
     std::multiset<std::pair<std::string, uint32_t>> expected, seen;
     std::istringstream lines(ToolOutput("arm-none-eabi-nm " + Firmware));
@@ -75,7 +77,7 @@ TEST_F(ElfAgainstTools, SymbolsAsNmListsThem)
     EXPECT_EQ(seen, expected);
 }
 
-TEST_F(ElfAgainstTools, LineTableAgreesWithAddr2lineOnEveryRow)
+TEST_P(ElfAgainstTools, LineTableAgreesWithAddr2lineOnEveryRow)
 {
     const auto addresses = debug.RowAddresses();
     ASSERT_GT(addresses.size(), 10u);
@@ -99,7 +101,7 @@ TEST_F(ElfAgainstTools, LineTableAgreesWithAddr2lineOnEveryRow)
     }
 }
 
-TEST_F(ElfAgainstTools, FunctionsVariablesAndFilesOfTheFirmware)
+TEST_P(ElfAgainstTools, FunctionsVariablesAndFilesOfTheFirmware)
 {
     const FunctionRange* sample = debug.FindFunction("sensor_sample");
     ASSERT_NE(sample, nullptr);
@@ -124,5 +126,7 @@ TEST_F(ElfAgainstTools, FunctionsVariablesAndFilesOfTheFirmware)
     EXPECT_TRUE(names.count("sensors.c") && names.count("sensor.c"));
     EXPECT_FALSE(debug.LineAddresses("sensor.c", 10).empty());
 }
+
+INSTANTIATE_TEST_SUITE_P(ByteOrders, ElfAgainstTools, ::testing::Values("sensors.elf", "sensors-be.elf"));
 
 } // namespace
