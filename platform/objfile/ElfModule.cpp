@@ -16,21 +16,24 @@ bool Cancelled(IQTCPObject* task)
     return Succeeded(task->GetStatus(status)) && status == TASK_CANCELLED;
 }
 
-constexpr HRESULT VerifyFailed = MakeResult(0x80042022u);
-
 } // namespace
 
 HRESULT ElfModule::QueryInterface(const Guid& iid, void** out)
 {
+    if (out == nullptr)
+        return E_POINTER;
+    *out = nullptr;
     if (iid == Ids::IUnknown || iid == Ids::IQModuleLoader)
-        return AnswerFrom({iid}, iid, static_cast<IQModuleLoader*>(this), out);
-    if (iid == Ids::IQDebugInfo)
-        return AnswerFrom({iid}, iid, static_cast<IQDebugInfo*>(this), out);
-    if (iid == Ids::IQLineTable)
-        return AnswerFrom({iid}, iid, static_cast<IQLineTable*>(this), out);
-    if (iid == Ids::IQModuleVariables)
-        return AnswerFrom({iid}, iid, static_cast<IQModuleVariables*>(this), out);
-    return AnswerFrom({Ids::IQErrorReporter}, iid, static_cast<IQErrorReporter*>(this), out);
+        *out = static_cast<IQModuleLoader*>(this);
+    else if (iid == Ids::IQDebugInfo)
+        *out = static_cast<IQDebugInfo*>(this);
+    else if (iid == Ids::IQLineTable)
+        *out = static_cast<IQLineTable*>(this);
+    else if (iid == Ids::IQModuleVariables)
+        *out = static_cast<IQModuleVariables*>(this);
+    else if (iid == Ids::IQErrorReporter)
+        *out = static_cast<IQErrorReporter*>(this);
+    return *out != nullptr ? S_OK : E_NOINTERFACE;
 }
 
 HRESULT ElfModule::Finish(IQTCPObject* task, HRESULT code)
@@ -133,7 +136,7 @@ HRESULT ElfModule::Verify(IQTCPObject* task)
     HRESULT hr = OpenFile(task, image);
     auto* memory = GetServiceAs<IQPlatformMemory>(registry_, Ids::IQPlatformMemory);
     if (Failed(hr) || memory == nullptr)
-        return Finish(task, Failed(hr) ? hr : MakeResult(0x80043092u));
+        return Finish(task, Failed(hr) ? hr : OE_READ_FAILED);
     uint32_t offset = 0;
     if (program_ != nullptr)
         program_->GetOffset(offset);
@@ -146,9 +149,9 @@ HRESULT ElfModule::Verify(IQTCPObject* task)
         const TargetAddress start = segment.address + offset;
         if (Failed(memory->Read(start, start.WrappingAdd(static_cast<uint32_t>(target.size()) - 1),
                                 target.data())))
-            return Finish(task, MakeResult(0x80043092u));
+            return Finish(task, OE_READ_FAILED);
         if (target != segment.bytes)
-            return Finish(task, VerifyFailed);
+            return Finish(task, OE_VERIFY_FAILED);
     }
     return Finish(task, S_OK);
 }
@@ -178,8 +181,10 @@ HRESULT ElfModule::ListFunctions(IQFunctionList* list)
     if (list == nullptr || Failed(list->GetName(name)))
         return E_POINTER;
     bool found = false;
+    if (!hasDebug_)
+        return OE_FUNCTION_NOT_FOUND;
     for (const FunctionRange& f : debug_.Functions())
-        if (hasDebug_ && f.name == name) {
+        if (f.name == name) {
             list->AddFunction(f.name, f.start);
             found = true;
         }
@@ -267,6 +272,5 @@ HRESULT ElfModule::GetVariable(const std::string& name, uint32_t& size, std::str
 
 HRESULT ElfModule::GetErrorText(HRESULT code, std::string& text)
 {
-    text = ObjectCodeText(code);
-    return text.empty() ? E_FAIL : S_OK;
+    return ObjectErrorText(code, text);
 }

@@ -33,6 +33,5 @@ HRESULT ElfReader::DestroyModule(IUnknown* handle)
 
 HRESULT ElfReader::GetErrorText(HRESULT code, std::string& text)
 {
-    text = ObjectCodeText(code);
-    return text.empty() ? E_FAIL : S_OK;
+    return ObjectErrorText(code, text);
 }

@@ -27,6 +27,10 @@ std::string ObjectCodeText(HRESULT code)
         return "Not found";
     case OE_USER_ABORTED:
         return "User aborted";
+    case OE_VERIFY_FAILED:
+        return "Verify failed";
+    case OE_READ_FAILED:
+        return "Can not read memory";
     case OE_WRITE_FAILED:
         return "Can not write memory";
     case QE_NOT_IMPLEMENTED:
@@ -34,4 +38,10 @@ std::string ObjectCodeText(HRESULT code)
     default:
         return {};
     }
+}
+
+HRESULT ObjectErrorText(HRESULT code, std::string& text)
+{
+    text = ObjectCodeText(code);
+    return text.empty() ? E_FAIL : S_OK;
 }

@@ -144,6 +144,18 @@ TEST_F(ElfReaderFace, LoadWritesTheSegmentsReportsAreasLabelsAndAnswersForItsDeb
     EXPECT_EQ(holds, 0);
 }
 
+TEST_F(ElfReaderFace, VerifyComparesTheFileWithTheTarget)
+{
+    ASSERT_EQ(loader->Load(&task, 3), S_OK);
+    task = TaskRecord();
+    EXPECT_EQ(loader->Verify(&task), S_OK);
+    EXPECT_EQ(task.status, TASK_DONE);
+    memory.Poke(0x08000004, {static_cast<uint8_t>(memory.ByteAt(0x08000004) ^ 0x80)});
+    task = TaskRecord();
+    EXPECT_EQ(loader->Verify(&task), OE_VERIFY_FAILED);
+    EXPECT_EQ(task.status, TASK_FAILED);
+}
+
 TEST_F(ElfReaderFace, DebugDataOnlyTouchesNoMemoryAndGivesVariablesAsTheFileSetsThem)
 {
     registry.Provide(Ids::IQPlatformMemory, nullptr);
