@@ -56,8 +56,11 @@ HRESULT ElfModule::Load(IQTCPObject* task, int32_t mode)
 {
     if (task == nullptr)
         return E_POINTER;
+    // What an earlier load left counts no more, whatever this one gives.
     hasDebug_ = false;
     loaded_.clear();
+    if (program_ != nullptr && (mode & 2) != 0)
+        program_->ClearAreas();
     ElfImage image;
     HRESULT hr = OpenFile(task, image);
     DebugData debug;
@@ -90,8 +93,6 @@ HRESULT ElfModule::WriteSegments(IQTCPObject* task, const ElfImage& image, uint3
     auto* memory = GetServiceAs<IQPlatformMemory>(registry_, Ids::IQPlatformMemory);
     if (memory == nullptr)
         return OE_WRITE_FAILED;
-    if (program_ != nullptr)
-        program_->ClearAreas();
     uint32_t done = 0;
     for (const LoadSegment& segment : image.Segments()) {
         if (Cancelled(task))
