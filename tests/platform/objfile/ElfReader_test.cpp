@@ -1,5 +1,6 @@
 // The reader as the platform hands it out: through the factory, with a task,
 // a program and the target's memory; and what it does with bad files.
+#include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
@@ -246,6 +247,30 @@ TEST(ElfErrors, EachDamageGivesItsCodeAndText)
         EXPECT_TRUE(image.Segments().empty() && image.Symbols().empty()) << c.what;
         EXPECT_EQ(ObjectCodeText(c.code), c.text) << c.what;
     }
+}
+
+// The 64-bit container of the same firmware, as the host's objcopy makes it
+// (it leaves the machine empty), reads as the 32-bit original.
+TEST(ElfErrors, Elf64CopyReadsAsTheOriginal)
+{
+    const std::string copy = testing::TempDir() + "/sensors64.elf";
+    ASSERT_EQ(std::system(("objcopy -I elf32-little -O elf64-little " + Firmware + " " + copy).c_str()), 0);
+    std::ifstream in(copy, std::ios::binary);
+    std::vector<uint8_t> bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    ASSERT_GT(bytes.size(), 20u);
+    bytes[18] = 40; // EM_ARM
+    ElfImage wide, narrow;
+    DebugData wideDebug, narrowDebug;
+    ASSERT_EQ(wide.OpenBytes(bytes), S_OK);
+    ASSERT_TRUE(narrow.Open(Firmware) == S_OK && narrowDebug.Read(narrow) == S_OK);
+    ASSERT_EQ(wideDebug.Read(wide), S_OK);
+    ASSERT_EQ(wide.Segments().size(), narrow.Segments().size());
+    for (size_t i = 0; i < wide.Segments().size(); ++i)
+        EXPECT_EQ(wide.Segments()[i].bytes, narrow.Segments()[i].bytes);
+    ASSERT_EQ(wide.Symbols().size(), narrow.Symbols().size());
+    for (size_t i = 0; i < wide.Symbols().size(); ++i)
+        EXPECT_EQ(wide.Symbols()[i].address, narrow.Symbols()[i].address) << narrow.Symbols()[i].name;
+    EXPECT_EQ(wideDebug.RowAddresses(), narrowDebug.RowAddresses());
 }
 
 // Truncated and bit-flipped copies: an error from the table, or a result that
