@@ -22,7 +22,8 @@ inline constexpr Guid IQProgram3 = "{4947CBAB-E6F4-47D5-ACAD-2029ADE6713B}"_guid
 inline constexpr Guid IQTC = "{4F3042EB-AC56-43C9-8233-727457F2E7BA}"_guid;
 inline constexpr Guid IQTCP = "{1CF8C010-3668-4AA9-ABC0-4F74A98FB901}"_guid;
 inline constexpr Guid IQTCPObject = "{6457AE49-A2CD-4D4F-8D15-C65F638805C2}"_guid;
-// Answered by whoever takes a module's labels during a load (the label manager).
+// Asked of the label manager service: takes the labels of the module being
+// loaded, with the manager's current module as their owner.
 inline constexpr Guid IQModuleLabelSink = "{5C0E4A61-7B2D-4F0E-9C41-3E8A2D6B1F07}"_guid;
 } // namespace Ids
 
