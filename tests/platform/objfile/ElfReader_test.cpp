@@ -71,11 +71,8 @@ struct LabelSinkRecord : IQModuleLabelSink {
         return AnswerFrom({Ids::IUnknown, Ids::IQModuleLabelSink}, iid, this, out);
     }
     TESSEL_NOT_REFCOUNTED
-    HRESULT AddModuleLabel(const std::string& name, TargetAddress address) override
-    {
-        return labels.push_back({name, address.Value()}), S_OK;
-    }
-    std::vector<std::pair<std::string, uint32_t>> labels;
+    HRESULT AddModuleLabel(const std::string&, TargetAddress) override { return ++count, S_OK; }
+    size_t count = 0;
 };
 
 class ElfReaderFace : public ::testing::Test
@@ -109,7 +106,7 @@ protected:
     IQModuleLoader* loader = nullptr;
 };
 
-TEST_F(ElfReaderFace, LoadWritesTheSegmentsReportsAreasLabelsAndAnswersForItsDebugData)
+TEST_F(ElfReaderFace, LoadWritesTheSegmentsReportsAreasLabelsAnswersForItsDebugDataAndVerifies)
 {
     ElfImage image;
     ASSERT_EQ(image.Open(Firmware), S_OK);
@@ -125,7 +122,7 @@ TEST_F(ElfReaderFace, LoadWritesTheSegmentsReportsAreasLabelsAndAnswersForItsDeb
         EXPECT_EQ(memory.Bytes(s.address, s.memSize), bytes);
     }
     EXPECT_EQ(program.areas, areas);
-    EXPECT_EQ(labels.labels.size(), image.Symbols().size());
+    EXPECT_EQ(labels.count, image.Symbols().size());
 
     TargetAddress main = 0, start = 0, end = 0;
     ASSERT_EQ(Face<IQLineTable>(Ids::IQLineTable)->FindFunction("main", main), S_OK);
@@ -141,16 +138,11 @@ TEST_F(ElfReaderFace, LoadWritesTheSegmentsReportsAreasLabelsAndAnswersForItsDeb
     uint16_t holds = 0, holdsNot = 1;
     EXPECT_TRUE(info->HoldsAddress(main, holds) == S_OK && info->HoldsAddress(0x40000000, holdsNot) == S_OK);
     EXPECT_EQ(std::make_pair(holds, holdsNot), std::make_pair(uint16_t{0xFFFF}, uint16_t{0}));
-}
 
-TEST_F(ElfReaderFace, VerifyComparesTheFileWithTheTarget)
-{
-    ASSERT_EQ(loader->Load(&task, 3), S_OK);
+    // Verify compares the file with the target, which differs after a poke.
     task = TaskRecord();
     EXPECT_EQ(loader->Verify(&task), S_OK);
-    EXPECT_EQ(task.status, TASK_DONE);
     memory.Poke(0x08000004, {static_cast<uint8_t>(memory.ByteAt(0x08000004) ^ 0x80)});
-    task = TaskRecord();
     EXPECT_EQ(loader->Verify(&task), OE_VERIFY_FAILED);
     EXPECT_EQ(task.status, TASK_FAILED);
 }
@@ -191,11 +183,11 @@ TEST_F(ElfReaderFace, FailureAndCancelFinishTheTaskOnceAndLeaveNothing)
         task = TaskRecord();
         task.status = c.presetStatus;
         memory.log.clear();
-        labels.labels.clear();
+        labels.count = 0;
         EXPECT_EQ(loader->Load(&task, 3), c.result) << c.path;
         EXPECT_EQ(task.status, c.status) << c.path;
         EXPECT_EQ(task.finished, 1) << c.path;
-        EXPECT_TRUE(memory.log.empty() && labels.labels.empty() && program.areas.empty()) << c.path;
+        EXPECT_TRUE(memory.log.empty() && labels.count == 0 && program.areas.empty()) << c.path;
         TargetAddress address = 0;
         EXPECT_EQ(Face<IQLineTable>(Ids::IQLineTable)->FindFunction("main", address), OE_FUNCTION_NOT_FOUND);
     }
