@@ -9,6 +9,7 @@
 #include "boundary/Ids.h"
 #include "boundary/interfaces/ObjectReader.h"
 #include "platform/catalog/DriverFactory.h"
+#include "platform/catalog/PlatformList.h"
 #include "platform/objfile/DebugData.h"
 #include "platform/objfile/ElfImage.h"
 #include "platform/objfile/ObjectCodes.h"
@@ -82,6 +83,8 @@ protected:
     {
         memory.RegisterIn(registry);
         registry.Provide(Ids::IQLabelManager, &labels);
+        int32_t index = -1;
+        ASSERT_EQ(PlatformList(table).FindReader("ELF", index), S_OK);
         ASSERT_EQ(factory.CheckReader("ELF", 0, 0), S_OK);
         IUnknown* object = nullptr;
         ASSERT_EQ(factory.CreateReader("Elf", &registry, 0, -1, 0, 0, &object), S_OK);
