@@ -3,6 +3,7 @@
 #include <type_traits>
 
 #include "platform/legacy/LegacyTargetDriver.h"
+#include "platform/objfile/ElfReader.h"
 #include "platform/simdriver/SimCpuDriver.h"
 #include "platform/simdriver/SimTargetDriver.h"
 
@@ -36,5 +37,9 @@ PlatformTable InstalledPlatforms()
     table.platforms.push_back(Simulator<SimTargetDriver>("simulator", "Cortex-M3", "cortex-m3"));
     table.platforms.push_back(Simulator<SimTargetDriver>("simulator-m4", "Cortex-M4", "cortex-m4"));
     table.platforms.push_back(Simulator<LegacyTargetDriver>("simulator-legacy", "Cortex-M3", "cortex-m3"));
+    table.readers.push_back({ElfReader::FormatName, "", [](IQServiceRegistry* registry) {
+                                 return std::unique_ptr<PlatformDriver>(
+                                     std::make_unique<ElfReader>(registry));
+                             }});
     return table;
 }

@@ -1,0 +1,109 @@
+#pragma once
+#include <cstdint>
+#include <string>
+
+#include "boundary/TargetAddress.h"
+#include "boundary/Unknown.h"
+
+// What an object reader and the module handles it makes offer, and what they
+// are handed: the program a module belongs to, and the task through which a
+// load reports progress and learns of a cancel.
+
+namespace Ids
+{
+inline constexpr Guid IQObjectReader = "{A849574E-DE13-11D3-8AF5-00AA0026624A}"_guid;
+inline constexpr Guid IQObjectReader2 = "{71F8A9D0-5355-4926-AB20-AF14ED5F4911}"_guid;
+inline constexpr Guid IQModuleLoader = "{F83B6980-1893-11D5-8BBC-F08CF2154371}"_guid;
+inline constexpr Guid IQDebugInfo = "{EC4C10B6-F454-416E-8E7A-4924A559AB53}"_guid;
+inline constexpr Guid IQLineTable = "{DD809377-8379-47B4-B9A9-1B9F2ECD987B}"_guid;
+inline constexpr Guid IQModuleVariables = "{80B94A20-1317-11D5-BC4E-006097BC78CC}"_guid;
+inline constexpr Guid IQProgram = "{40FED9CC-73A0-4AC1-8449-DB540F0DC77C}"_guid;
+inline constexpr Guid IQProgram3 = "{4947CBAB-E6F4-47D5-ACAD-2029ADE6713B}"_guid;
+inline constexpr Guid IQTC = "{4F3042EB-AC56-43C9-8233-727457F2E7BA}"_guid;
+inline constexpr Guid IQTCP = "{1CF8C010-3668-4AA9-ABC0-4F74A98FB901}"_guid;
+inline constexpr Guid IQTCPObject = "{6457AE49-A2CD-4D4F-8D15-C65F638805C2}"_guid;
+// Asked of the label manager service: takes the labels of the module being
+// loaded, with the manager's current module as their owner.
+inline constexpr Guid IQModuleLabelSink = "{5C0E4A61-7B2D-4F0E-9C41-3E8A2D6B1F07}"_guid;
+} // namespace Ids
+
+// A module at run time, as the reader sees it: where its file is and what the
+// load wrote.
+struct IQProgram : IUnknown {
+    virtual HRESULT GetFilePath(std::string& path) = 0;                                    // 3
+    virtual HRESULT GetOffset(uint32_t& offset) = 0;                                       // 4
+    virtual HRESULT GetFormat(std::string& name) = 0;                                      // 5
+    virtual HRESULT IsLoaded() = 0;                                                        // 6
+    virtual HRESULT ClearAreas() = 0;                                                      // 7
+    virtual HRESULT AddArea(TargetAddress start, TargetAddress end) = 0;                   // 8
+    virtual HRESULT GetAreaCount(uint32_t& count) = 0;                                     // 9
+    virtual HRESULT GetArea(uint32_t index, TargetAddress& start, TargetAddress& end) = 0; // 10
+};
+
+// Status of a task: 0 running, 1 cancelled, 2 done, 3 failed.
+enum TaskStatus : int32_t { TASK_RUNNING = 0, TASK_CANCELLED = 1, TASK_DONE = 2, TASK_FAILED = 3 };
+
+struct IQTC : IUnknown {
+    virtual HRESULT OnFinished() = 0;               // 3
+    virtual HRESULT GetStatus(int32_t& status) = 0; // 4
+    virtual HRESULT GetResultCode() = 0;            // 5
+};
+struct IQTCP : IQTC {
+    virtual HRESULT SetProgressRange(uint32_t upper) = 0;       // 6
+    virtual HRESULT SetProgressPosition(uint32_t position) = 0; // 7
+};
+struct IQTCPObject : IQTCP {
+    virtual HRESULT SetStatus(int32_t status) = 0;             // 8
+    virtual HRESULT SetResultCode(HRESULT code) = 0;           // 9
+    virtual HRESULT IsSave() = 0;                              // 10
+    virtual HRESULT GetFileName(std::string& name) = 0;        // 11
+    virtual HRESULT GetStartAddress(TargetAddress& value) = 0; // 12
+};
+
+// The reader object the factory gives: it makes one module handle per program.
+struct IQObjectReader2 : IUnknown {
+    virtual HRESULT CreateModule(IUnknown** handle, IQProgram* program) = 0; // 3
+    virtual HRESULT DestroyModule(IUnknown* handle) = 0;                     // 4
+};
+
+// Load modes: 1 debug data only, 2 object only, 3 both.
+struct IQModuleLoader : IUnknown {
+    virtual HRESULT Load(IQTCPObject* task, int32_t mode) = 0; // 3
+    virtual HRESULT Save(IQTCPObject* task, int32_t mode) = 0; // 4
+    virtual HRESULT Verify(IQTCPObject* task) = 0;             // 5
+};
+
+// Takes the labels of the module being loaded.
+struct IQModuleLabelSink : IUnknown {
+    virtual HRESULT AddModuleLabel(const std::string& name, TargetAddress address) = 0; // 3
+};
+
+// Collects the functions of one name from each module asked.
+struct IQFunctionList : IUnknown {
+    virtual HRESULT GetName(std::string& name) = 0;                                  // 3
+    virtual HRESULT AddFunction(const std::string& name, TargetAddress address) = 0; // 4
+};
+
+struct IQDebugInfo : IUnknown {
+    virtual HRESULT GetAddressSource(TargetAddress address, std::string& file, uint32_t& line) = 0;       // 5
+    virtual HRESULT GetSourceAddress(const std::string& file, uint32_t line, TargetAddress& address) = 0; // 6
+    virtual HRESULT ListFunctions(IQFunctionList* list) = 0;                   // 11
+    virtual HRESULT HoldsAddress(TargetAddress address, uint16_t& flag) = 0;   // 12
+    virtual HRESULT QueryDebugData(uintptr_t a, uintptr_t b, uintptr_t c) = 0; // 13
+    // Our own: the source files the module's debug data names, one a line.
+    virtual HRESULT GetSourceFiles(std::string& files) = 0;
+};
+
+struct IQLineTable : IUnknown {
+    virtual HRESULT FindFunction(const std::string& name, TargetAddress& address) = 0; // 3
+    virtual HRESULT GetLineRange(const std::string& file, uint32_t line, TargetAddress& start,
+                                 TargetAddress& end) = 0; // 14
+    virtual HRESULT GetAddressLines(TargetAddress address, std::string& file, uint32_t& firstLine,
+                                    uint32_t& lastLine) = 0; // 15
+};
+
+// A variable's value: its bytes in the target's order, most significant first.
+struct IQModuleVariables : IUnknown {
+    virtual HRESULT GetVariable(const std::string& name, uint32_t& size, std::string& data, int32_t& kind,
+                                std::string& typeText, std::string& valueText) = 0; // 11
+};

@@ -1,0 +1,307 @@
+// The reader as the platform hands it out: through the factory, with a task,
+// a program and the target's memory; and what it does with bad files.
+#include <cstdlib>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <random>
+
+#include "boundary/Ids.h"
+#include "boundary/interfaces/ObjectReader.h"
+#include "platform/catalog/DriverFactory.h"
+#include "platform/catalog/PlatformList.h"
+#include "platform/objfile/DebugData.h"
+#include "platform/objfile/ElfImage.h"
+#include "platform/objfile/ObjectCodes.h"
+#include "platform/simdriver/InstalledPlatforms.h"
+#include "support/FakePlatformMemory.h"
+#include "support/Recording.h"
+
+namespace
+{
+
+const std::string Firmware = std::string(TESSEL_FIRMWARE_DIR) + "/sensors.elf";
+
+std::vector<uint8_t> FirmwareBytes()
+{
+    std::ifstream in(Firmware, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+struct TaskRecord : IQTCPObject {
+    HRESULT QueryInterface(const Guid&, void**) override { return E_NOINTERFACE; }
+    TESSEL_NOT_REFCOUNTED
+    HRESULT OnFinished() override { return ++finished, S_OK; }
+    HRESULT GetStatus(int32_t& s) override { return s = status, S_OK; }
+    HRESULT GetResultCode() override { return result; }
+    HRESULT SetProgressRange(uint32_t upper) override { return range = upper, S_OK; }
+    HRESULT SetProgressPosition(uint32_t p) override { return position = p, S_OK; }
+    HRESULT SetStatus(int32_t s) override { return status = s, S_OK; }
+    HRESULT SetResultCode(HRESULT code) override { return result = code, S_OK; }
+    HRESULT IsSave() override { return E_FAIL; }
+    HRESULT GetFileName(std::string& name) override { return name = file, S_OK; }
+    HRESULT GetStartAddress(TargetAddress& value) override { return value = 0, S_OK; }
+    std::string file;
+    int32_t status = TASK_RUNNING;
+    HRESULT result = S_OK;
+    uint32_t range = 0, position = 0;
+    int finished = 0;
+};
+
+struct ProgramRecord : IQProgram {
+    HRESULT QueryInterface(const Guid&, void**) override { return E_NOINTERFACE; }
+    TESSEL_NOT_REFCOUNTED
+    HRESULT GetFilePath(std::string& p) override { return p = path, S_OK; }
+    HRESULT GetOffset(uint32_t& o) override { return o = 0, S_OK; }
+    HRESULT GetFormat(std::string& f) override { return f = "elf", S_OK; }
+    HRESULT IsLoaded() override { return E_FAIL; }
+    HRESULT ClearAreas() override { return areas.clear(), S_OK; }
+    HRESULT AddArea(TargetAddress s, TargetAddress e) override
+    {
+        return areas.push_back({s.Value(), e.Value()}), S_OK;
+    }
+    HRESULT GetAreaCount(uint32_t& c) override { return c = static_cast<uint32_t>(areas.size()), S_OK; }
+    HRESULT GetArea(uint32_t, TargetAddress&, TargetAddress&) override { return E_NOTIMPL; }
+    std::string path = Firmware;
+    std::vector<std::pair<uint32_t, uint32_t>> areas;
+};
+
+struct LabelSinkRecord : IQModuleLabelSink {
+    HRESULT QueryInterface(const Guid& iid, void** out) override
+    {
+        return AnswerFrom({Ids::IUnknown, Ids::IQModuleLabelSink}, iid, this, out);
+    }
+    TESSEL_NOT_REFCOUNTED
+    HRESULT AddModuleLabel(const std::string&, TargetAddress) override { return ++count, S_OK; }
+    size_t count = 0;
+};
+
+class ElfReaderFace : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        memory.RegisterIn(registry);
+        registry.Provide(Ids::IQLabelManager, &labels);
+        int32_t index = -1;
+        ASSERT_EQ(PlatformList(table).FindReader("ELF", index), S_OK);
+        ASSERT_EQ(factory.CheckReader("ELF", 0, 0), S_OK);
+        IUnknown* object = nullptr;
+        ASSERT_EQ(factory.CreateReader("Elf", &registry, 0, -1, 0, 0, &object), S_OK);
+        reader = QueryAs<IQObjectReader2>(object, Ids::IQObjectReader2);
+        ASSERT_NE(reader, nullptr);
+        ASSERT_EQ(reader->CreateModule(&handle, &program), S_OK);
+        loader = QueryAs<IQModuleLoader>(handle, Ids::IQModuleLoader);
+        ASSERT_NE(loader, nullptr);
+    }
+    template <class T> T* Face(const Guid& id) { return QueryAs<T>(handle, id); }
+
+    PlatformTable table = InstalledPlatforms();
+    DriverFactory factory{table};
+    CallLog calls;
+    RecordingRegistry registry{calls};
+    FakePlatformMemory memory{{{0x08000000, 0x0800FFFF}, {0x20000000, 0x2000FFFF}}, {1}};
+    LabelSinkRecord labels;
+    ProgramRecord program;
+    TaskRecord task;
+    IQObjectReader2* reader = nullptr;
+    IUnknown* handle = nullptr;
+    IQModuleLoader* loader = nullptr;
+};
+
+TEST_F(ElfReaderFace, LoadWritesTheSegmentsReportsAreasLabelsAnswersForItsDebugDataAndVerifies)
+{
+    ElfImage image;
+    ASSERT_EQ(image.Open(Firmware), S_OK);
+    ASSERT_EQ(loader->Load(&task, 3), S_OK);
+    EXPECT_EQ(task.status, TASK_DONE);
+    EXPECT_EQ(task.finished, 1);
+    EXPECT_EQ(task.position, task.range);
+    std::vector<std::pair<uint32_t, uint32_t>> areas;
+    for (const auto& s : image.Segments()) {
+        areas.push_back({s.address, s.address + s.memSize - 1});
+        auto bytes = s.bytes;
+        bytes.resize(s.memSize);
+        EXPECT_EQ(memory.Bytes(s.address, s.memSize), bytes);
+    }
+    EXPECT_EQ(program.areas, areas);
+    EXPECT_EQ(labels.count, image.Symbols().size());
+
+    TargetAddress main = 0, start = 0, end = 0;
+    ASSERT_EQ(Face<IQLineTable>(Ids::IQLineTable)->FindFunction("main", main), S_OK);
+    std::string file;
+    uint32_t line = 0;
+    auto* info = Face<IQDebugInfo>(Ids::IQDebugInfo);
+    ASSERT_EQ(info->GetAddressSource(main, file, line), S_OK);
+    EXPECT_NE(file.find("sensors.c"), std::string::npos);
+    ASSERT_EQ(info->GetSourceAddress("SENSORS.C", line, start), S_OK);
+    EXPECT_EQ(start, main);
+    EXPECT_EQ(Face<IQLineTable>(Ids::IQLineTable)->GetLineRange("sensors.c", line, start, end), S_OK);
+    EXPECT_LE(start.Value(), end.Value());
+    uint16_t holds = 0, holdsNot = 1;
+    EXPECT_TRUE(info->HoldsAddress(main, holds) == S_OK && info->HoldsAddress(0x40000000, holdsNot) == S_OK);
+    EXPECT_EQ(std::make_pair(holds, holdsNot), std::make_pair(uint16_t{0xFFFF}, uint16_t{0}));
+
+    // Verify compares the file with the target, which differs after a poke.
+    task = TaskRecord();
+    EXPECT_EQ(loader->Verify(&task), S_OK);
+    memory.Poke(0x08000004, {static_cast<uint8_t>(memory.ByteAt(0x08000004) ^ 0x80)});
+    EXPECT_EQ(loader->Verify(&task), OE_VERIFY_FAILED);
+    EXPECT_EQ(task.status, TASK_FAILED);
+}
+
+TEST_F(ElfReaderFace, DebugDataOnlyTouchesNoMemoryAndGivesVariablesAsTheFileSetsThem)
+{
+    registry.Provide(Ids::IQPlatformMemory, nullptr);
+    ASSERT_EQ(loader->Load(&task, 1), S_OK);
+    EXPECT_TRUE(memory.log.empty());
+    EXPECT_TRUE(program.areas.empty());
+    uint32_t size = 0;
+    std::string data, type, value;
+    int32_t kind = 0;
+    auto* variables = Face<IQModuleVariables>(Ids::IQModuleVariables);
+    ASSERT_EQ(variables->GetVariable("last_reading", size, data, kind, type, value), S_OK);
+    // {channel 7, value -1}, most significant byte first.
+    ASSERT_EQ(size, 8u);
+    EXPECT_EQ(data.substr(0, 4), std::string(4, '\xFF'));
+    EXPECT_EQ(data.substr(6), std::string("\x00\x07", 2));
+    EXPECT_EQ(variables->GetVariable("nothing", size, data, kind, type, value), OE_NOT_FOUND);
+}
+
+TEST_F(ElfReaderFace, FailureAndCancelFinishTheTaskOnceAndLeaveNothing)
+{
+    struct Case {
+        std::string path;
+        int32_t presetStatus;
+        int32_t status;
+        HRESULT result;
+    };
+    for (const Case& c : {Case{"/nonexistent.elf", TASK_RUNNING, TASK_FAILED, QE_FILE_NOT_FOUND},
+                          Case{"/dev/null", TASK_RUNNING, TASK_FAILED, OE_MODULE_FORMAT},
+                          Case{Firmware, TASK_CANCELLED, TASK_CANCELLED, OE_USER_ABORTED}}) {
+        program.path = Firmware;
+        task = TaskRecord();
+        ASSERT_EQ(loader->Load(&task, 3), S_OK);
+        program.path = c.path;
+        task = TaskRecord();
+        task.status = c.presetStatus;
+        memory.log.clear();
+        labels.count = 0;
+        EXPECT_EQ(loader->Load(&task, 3), c.result) << c.path;
+        EXPECT_EQ(task.status, c.status) << c.path;
+        EXPECT_EQ(task.finished, 1) << c.path;
+        EXPECT_TRUE(memory.log.empty() && labels.count == 0 && program.areas.empty()) << c.path;
+        TargetAddress address = 0;
+        EXPECT_EQ(Face<IQLineTable>(Ids::IQLineTable)->FindFunction("main", address), OE_FUNCTION_NOT_FOUND);
+    }
+    std::string text;
+    ASSERT_EQ(QueryAs<IQErrorReporter>(reader, Ids::IQErrorReporter)->GetErrorText(OE_USER_ABORTED, text),
+              S_OK);
+    EXPECT_EQ(text, "User aborted");
+    EXPECT_EQ(reader->DestroyModule(handle), S_OK);
+    EXPECT_EQ(reader->DestroyModule(handle), E_FAIL);
+}
+
+// Damaged files: each byte patch names the header field it breaks.
+TEST(ElfErrors, EachDamageGivesItsCodeAndText)
+{
+    struct Case {
+        const char* what;
+        size_t at;
+        std::vector<uint8_t> bytes;
+        size_t keep; // 0: the whole file
+        HRESULT code;
+        const char* text;
+    };
+    const Case cases[] = {
+        {"not ELF", 0, {'#', '!'}, 0, OE_MODULE_FORMAT, "Incorrect object module format"},
+        {"truncated header", 0, {}, 20, OE_MODULE_FORMAT, "Incorrect object module format"},
+        {"wrong machine", 18, {62, 0}, 0, OE_MODULE_CPU, "Incorrect object module cpu"},
+        {"relocatable", 16, {1, 0}, 0, OE_MODULE_NOT_ABSOLUTE, "Object module not absolute format"},
+        {"version", 20, {2}, 0, OE_MODULE_VERSION, "Incorrect object module version"},
+        {"section table past the end",
+         32,
+         {0, 0, 0, 0x7F},
+         0,
+         OE_MODULE_FORMAT,
+         "Incorrect object module format"},
+        {"program headers past the end",
+         28,
+         {0, 0, 0, 0x7F},
+         0,
+         OE_MODULE_FORMAT,
+         "Incorrect object module format"},
+    };
+    for (const Case& c : cases) {
+        auto bytes = FirmwareBytes();
+        std::copy(c.bytes.begin(), c.bytes.end(), bytes.begin() + static_cast<std::ptrdiff_t>(c.at));
+        if (c.keep != 0)
+            bytes.resize(c.keep);
+        ElfImage image;
+        EXPECT_EQ(image.OpenBytes(bytes), c.code) << c.what;
+        EXPECT_TRUE(image.Segments().empty() && image.Symbols().empty()) << c.what;
+        EXPECT_EQ(ObjectCodeText(c.code), c.text) << c.what;
+    }
+}
+
+// The 64-bit container of the same firmware, as the host's objcopy makes it
+// (it leaves the machine empty), reads as the 32-bit original.
+TEST(ElfErrors, Elf64CopyReadsAsTheOriginal)
+{
+    const std::string copy = testing::TempDir() + "/sensors64.elf";
+    ASSERT_EQ(std::system(("objcopy -I elf32-little -O elf64-little " + Firmware + " " + copy).c_str()), 0);
+    std::ifstream in(copy, std::ios::binary);
+    std::vector<uint8_t> bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    ASSERT_GT(bytes.size(), 20u);
+    bytes[18] = 40; // EM_ARM
+    ElfImage wide, narrow;
+    DebugData wideDebug, narrowDebug;
+    ASSERT_EQ(wide.OpenBytes(bytes), S_OK);
+    ASSERT_TRUE(narrow.Open(Firmware) == S_OK && narrowDebug.Read(narrow) == S_OK);
+    ASSERT_EQ(wideDebug.Read(wide), S_OK);
+    ASSERT_EQ(wide.Segments().size(), narrow.Segments().size());
+    for (size_t i = 0; i < wide.Segments().size(); ++i)
+        EXPECT_EQ(wide.Segments()[i].bytes, narrow.Segments()[i].bytes);
+    ASSERT_EQ(wide.Symbols().size(), narrow.Symbols().size());
+    for (size_t i = 0; i < wide.Symbols().size(); ++i)
+        EXPECT_EQ(wide.Symbols()[i].address, narrow.Symbols()[i].address) << narrow.Symbols()[i].name;
+    EXPECT_EQ(wideDebug.RowAddresses(), narrowDebug.RowAddresses());
+}
+
+// Truncated and bit-flipped copies: an error from the table, or a result that
+// holds together; never a crash (the sanitizer build runs this too).
+TEST(ElfErrors, TruncatedAndFlippedCopiesNeverCrash)
+{
+    const auto original = FirmwareBytes();
+    std::mt19937 random(20261123);
+    auto check = [](std::vector<uint8_t> bytes) {
+        ElfImage image;
+        HRESULT hr = image.OpenBytes(std::move(bytes));
+        DebugData debug;
+        if (Succeeded(hr))
+            hr = debug.Read(image);
+        if (Failed(hr)) {
+            EXPECT_FALSE(ObjectCodeText(hr).empty());
+            return;
+        }
+        for (const auto& s : image.Segments())
+            EXPECT_LE(s.bytes.size(), s.memSize);
+        for (uint32_t a : debug.RowAddresses())
+            EXPECT_TRUE(debug.AddressSource(a).has_value());
+    };
+    for (size_t keep = 0; keep < original.size(); keep += 1 + keep / 8)
+        check({original.begin(), original.begin() + static_cast<std::ptrdiff_t>(keep)});
+    // Every other round flips inside the headers at either end, where the tables are.
+    for (int round = 0; round < 3000; ++round) {
+        auto bytes = original;
+        for (int flips = 1 + round % 4; flips > 0; --flips) {
+            size_t at = random() % (round % 2 ? 512 : bytes.size());
+            if (round % 4 == 3)
+                at = bytes.size() - 1 - at;
+            bytes[at] ^= static_cast<uint8_t>(1u << (random() % 8));
+        }
+        check(std::move(bytes));
+    }
+}
+
+} // namespace
