@@ -9,69 +9,131 @@ using Transfer = MemCmd;
 
 TEST_F(Transfer, OneCallALineAndItsOutcome)
 {
-    const auto differs = [this] { manager.Poke(0x1105, {0xEE}); };
-    const auto silent = [this] {
-        manager.Poke(0x1105, {0xEE});
-        manager.reports = false;
-    };
-    const auto unmapped = [this](const char* operation) {
-        return [this, operation] { manager.fail[operation] = FakeMemoryManager::NotMapped; };
-    };
-    const char* const outside = "Address outside the memory map";
-    const char* const find = "FindMemory 1000 1fff ffffffff ffffffff ";
+    const char* const outside = "platform says 0x80043092";
+    const char* const find = "Find2 0x1000..0x1FFF";
     const struct {
-        std::function<void()> setUp;
         const char* line;
+        Bytes at1100;        // poked at 0x1105, or at 0x1800 for a find
+        const char* failing; // an operation that answers "outside the map"
         HRESULT hr;
-        const char* message; // nullptr: not looked at
-        std::string call;
+        const char* message;
+        const char* call;     // the platform's last log line
+        const char* recorded; // nullptr: not looked at
         int changes;
     } rows[] = {
-        {nullptr, "mc 1000 100f 1100", S_OK, "Compare successful", "CompareMemory 1000 100f 1100 1", 0},
-        {differs, "mc 1000 100f 1100 word", S_OK, "Memory differs. Address: 00001005",
-         "CompareMemory 1000 100f 1100 2", 0},
-        // Without an explanation of the code there is no address either.
-        {silent, "mc 1000 100f 1100", S_OK, "Unknown error code -2147213280",
-         "CompareMemory 1000 100f 1100 1", 0},
-        // Verify comes before the mode, and a move always tells of the change.
-        {nullptr, "mv 1000 1003 1800 noverify long", S_OK, "", "CopyMemory 1000 1003 1800 0 4", 1},
-        {nullptr, "mv 1000 1003 1800 word", S_OK, "", "CopyMemory 1000 1003 1800 ffff 2", 1},
-        {unmapped("CopyMemory"), "mv 1000 1003 1800", S_OK, outside, "CopyMemory 1000 1003 1800 ffff 1", 1},
-        // A test fails as an error and always tells of the change.
-        {nullptr, "mt 1000 1fff", S_OK, "Test successful", "TestMemory 1000 1fff", 1},
-        {unmapped("TestMemory"), "mt 1000 1fff", E_FAIL, outside, "TestMemory 1000 1fff", 1},
-        // The pattern is the value padded to the mode, most significant first.
-        {nullptr, "mi 1000 1fff 12", S_OK, nullptr, find + std::string("12/ff"), 0},
-        {nullptr, "mi 1000 1fff { 12 }", S_OK, nullptr, find + std::string("12/ff"), 0},
-        {nullptr, "mi 1000 1fff 1234 word", S_OK, nullptr, find + std::string("12/ff,34/ff"), 0},
-        {nullptr, "mi 1000 1fff 1234 long", S_OK, nullptr, find + std::string("00/ff,00/ff,12/ff,34/ff"), 0},
-        {nullptr, "mi 1000 1fff 1234 single", S_OK, nullptr, find + std::string("00/ff,00/ff,12/ff,34/ff"),
+        {"mc 1000 100f 1100",
+         {},
+         nullptr,
+         S_OK,
+         "Compare successful",
+         "Compare2 0x1000..0x100F /1",
+         nullptr,
          0},
-        {nullptr, "mi 1000 1fff 1234 d", S_OK, nullptr,
-         find + std::string("00/ff,00/ff,00/ff,00/ff,00/ff,00/ff,12/ff,34/ff"), 0},
-        {nullptr, "mi 1000 1fff 41 ascii", S_OK, nullptr, find + std::string("41/ff"), 0},
+        {"mc 1000 100f 1100 word",
+         {0xEE},
+         nullptr,
+         S_OK,
+         "platform says 0x80042021. Address: 00001005",
+         "Compare2 0x1000..0x100F /2",
+         nullptr,
+         0},
+        // Verify comes before the mode, and a move always tells of the change.
+        {"mv 1000 1003 1800 noverify long",
+         {},
+         nullptr,
+         S_OK,
+         "",
+         "Copy2 0x1000..0x1003",
+         "memory_move 0x1000 0x1003 0x1800 noverify long",
+         1},
+        {"mv 1000 1003 1800 word",
+         {},
+         nullptr,
+         S_OK,
+         "",
+         "Copy2 0x1000..0x1003",
+         "memory_move 0x1000 0x1003 0x1800 verify word",
+         1},
+        {"mv 1000 1003 1800", {}, "Copy2", S_OK, outside, "Copy2 0x1000..0x1003", nullptr, 1},
+        // A test fails as an error and always tells of the change.
+        {"mt 1000 1fff", {}, nullptr, S_OK, "Test successful", "Test2 0x1000..0x1FFF", nullptr, 1},
+        {"mt 1000 1fff", {}, "Test2", E_FAIL, outside, "Test2 0x1000..0x1FFF", nullptr, 1},
+        // The pattern is the value padded to the mode, most significant first.
+        {"mi 1000 1fff 12", {}, nullptr, S_OK, "String found at memory address H'00001012", find, nullptr, 0},
+        {"mi 1000 1fff { 12 }",
+         {},
+         nullptr,
+         S_OK,
+         "String found at memory address H'00001012",
+         find,
+         nullptr,
+         0},
+        {"mi 1000 1fff 41 ascii",
+         {},
+         nullptr,
+         S_OK,
+         "String found at memory address H'00001041",
+         find,
+         nullptr,
+         0},
+        {"mi 1000 1fff 1234 word",
+         {0x12, 0x34},
+         nullptr,
+         S_OK,
+         "String found at memory address H'00001800",
+         find,
+         nullptr,
+         0},
+        {"mi 1000 1fff 1234 long",
+         {0, 0, 0x12, 0x34},
+         nullptr,
+         S_OK,
+         "String found at memory address H'00001800",
+         find,
+         nullptr,
+         0},
+        {"mi 1000 1fff 1234 single",
+         {0, 0, 0x12, 0x34},
+         nullptr,
+         S_OK,
+         "String found at memory address H'00001800",
+         find,
+         nullptr,
+         0},
+        {"mi 1000 1fff 1234 d",
+         {0, 0, 0, 0, 0, 0, 0x12, 0x34},
+         nullptr,
+         S_OK,
+         "String found at memory address H'00001800",
+         find,
+         nullptr,
+         0},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
-        manager = FakeMemoryManager();
-        if (row.setUp)
-            row.setUp();
+        const bool find = row.line[1] == 'i';
+        const Bytes saved = platform.Bytes(0x1100, 0x800);
+        platform.Poke(find ? 0x1800 : 0x1105, row.at1100);
+        platform.answers.clear();
+        if (row.failing != nullptr)
+            platform.answers[row.failing] = FakePlatformMemory::kOutsideMap;
         const int before = changes;
         const Reply reply = Line(row.line);
         EXPECT_EQ(reply.hr, row.hr);
-        if (row.message != nullptr) {
-            EXPECT_EQ(reply.message, row.message);
+        EXPECT_EQ(reply.message, row.message);
+        EXPECT_EQ(platform.log.back(), row.call);
+        if (row.recorded != nullptr) {
+            EXPECT_EQ(Recorded(), row.recorded);
         }
-        EXPECT_EQ(manager.calls.back(), row.call);
         EXPECT_EQ(changes - before, row.changes);
+        platform.Poke(0x1100, saved);
     }
 }
 
 TEST_F(Transfer, FindReadsTheValueInTheSessionRadix)
 {
     evaluator.radix = 10;
-    Line("mi 4096 8191 18");
-    EXPECT_EQ(manager.calls.back(), "FindMemory 1000 1fff ffffffff ffffffff 12/ff");
+    EXPECT_EQ(Line("mi 4096 8191 18").message, "String found at memory address H'00001012");
 }
 
 } // namespace
