@@ -4,7 +4,7 @@
 
 #include "component/memory/CCacheMemory.h"
 #include "component/memory/CCacheMemoryWithSize.h"
-#include "support/CacheRig.h"
+#include "support/MemoryRig.h"
 
 namespace
 {
