@@ -26,13 +26,15 @@ TEST_F(Edit, WritesUnitsOfTheModeWithTheVerifyFlag)
 
 TEST_F(Edit, StepsBackBelowTheStartWrappingAtZero)
 {
-    platform.areas = {FakeArea{0, 0x1FFF, 2}};
+    platform.areas = {FakeArea{0, 0x1FFF, 2}, FakeArea{0xFFFFF000, 0xFFFFFFFF, 2}};
     Reattach();
     Say("me 0");
+    // A unit that cannot be read shows no value.
+    platform.answers["Read2"] = E_FAIL;
     Reply reply = Say("^");
     EXPECT_TRUE(reply.continuing);
-    EXPECT_EQ(reply.prompt, "FFFFFFFF 00");
-    EXPECT_EQ(Say("^").prompt, "FFFFFFFE 00");
+    EXPECT_EQ(reply.prompt, "FFFFFFFF");
+    EXPECT_EQ(Say("^").prompt, "FFFFFFFE");
 }
 
 // Input that cannot be read stays on the unit too: memory_edit's "AB" line.
