@@ -168,6 +168,33 @@ HRESULT FakePlatformMemory::DoCopy(const char* name, TargetAddress start, Target
     return S_OK;
 }
 
+HRESULT FakePlatformMemory::Compare(TargetAddress start, TargetAddress end, TargetAddress destination,
+                                    AccessSize size, uint8_t& first, uint8_t& second, TargetAddress& at)
+{
+    HRESULT hr = S_OK;
+    if (Logged("Compare2", start, end, size, hr))
+        return hr;
+    for (uint64_t i = 0; i < AddressRange(start, end).Size(); ++i) {
+        at = start.WrappingAdd(static_cast<uint32_t>(i));
+        first = ByteAt(at);
+        second = ByteAt(destination.WrappingAdd(static_cast<uint32_t>(i)));
+        if (first != second)
+            return kDiffers;
+    }
+    return S_OK;
+}
+
+HRESULT FakePlatformMemory::FillVerified(TargetAddress start, TargetAddress end, VariantBool verify,
+                                         uint32_t length, const uint8_t* pattern)
+{
+    verified = verify;
+    const HRESULT hr = DoFill("FillVerified3", start, end, length, pattern);
+    if (hr != S_OK || !verifyFailsAt || *verifyFailsAt < start || *verifyFailsAt > end)
+        return hr;
+    written_[*verifyFailsAt] = 0;
+    return kVerifyFailed;
+}
+
 HRESULT FakePlatformMemory::DoReporting(const char* name, TargetAddress start, TargetAddress end,
                                         AccessSize size, const uint8_t* buffer, VariantBool& failed,
                                         TargetAddress& address, int32_t& written, int32_t& found)

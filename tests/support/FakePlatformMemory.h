@@ -33,6 +33,7 @@ class FakePlatformMemory : public IQPlatformMemory2,
 public:
     static constexpr HRESULT kOutsideMap = MakeResult(0x80043092u);
     static constexpr HRESULT kVerifyFailed = MakeResult(0x80042022u);
+    static constexpr HRESULT kDiffers = MakeResult(0x80042021u);
 
     explicit FakePlatformMemory(std::vector<FakeArea> areas, std::set<int> generations = {1, 2, 3, 4, 5});
 
@@ -57,8 +58,10 @@ public:
     std::map<std::string, HRESULT> answers;
     // The tests of what it offers, one bit each in the order of the Can flags.
     uint32_t offered = 0x7F;
-    // A verified write that reaches this address reports a difference there.
+    // A verified write or fill that reaches this address reports a difference there.
     std::optional<TargetAddress> verifyFailsAt;
+    // The flag of the last verified write or fill of the third generation.
+    VariantBool verified = VARIANT_FALSE;
     uint32_t pageSize = 0x1000;
     HRESULT pageSizeResult = S_OK;
 
@@ -93,10 +96,7 @@ public:
     {
         return DoWrite("WriteSized2", start, end, size, buffer);
     }
-    HRESULT Compare(A start, A end, A, AccessSize size, uint8_t&, uint8_t&, A&) override
-    {
-        return Plain("Compare2", start, end, size);
-    }
+    HRESULT Compare(A start, A end, A to, AccessSize size, uint8_t& first, uint8_t& second, A& at) override;
     HRESULT Copy(A start, A end, A to, VB, AccessSize, uint8_t&, uint8_t&, A&) override
     {
         return DoCopy("Copy2", start, end, to);
@@ -120,16 +120,16 @@ public:
     {
         return DoFind("FindEx3", start, end, length, pattern, mask, at);
     }
-    HRESULT WriteVerified(A start, A end, VB, In buffer) override
+    HRESULT WriteVerified(A start, A end, VB verify, In buffer) override
     {
+        verified = verify;
         return DoWrite("WriteVerified3", start, end, 0, buffer);
     }
-    HRESULT FillVerified(A start, A end, VB, uint32_t length, In pattern) override
+    // Fails on a byte at verifyFailsAt, which keeps what it had.
+    HRESULT FillVerified(A start, A end, VB, uint32_t length, In pattern) override;
+    HRESULT WriteSizedVerified(A start, A end, VB verify, AccessSize size, In buffer) override
     {
-        return DoFill("FillVerified3", start, end, length, pattern);
-    }
-    HRESULT WriteSizedVerified(A start, A end, VB, AccessSize size, In buffer) override
-    {
+        verified = verify;
         return DoWrite("WriteSizedVerified3", start, end, size, buffer);
     }
 

@@ -13,15 +13,15 @@
 #include "component/command/memory/CCmdMemoryFind.h"
 #include "component/command/memory/CCmdMemoryMove.h"
 #include "component/command/memory/CCmdMemoryTest.h"
-#include "support/FakeMemoryManager.h"
+#include "support/MemoryRig.h"
 #include "support/PrefixEvaluator.h"
 #include "workbench/CommandHelpService.h"
-#include "workbench/ServiceRegistry.h"
 
-// A registry holding the evaluator, the manager and the help service, as the
-// workbench holds them for a connected session; lines go to a command as the
-// command window sends them.
-class MemCmd : public ::testing::Test
+// The real manager over a recording platform with one big-endian area at
+// 0x1000..0x1FFF, whose bytes hold the low byte of their address; the
+// evaluator and the help service beside it, as the workbench holds them for a
+// connected session; lines go to a command as the command window sends them.
+class MemCmd : public ::testing::Test, protected MemoryRig
 {
 protected:
     struct Reply {
@@ -31,13 +31,23 @@ protected:
         bool continuing;
     };
 
-    MemCmd()
+    MemCmd() : MemoryRig({FakeArea{0x1000, 0x1FFF, 2}})
     {
         registry.RegisterService(Ids::CommandHelpService, &help);
         registry.RegisterService(Ids::IQEvaluator2, &evaluator);
-        registry.RegisterService(Ids::IQMemoryManagerCmdLine5,
-                                 static_cast<IQMemoryManagerCmdLine5*>(&manager));
+        for (uint32_t a = 0x1000; a <= 0x1FFF; ++a)
+            platform.Poke(a, {static_cast<uint8_t>(a)});
     }
+
+    // Attaches again, for the manager to learn a changed map or offer.
+    void Reattach()
+    {
+        manager.DetachPlatform();
+        manager.AttachPlatform(&registry);
+        platform.log.clear();
+    }
+    // The last command the manager recorded.
+    std::string Recorded() const { return recorder.Lines().empty() ? "" : recorder.Lines().back(); }
 
     static Reply Exec(CCmd& cmd, const std::string& line)
     {
@@ -74,10 +84,8 @@ protected:
         return cmd ? Exec(*cmd, line) : Reply{E_NOTIMPL, "", "", false};
     }
 
-    ServiceRegistry registry;
     CommandHelpService help;
     PrefixEvaluator evaluator;
-    FakeMemoryManager manager;
     int changes = 0;
     CCmdMemory::MemoryChanged onChange = [this] { ++changes; };
 };

@@ -1,9 +1,11 @@
 #pragma once
 #include <set>
+#include <string>
 #include <vector>
 
 #include "FakePlatformMemory.h"
 #include "boundary/Ids.h"
+#include "component/memory/CMemoryArea.h"
 #include "component/memory/CVELMemoryManagerDisableAble.h"
 #include "workbench/CommandRecorder.h"
 #include "workbench/ErrorTableService.h"
@@ -46,6 +48,14 @@ struct MemoryRig : MemoryHost {
 
     FakePlatformMemory platform;
     CVELMemoryManagerDisableAble manager;
+};
+
+// A fake platform over the whole address space, handed to caches directly,
+// and a memory map that covers it all.
+struct CacheRig {
+    FakePlatformMemory platform{{FakeArea{0, 0xFFFFFFFF}}};
+    IQPlatformMemory* first = platform.AsFirst();
+    std::vector<CMemoryArea> everywhere{CMemoryArea{0, 0xFFFFFFFF}};
 };
 
 using Log = std::vector<std::string>;

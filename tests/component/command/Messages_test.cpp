@@ -1,13 +1,14 @@
 // The framework's messages: 64-bit formats, argument errors and manager failures.
 #include <gtest/gtest.h>
 
+#include "boundary/interfaces/Component.h"
 #include "component/command/CArgKeyword.h"
 #include "component/command/CArgNumberUnsigned.h"
 #include "component/command/CArgString.h"
 #include "component/command/CmdMessages.h"
 #include "component/command/CmdParse.h"
 #include "component/util/MessageFormat.h"
-#include "support/FakeMemoryManager.h"
+#include "support/PlainObject.h"
 
 namespace
 {
@@ -75,16 +76,29 @@ TEST(ParseLine, TheFirstArgumentThatStopsTheLineExplainsItself)
     }
 }
 
+// Explains two codes, one with an empty text; for any other it fails but
+// leaves a text behind, which a caller must not show.
+struct TwoCodeReporter : IQErrorReporter {
+    HRESULT QueryInterface(const Guid& iid, void** out) override
+    {
+        return AnswerFrom({Ids::IUnknown, Ids::IQErrorReporter}, iid, this, out);
+    }
+    TESSEL_NOT_REFCOUNTED
+    HRESULT GetErrorText(HRESULT code, std::string& text) override
+    {
+        text = code == E_FAIL ? "Target lost" : code == E_INVALIDARG ? "" : "no text";
+        return code == E_FAIL || code == E_INVALIDARG ? S_OK : E_FAIL;
+    }
+};
+
 TEST(ErrorTextFor, TheManagersOwnTextOrTheNumber)
 {
-    FakeMemoryManager manager;
-    manager.texts = {{E_FAIL, "Target lost"}, {E_INVALIDARG, ""}};
-    IUnknown* failing = static_cast<IQErrorReporter*>(&manager);
-    EXPECT_EQ(ErrorTextFor(failing, E_FAIL), "Target lost");
-    EXPECT_EQ(ErrorTextFor(failing, E_INVALIDARG), "Unknown error code -2147024809");
-    EXPECT_EQ(ErrorTextFor(failing, E_NOTIMPL), "Unknown error code -2147467263");
-    manager.reports = false;
-    EXPECT_EQ(ErrorTextFor(failing, E_FAIL), "Unknown error code -2147467259");
+    TwoCodeReporter reporter;
+    EXPECT_EQ(ErrorTextFor(&reporter, E_FAIL), "Target lost");
+    EXPECT_EQ(ErrorTextFor(&reporter, E_INVALIDARG), "Unknown error code -2147024809");
+    EXPECT_EQ(ErrorTextFor(&reporter, E_NOTIMPL), "Unknown error code -2147467263");
+    PlainObject silent;
+    EXPECT_EQ(ErrorTextFor(&silent, E_FAIL), "Unknown error code -2147467259");
     EXPECT_EQ(ErrorTextFor(nullptr, E_FAIL), "Unknown error code -2147467259");
 }
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "component/memory/CCacheMemory.h"
-#include "support/CacheRig.h"
+#include "support/MemoryRig.h"
 
 namespace
 {

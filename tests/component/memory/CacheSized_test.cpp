@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "component/memory/CCacheMemoryWithSize.h"
-#include "support/CacheRig.h"
+#include "support/MemoryRig.h"
 
 namespace
 {

@@ -4,7 +4,7 @@
 
 #include "component/memory/CCacheMemory.h"
 #include "component/memory/CCacheMemoryWithSize.h"
-#include "support/CacheRig.h"
+#include "support/MemoryRig.h"
 
 namespace
 {
@@ -13,9 +13,8 @@ enum class Kind { Plain, Verified, Reporting };
 
 struct WriteCase {
     Kind kind;
-    AccessSize sizedWith;   // 0: the plain cache
-    const char* op;         // the platform operation it takes
-    bool firstOnly = false; // a platform of the first generation alone
+    AccessSize sizedWith; // 0: the plain cache
+    const char* op;       // the platform operation it takes
 };
 
 const WriteCase kCases[] = {
@@ -27,12 +26,12 @@ const WriteCase kCases[] = {
     {Kind::Reporting, 8, "WriteSizedReporting5"},
 };
 
-std::unique_ptr<CCache> MakeCache(CacheRig& rig, AccessSize sizedWith, bool firstOnly)
+std::unique_ptr<CCache> MakeCache(CacheRig& rig, AccessSize sizedWith)
 {
-    FakePlatformMemory* later = firstOnly ? nullptr : &rig.platform;
     if (sizedWith == 0)
-        return std::make_unique<CCacheMemory>(rig.first, later, later, true);
-    return std::make_unique<CCacheMemoryWithSize>(sizedWith, 0, rig.first, later, later, true);
+        return std::make_unique<CCacheMemory>(rig.first, &rig.platform, &rig.platform, true);
+    return std::make_unique<CCacheMemoryWithSize>(sizedWith, 0, rig.first, &rig.platform, &rig.platform,
+                                                  true);
 }
 
 HRESULT WriteBy(CCache& cache, Kind kind, TargetAddress start, TargetAddress end, const uint8_t* bytes)
@@ -58,7 +57,7 @@ TEST(CacheWrite, ReachesThePlatformAndLeavesNoStaleByte)
     for (const auto& c : kCases) {
         SCOPED_TRACE(c.op);
         CacheRig rig;
-        auto cache = MakeCache(rig, c.sizedWith, c.firstOnly);
+        auto cache = MakeCache(rig, c.sizedWith);
         std::vector<uint8_t> bytes(0x10);
         ASSERT_EQ(cache->Read(0x1000, 0x100F, bytes.data(), rig.everywhere), S_OK);
         const uint8_t fresh[4] = {0xDE, 0xAD, 0xBE, 0xEF};

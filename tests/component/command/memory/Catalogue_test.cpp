@@ -4,41 +4,54 @@
 namespace
 {
 
-using Catalogue = MemCmd;
+class Catalogue : public MemCmd
+{
+protected:
+    // A platform lacking the operations of these bits of its offer: compare,
+    // copy, fill, find, findAlternate, verify, test.
+    void Without(std::initializer_list<int> bits)
+    {
+        platform.offered = 0x7F;
+        for (int bit : bits)
+            platform.offered &= ~(1u << bit);
+        Reattach();
+    }
+};
 
 TEST_F(Catalogue, OperationThePlatformLacksIsNotSupportedWithoutParsing)
 {
     const struct {
-        const char* lacking;
+        int lacking;
         const char* line;
     } rows[] = {
-        {"compare", "mc 1000 1001 1800"}, {"fill", "mf 1000 1001 0"}, {"copy", "mv 1000 1001 1800"},
-        {"test", "mt 1000 1001"},         {"test", "mt zz"},
+        {0, "mc 1000 1001 1800"}, {2, "mf 1000 1001 0"}, {1, "mv 1000 1001 1800"},
+        {6, "mt 1000 1001"},      {6, "mt zz"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
-        manager.lacking = {row.lacking};
+        Without({row.lacking});
         Reply reply = Line(row.line);
         EXPECT_EQ(reply.hr, S_OK);
         EXPECT_EQ(reply.message, "Command not supported");
+        EXPECT_EQ(platform.log, Log{});
     }
-    EXPECT_TRUE(manager.calls.empty());
     EXPECT_EQ(changes, 0);
 }
 
 TEST_F(Catalogue, FindNeedsEitherOfItsTwoOperations)
 {
-    manager.lacking = {"find"};
+    Without({3});
     EXPECT_EQ(Line("mi 1000 1fff 12").message, "String found at memory address H'00001012");
-    manager.lacking = {"findAlternate"};
+    Without({4});
     EXPECT_EQ(Line("mi 1000 1fff 12").message, "String found at memory address H'00001012");
-    manager.lacking = {"find", "findAlternate"};
+    Without({3, 4});
     EXPECT_EQ(Line("mi 1000 1fff 12").message, "Command not supported");
 }
 
 TEST_F(Catalogue, WithoutAManagerNoCommandRuns)
 {
-    registry.UnregisterService(Ids::IQMemoryManagerCmdLine5, static_cast<IQMemoryManagerCmdLine5*>(&manager));
+    registry.UnregisterService(Ids::IQMemoryManagerCmdLine5, GetServiceAs<IQMemoryManagerCmdLine5>(
+                                                                 &registry, Ids::IQMemoryManagerCmdLine5));
     for (const char* line : {"mc 1000 1001 1800", "md 1000", "me 1000", "mf 1000 1001 0", "mi 1000 1001 0",
                              "mv 1000 1001 1800", "mt 1000 1001"}) {
         SCOPED_TRACE(line);
@@ -51,7 +64,8 @@ TEST_F(Catalogue, WithoutAManagerNoCommandRuns)
 
 TEST_F(Catalogue, AnEmptyMapLetsOnlyAddressZeroPass)
 {
-    manager.hasArea = false;
+    platform.areas = {};
+    Reattach();
     EXPECT_EQ(Line("mt 0 1").message, "Parameter '<end>' must be in range H'0 (0) to H'0 (0)");
     EXPECT_EQ(Line("mt 0 0").message, "Test successful");
 }

@@ -16,7 +16,7 @@ int Rows(const std::string& text)
 
 TEST_F(Display, AsciiShowsCharactersZeroAsDotAndTheRestAsQuestionMarks)
 {
-    manager.Poke(0x1000, {'H', 'i', 0, 0x7F, ' ', '~', 0x80, 'z'});
+    platform.Poke(0x1000, {'H', 'i', 0, 0x7F, ' ', '~', 0x80, 'z'});
     evaluator.radix = 10;
     EXPECT_EQ(Line("md 4096 8 ascii").message, "00001000  Hi.? ~?z");
     EXPECT_EQ(evaluator.sets, 0);
@@ -24,8 +24,10 @@ TEST_F(Display, AsciiShowsCharactersZeroAsDotAndTheRestAsQuestionMarks)
 
 TEST_F(Display, AMapUpToTheTopHasNoLimitButARangeMayNotWrap)
 {
-    manager.areaStart = 0xFFFFFF00;
-    manager.areaEnd = 0xFFFFFFFF;
+    platform.areas = {FakeArea{0xFFFFFF00, 0xFFFFFFFF, 2}};
+    Reattach();
+    for (uint32_t a = 0xFFFFFFF0; a != 0; ++a)
+        platform.Poke(a, {static_cast<uint8_t>(a)});
     Reply reply = Line("md ffffff00 100");
     EXPECT_EQ(reply.hr, S_OK);
     EXPECT_EQ(Rows(reply.message), 16);

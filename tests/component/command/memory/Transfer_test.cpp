@@ -9,69 +9,77 @@ using Transfer = MemCmd;
 
 TEST_F(Transfer, OneCallALineAndItsOutcome)
 {
-    const auto differs = [this] { manager.Poke(0x1105, {0xEE}); };
-    const auto silent = [this] {
-        manager.Poke(0x1105, {0xEE});
-        manager.reports = false;
-    };
-    const auto unmapped = [this](const char* operation) {
-        return [this, operation] { manager.fail[operation] = FakeMemoryManager::NotMapped; };
-    };
-    const char* const outside = "Address outside the memory map";
-    const char* const find = "FindMemory 1000 1fff ffffffff ffffffff ";
+    const char* const outside = "platform says 0x80043092";
+    const char* const differs = "platform says 0x80042021. Address: 00001005";
     const struct {
-        std::function<void()> setUp;
         const char* line;
+        bool differs;        // a byte at 0x1105 differs from its copy
+        const char* failing; // an operation that answers "outside the map"
         HRESULT hr;
-        const char* message; // nullptr: not looked at
-        std::string call;
+        const char* message;
+        const char* call; // the platform's last log line; for a move, the command recorded
         int changes;
     } rows[] = {
-        {nullptr, "mc 1000 100f 1100", S_OK, "Compare successful", "CompareMemory 1000 100f 1100 1", 0},
-        {differs, "mc 1000 100f 1100 word", S_OK, "Memory differs. Address: 00001005",
-         "CompareMemory 1000 100f 1100 2", 0},
-        // Without an explanation of the code there is no address either.
-        {silent, "mc 1000 100f 1100", S_OK, "Unknown error code -2147213280",
-         "CompareMemory 1000 100f 1100 1", 0},
+        {"mc 1000 100f 1100", false, nullptr, S_OK, "Compare successful", "Compare2 0x1000..0x100F /1", 0},
+        {"mc 1000 100f 1100 word", true, nullptr, S_OK, differs, "Compare2 0x1000..0x100F /2", 0},
         // Verify comes before the mode, and a move always tells of the change.
-        {nullptr, "mv 1000 1003 1800 noverify long", S_OK, "", "CopyMemory 1000 1003 1800 0 4", 1},
-        {nullptr, "mv 1000 1003 1800 word", S_OK, "", "CopyMemory 1000 1003 1800 ffff 2", 1},
-        {unmapped("CopyMemory"), "mv 1000 1003 1800", S_OK, outside, "CopyMemory 1000 1003 1800 ffff 1", 1},
+        {"mv 1000 1003 1800 noverify long", false, nullptr, S_OK, "",
+         "memory_move 0x1000 0x1003 0x1800 noverify long", 1},
+        {"mv 1000 1003 1800 word", false, nullptr, S_OK, "", "memory_move 0x1000 0x1003 0x1800 verify word",
+         1},
+        {"mv 1000 1003 1800", false, "Copy2", S_OK, outside, "memory_move 0x1000 0x1003 0x1800 verify byte",
+         1},
         // A test fails as an error and always tells of the change.
-        {nullptr, "mt 1000 1fff", S_OK, "Test successful", "TestMemory 1000 1fff", 1},
-        {unmapped("TestMemory"), "mt 1000 1fff", E_FAIL, outside, "TestMemory 1000 1fff", 1},
-        // The pattern is the value padded to the mode, most significant first.
-        {nullptr, "mi 1000 1fff 12", S_OK, nullptr, find + std::string("12/ff"), 0},
-        {nullptr, "mi 1000 1fff { 12 }", S_OK, nullptr, find + std::string("12/ff"), 0},
-        {nullptr, "mi 1000 1fff 1234 word", S_OK, nullptr, find + std::string("12/ff,34/ff"), 0},
-        {nullptr, "mi 1000 1fff 1234 long", S_OK, nullptr, find + std::string("00/ff,00/ff,12/ff,34/ff"), 0},
-        {nullptr, "mi 1000 1fff 1234 single", S_OK, nullptr, find + std::string("00/ff,00/ff,12/ff,34/ff"),
-         0},
-        {nullptr, "mi 1000 1fff 1234 d", S_OK, nullptr,
-         find + std::string("00/ff,00/ff,00/ff,00/ff,00/ff,00/ff,12/ff,34/ff"), 0},
-        {nullptr, "mi 1000 1fff 41 ascii", S_OK, nullptr, find + std::string("41/ff"), 0},
+        {"mt 1000 1fff", false, nullptr, S_OK, "Test successful", "Test2 0x1000..0x1FFF", 1},
+        {"mt 1000 1fff", false, "Test2", E_FAIL, outside, "Test2 0x1000..0x1FFF", 1},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
-        manager = FakeMemoryManager();
-        if (row.setUp)
-            row.setUp();
+        platform.Poke(0x1105, {static_cast<uint8_t>(row.differs ? 0xEE : 0x05)});
+        platform.Poke(0x1800, {0x00, 0x01, 0x02, 0x03});
+        platform.answers.clear();
+        if (row.failing != nullptr)
+            platform.answers[row.failing] = FakePlatformMemory::kOutsideMap;
         const int before = changes;
         const Reply reply = Line(row.line);
         EXPECT_EQ(reply.hr, row.hr);
-        if (row.message != nullptr) {
-            EXPECT_EQ(reply.message, row.message);
-        }
-        EXPECT_EQ(manager.calls.back(), row.call);
+        EXPECT_EQ(reply.message, row.message);
+        EXPECT_EQ(row.line[1] == 'v' ? Recorded() : platform.log.back(), row.call);
         EXPECT_EQ(changes - before, row.changes);
     }
+}
+
+// Only the value padded to the mode, most significant byte first, is found
+// where it was put.
+TEST_F(Transfer, FindLooksForTheValueAsWideAsTheMode)
+{
+    const struct {
+        const char* line;
+        Bytes at1800;
+        const char* found;
+    } rows[] = {
+        {"mi 1000 1fff 12", {}, "H'00001012"},
+        {"mi 1000 1fff { 12 }", {}, "H'00001012"},
+        {"mi 1000 1fff 41 ascii", {}, "H'00001041"},
+        {"mi 1000 1fff 1234 word", {0x12, 0x34}, "H'00001800"},
+        {"mi 1000 1fff 1234 long", {0, 0, 0x12, 0x34}, "H'00001800"},
+        {"mi 1000 1fff 1234 single", {0, 0, 0x12, 0x34}, "H'00001800"},
+        {"mi 1000 1fff 1234 d", {0, 0, 0, 0, 0, 0, 0x12, 0x34}, "H'00001800"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        platform.Poke(0x1800, {0x00, 0x01, 0x02, 0x03, 0x04, 0x05, 0x06, 0x07});
+        platform.Poke(0x1800, row.at1800);
+        EXPECT_EQ(Line(row.line).message, std::string("String found at memory address ") + row.found);
+        EXPECT_EQ(platform.log.back(), "Find2 0x1000..0x1FFF");
+    }
+    EXPECT_EQ(changes, 0);
 }
 
 TEST_F(Transfer, FindReadsTheValueInTheSessionRadix)
 {
     evaluator.radix = 10;
-    Line("mi 4096 8191 18");
-    EXPECT_EQ(manager.calls.back(), "FindMemory 1000 1fff ffffffff ffffffff 12/ff");
+    EXPECT_EQ(Line("mi 4096 8191 18").message, "String found at memory address H'00001012");
 }
 
 } // namespace
