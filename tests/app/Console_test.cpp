@@ -75,61 +75,6 @@ TEST(Console, ComponentExportsExactlyTheFiveEntryPoints)
                                                 "LibraryRegister2", "QueryInterface2"}));
 }
 
-// What a run prints and its exit status: 1 exactly when an error was shown.
-TEST(Console, RunsAnswerWithTheirOutputAndExitStatus)
-{
-    struct Case {
-        const char* name;
-        std::string args, input;
-        int status;
-        std::string output;
-    };
-    const std::string conn = "Connected\n> help disconnect\ndisconnect <no parameters>\n";
-    const Case cases[] = {
-        {"version", "--version", "", 0, "Tessel Debugger 1.0\n"},
-        {"platforms", "--list-platforms", "", 0, "simulator\nsimulator-m4\nsimulator-legacy\n"},
-        {"piped lines end at quit", "", "help\\nquit\\nhelp\\n", 0,
-         "> help\nbatch <filename>\nconnect <no parameters>\nevaluate <expression>\nhelp [<command>]\n"},
-        {"empty -c runs nothing and reads no input", "-c ''", "help\\n", 0, ""},
-        {"typed lines go on after a failure", "-c 'frobnicate; help help'", "", 1,
-         "> frobnicate\nError: Unknown command: frobnicate\n> help help\nhelp [<command>]\n"},
-        {"quit ends a script", "-c 'help help; qui; help'", "", 0, "> help help\nhelp [<command>]\n> qui\n"},
-        {"batch stops at a failure", "--batch stop.qdc", "", 1,
-         "> help help\nhelp [<command>]\n> frobnicate\nError: Unknown command: frobnicate\n"
-         "Error: Batch file stop.qdc stopped; 1 line(s) not run\n"},
-        {"missing batch", "--batch none.qdc", "", 1, "Error: Cannot open batch file: none.qdc\n"},
-        {"batch of a folder", "--batch .", "", 1, "Error: Cannot open batch file: .\n"},
-        {"platform that cannot connect", "--platform nosuch -c ''", "", 1,
-         "Error: Target device driver missing, or connection cancelled: nosuch\n"},
-        {"connection batch runs before the next line",
-         "--platform simulator --batch-at 0 '$(WORKSPDIR)/conn.qdc' -c 'disconnect; connect; help help'", "",
-         0,
-         conn + "> disconnect\nDisconnected\n> connect\n" + conn +
-             "> help help\nhelp [<command>]\nDisconnected\n"},
-        {"session name with a separator", "--session ../x -c ''", "", 1,
-         "Error: The session name may not hold '/' or '\\'\n"},
-        {"bad timing", "--batch-at lunchtime boot.qdc", "", 2,
-         "Unknown timing: lunchtime (use 0 to 3, connection, before-download, after-download or "
-         "after-reset)\n"},
-    };
-    for (const auto& c : cases) {
-        Workspace ws(Files{{"stop.qdc", "help help\nfrobnicate\nhelp\n"}, {"conn.qdc", "help disconnect\n"}});
-        auto r = ws.Run(c.args, c.input);
-        EXPECT_EQ(r.status, c.status) << c.name;
-        EXPECT_EQ(r.output, c.output) << c.name;
-    }
-}
-
-TEST(Console, MissingResourceModuleIsReportedAndTheSessionStillRuns)
-{
-    Workspace ws;
-    fs::copy_file(BinaryDirectory() + "/libtessel-debugger.so", ws.Path() / "libtessel-debugger.so");
-    auto r = ws.Run("--component ./libtessel-debugger.so", "help help\\n");
-    EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(r.output, "Error: Error loading resource DLL " + (ws.Path() / "DebuggerExtRes.dll").string() +
-                            "\n> help help\nhelp [<command>]\n");
-}
-
 TEST(Console, UnloadableComponentGivesAMessageAndAFailure)
 {
     std::istringstream in;
@@ -139,22 +84,6 @@ TEST(Console, UnloadableComponentGivesAMessageAndAFailure)
     EXPECT_EQ(RunConsole(options, "/x/tessel", in, out, err, false), 1);
     EXPECT_EQ(err.str().rfind("Error: Cannot load component /nonexistent/libtessel-debugger.so", 0), 0u)
         << err.str();
-}
-
-TEST(Console, ArgumentsAreCheckedBeforeAnythingIsLoaded)
-{
-    const std::pair<std::vector<std::string>, std::string> cases[] = {
-        {{"--component", "x.so", "-c", ""}, ""},
-        {{"--component"}, "Option --component needs a value"},
-        {{"--batch", "a.qdc", "-c", ""}, "Options --batch and -c cannot be used together"},
-        {{"--frobnicate"}, "Unknown option: --frobnicate"},
-    };
-    for (const auto& [args, message] : cases) {
-        ConsoleOptions options;
-        std::string error;
-        EXPECT_EQ(ParseConsoleArguments(args, options, error), message.empty());
-        EXPECT_EQ(error, message);
-    }
 }
 
 // A person at a terminal: the prompt is put aside for what a command prints,
@@ -192,17 +121,6 @@ TEST(Console, AtATerminalOutputLandsAboveAFreshPrompt)
     waitpid(child, &status, 0);
     close(terminal);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-}
-
-TEST(ConsoleSession, SettingsOfOneRunAreThereInTheNextAndOtherSessionsAreApart)
-{
-    Workspace ws(Files{{"boot.qdc", "help disconnect\n"}});
-    auto first = ws.Run("--platform simulator --batch-at connection boot.qdc -c ''");
-    EXPECT_EQ(first.output, "Connected\n> help disconnect\ndisconnect <no parameters>\nDisconnected\n");
-    auto second = ws.Run("-c ''");
-    EXPECT_EQ(second.output, first.output) << "the platform and the batch file were kept";
-    auto other = ws.Run("--session bench -c ''");
-    EXPECT_EQ(other.output, "") << "another session has no platform yet";
 }
 
 TEST(ConsoleSession, UnreadableStoreIsReportedAndTheSessionRunsOn)
