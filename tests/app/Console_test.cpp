@@ -6,8 +6,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -16,50 +14,13 @@
 
 #include "app/Console.h"
 #include "support/Recording.h"
+#include "support/Shell.h"
 #include "support/TempFolder.h"
 
 namespace fs = std::filesystem;
 
 namespace
 {
-
-struct Result {
-    int status;
-    std::string output;
-};
-
-Result RunShell(const std::string& command)
-{
-    Result r{-1, {}};
-    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-    if (pipe == nullptr)
-        return r;
-    std::array<char, 4096> buffer;
-    size_t n;
-    while ((n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0)
-        r.output.append(buffer.data(), n);
-    int status = pclose(pipe);
-    r.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return r;
-}
-
-// A fresh workspace folder for one test, with the files it asks for.
-using Files = std::vector<std::pair<std::string, std::string>>;
-
-struct Workspace : TempFolder {
-    explicit Workspace(const Files& files = {})
-    {
-        for (const auto& [name, text] : files) {
-            fs::create_directories((*this / name).parent_path());
-            WriteFile(name, text);
-        }
-    }
-    Result Run(const std::string& args, const std::string& input = "") const
-    {
-        return RunShell("cd " + Path().string() + " && printf '" + input + "' | " + BinaryDirectory() +
-                        "/tessel " + args);
-    }
-};
 
 TEST(Console, ComponentExportsExactlyTheFiveEntryPoints)
 {
@@ -90,7 +51,7 @@ TEST(Console, UnloadableComponentGivesAMessageAndAFailure)
 // and drawn again below it.
 TEST(Console, AtATerminalOutputLandsAboveAFreshPrompt)
 {
-    Workspace ws;
+    TempFolder ws;
     const std::string program = BinaryDirectory() + "/tessel";
     int terminal = -1;
     pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
@@ -125,8 +86,11 @@ TEST(Console, AtATerminalOutputLandsAboveAFreshPrompt)
 
 TEST(ConsoleSession, UnreadableStoreIsReportedAndTheSessionRunsOn)
 {
-    Workspace ws(Files{{".tessel/workspace.db", "this is no database, just text\n"}});
-    auto r = ws.Run("--platform simulator -c disconnect");
+    TempFolder ws;
+    fs::create_directories(ws / ".tessel");
+    ws.WriteFile(".tessel/workspace.db", "this is no database, just text\n");
+    auto r = RunShell("cd " + ws.Path().string() + " && " + BinaryDirectory() +
+                      "/tessel --platform simulator -c disconnect < /dev/null");
     EXPECT_EQ(r.status, 1) << "a script that lost its settings did not run as asked";
     EXPECT_EQ(r.output.rfind("Error: ", 0), 0u) << r.output;
     EXPECT_NE(r.output.find("Connected\n> disconnect\nDisconnected\n"), std::string::npos) << r.output;

@@ -3,57 +3,28 @@
 // simulator.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 #include <string>
 #include <vector>
+
+#include "support/Recording.h"
+#include "support/Shell.h"
 
 namespace fs = std::filesystem;
 
 namespace
 {
 
-std::string BinaryDirectory()
-{
-    char buffer[4096];
-    ssize_t n = readlink("/proc/self/exe", buffer, sizeof(buffer) - 1);
-    std::string self(buffer, n > 0 ? static_cast<size_t>(n) : 0);
-    return self.substr(0, self.find_last_of('/'));
-}
-
 std::string ReadAll(const fs::path& path)
 {
     std::ifstream in(path, std::ios::binary);
     return std::string((std::istreambuf_iterator<char>(in)), {});
-}
-
-struct Outcome {
-    int status;
-    std::string output;
-};
-
-Outcome RunShell(const std::string& command)
-{
-    Outcome run{-1, {}};
-    FILE* pipe = popen(("(" + command + ") 2>&1").c_str(), "r");
-    if (pipe == nullptr)
-        return run;
-    std::array<char, 4096> buffer;
-    size_t n;
-    while ((n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0)
-        run.output.append(buffer.data(), n);
-    int status = pclose(pipe);
-    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
 }
 
 // The file's first line, or `otherwise` when the case has none.
@@ -108,8 +79,8 @@ TEST_P(Transcript, ConsoleAnswersExactly)
         fs::temp_directory_path() / ("tessel-transcript-" + name + "-" + std::to_string(getpid()));
     fs::remove_all(workspace);
     fs::create_directories(workspace);
-    Outcome run = RunShell("cd " + workspace.string() + " && " + setup + "; " + BinaryDirectory() +
-                           "/tessel " + args + " < " + (dir / (name + ".in")).string());
+    ShellResult run = RunShell("cd " + workspace.string() + " && " + setup + "; " + BinaryDirectory() +
+                               "/tessel " + args + " < " + (dir / (name + ".in")).string());
     fs::remove_all(workspace);
     ReplaceAll(run.output, workspace.string(), "{workspace}");
 
