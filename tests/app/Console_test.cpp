@@ -12,7 +12,6 @@
 #include <set>
 #include <sstream>
 
-#include "app/Console.h"
 #include "support/Recording.h"
 #include "support/Shell.h"
 #include "support/TempFolder.h"
@@ -34,17 +33,6 @@ TEST(Console, ComponentExportsExactlyTheFiveEntryPoints)
             functions.insert(name);
     EXPECT_EQ(functions, (std::set<std::string>{"CreateInstance", "DestroyInstance", "GetComponentVersion",
                                                 "LibraryRegister2", "QueryInterface2"}));
-}
-
-TEST(Console, UnloadableComponentGivesAMessageAndAFailure)
-{
-    std::istringstream in;
-    std::ostringstream out, err;
-    ConsoleOptions options;
-    options.componentPath = "/nonexistent/libtessel-debugger.so";
-    EXPECT_EQ(RunConsole(options, "/x/tessel", in, out, err, false), 1);
-    EXPECT_EQ(err.str().rfind("Error: Cannot load component /nonexistent/libtessel-debugger.so", 0), 0u)
-        << err.str();
 }
 
 // A person at a terminal: the prompt is put aside for what a command prints,
