@@ -86,6 +86,7 @@ TEST_P(Transcript, ConsoleAnswersExactly)
 
     if (std::getenv("TESSEL_UPDATE_TRANSCRIPTS") != nullptr) {
         std::ofstream(dir / (name + ".out"), std::ios::binary) << run.output;
+        fs::remove(dir / (name + ".status"));
         if (run.status != 0)
             std::ofstream(dir / (name + ".status")) << run.status << "\n";
         GTEST_SKIP() << "written " << name << ".out";
