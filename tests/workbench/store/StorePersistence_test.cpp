@@ -41,17 +41,6 @@ struct Setting {
     bool keyedBySession = true;
 };
 
-// What an out value holds before a Get, so a Get that leaves it alone shows.
-template <class T> T Stale()
-{
-    if constexpr (std::is_same_v<T, std::string>)
-        return "stale";
-    else if constexpr (std::is_same_v<T, Variant>)
-        return Variant::String("stale");
-    else
-        return T(0x1234);
-}
-
 // The generic pair: `call` is handed the store, the key and the argument.
 template <class T, class SetCall, class GetCall>
 Setting Make(const char* name, SetCall setCall, GetCall getCall, Value own, Value empty, bool keyed = true)
@@ -60,15 +49,15 @@ Setting Make(const char* name, SetCall setCall, GetCall getCall, Value own, Valu
             [setCall](SettingsStore& s, const Names& k, const Value& v) {
                 return setCall(s, k, static_cast<T>(std::get<Wide<T>>(v)));
             },
-            [getCall](SettingsStore& s, const Names& k, Value& v) {
-                T out = Stale<T>();
+            // The out value starts as the setting's own, so a Get that leaves it alone shows
+            // wherever something else is expected.
+            [getCall, own](SettingsStore& s, const Names& k, Value& v) {
+                T out = static_cast<T>(std::get<Wide<T>>(own));
                 HRESULT hr = getCall(s, k, out);
                 v = static_cast<Wide<T>>(out);
                 return hr;
             },
-            std::move(own),
-            std::move(empty),
-            keyed};
+            std::move(own), std::move(empty), keyed};
 }
 
 using Key = const std::string&;
