@@ -8,8 +8,7 @@ class PlainObject final : public IUnknown
 public:
     HRESULT QueryInterface(const Guid& iid, void** out) override
     {
-        *out = iid == Ids::IUnknown ? this : nullptr;
-        return *out != nullptr ? S_OK : E_NOINTERFACE;
+        return AnswerFrom({Ids::IUnknown}, iid, this, out);
     }
     TESSEL_NOT_REFCOUNTED
 };

@@ -18,14 +18,9 @@ public:
     HRESULT QueryInterface(const Guid& iid, void** out) override
     {
         askedOn.push_back(std::this_thread::get_id());
-        if (iid == Ids::IUnknown || iid == Ids::IQPostMessageClient)
-            *out = static_cast<IQPostMessageClient*>(this);
-        else
-            *out = nullptr;
-        return *out != nullptr ? S_OK : E_NOINTERFACE;
+        return AnswerFrom({Ids::IUnknown, Ids::IQPostMessageClient}, iid, Identity(), out);
     }
-    uint32_t AddRef() override { return 1; }
-    uint32_t Release() override { return 0; }
+    TESSEL_NOT_REFCOUNTED
 
     HRESULT OnPostedMessage(uint32_t value) override
     {

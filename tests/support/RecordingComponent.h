@@ -15,8 +15,7 @@ public:
 
     HRESULT QueryInterface(const Guid& iid, void** out) override
     {
-        *out = iid == Ids::IUnknown || iid == Ids::IQComponent ? this : nullptr;
-        return *out != nullptr ? S_OK : E_NOINTERFACE;
+        return AnswerFrom({Ids::IUnknown, Ids::IQComponent}, iid, this, out);
     }
     TESSEL_NOT_REFCOUNTED
 

@@ -28,10 +28,8 @@ public:
 
     HRESULT QueryInterface(const Guid& iid, void** out) override
     {
-        *out = (iid == Ids::IUnknown || iid == Ids::IQCmdClient || iid == Ids::IQCmdClient2)
-                   ? static_cast<IQCmdClient2*>(this)
-                   : nullptr;
-        return *out ? S_OK : E_NOINTERFACE;
+        return AnswerFrom({Ids::IUnknown, Ids::IQCmdClient, Ids::IQCmdClient2}, iid,
+                          static_cast<IQCmdClient2*>(this), out);
     }
     TESSEL_NOT_REFCOUNTED
 

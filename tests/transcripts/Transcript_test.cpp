@@ -3,32 +3,23 @@
 // simulator.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 #include <string>
 #include <vector>
+
+#include "support/Recording.h"
+#include "support/Shell.h"
 
 namespace fs = std::filesystem;
 
 namespace
 {
-
-std::string BinaryDirectory()
-{
-    char buffer[4096];
-    ssize_t n = readlink("/proc/self/exe", buffer, sizeof(buffer) - 1);
-    std::string self(buffer, n > 0 ? static_cast<size_t>(n) : 0);
-    return self.substr(0, self.find_last_of('/'));
-}
 
 std::string ReadAll(const fs::path& path)
 {
@@ -36,18 +27,20 @@ std::string ReadAll(const fs::path& path)
     return std::string((std::istreambuf_iterator<char>(in)), {});
 }
 
-std::string RunShell(const std::string& command)
+// The file's first line, or `otherwise` when the case has none.
+std::string Optional(const fs::path& path, std::string otherwise)
 {
-    std::string output;
-    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-    if (pipe == nullptr)
-        return output;
-    std::array<char, 4096> buffer;
-    size_t n;
-    while ((n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0)
-        output.append(buffer.data(), n);
-    pclose(pipe);
-    return output;
+    if (!fs::exists(path))
+        return otherwise;
+    std::string text = ReadAll(path);
+    text.erase(text.find_last_not_of("\r\n") + 1);
+    return text;
+}
+
+void ReplaceAll(std::string& text, const std::string& from, const std::string& to)
+{
+    for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
 }
 
 std::vector<std::string> CaseNames()
@@ -64,35 +57,42 @@ class Transcript : public ::testing::TestWithParam<std::string>
 {
 };
 
-// NAME.in is typed into the console; NAME.out is what must come back;
-// NAME.args, when present, holds the console's arguments (default: a session
-// on the simulator; {cases} stands for this folder). With TESSEL_UPDATE_TRANSCRIPTS set, the output is
-// written to NAME.out instead, for a person to read through before it is kept.
+// NAME.in is typed into the console; NAME.out is what must come back, and
+// NAME.status (default 0) the exit status. NAME.args, when present, holds the
+// console's arguments (default: a session on the simulator); NAME.setup, a
+// shell line run in the fresh workspace first, its output part of the
+// transcript. In both, {cases} stands for this folder and {bin} for the
+// programs' folder; in the output, the workspace reads as {workspace}. With
+// TESSEL_UPDATE_TRANSCRIPTS set, the output is written to NAME.out instead,
+// for a person to read through before it is kept.
 TEST_P(Transcript, ConsoleAnswersExactly)
 {
     const fs::path dir = TESSEL_TRANSCRIPT_DIR;
     const std::string name = GetParam();
-    std::string args = "--platform simulator";
-    if (fs::exists(dir / (name + ".args"))) {
-        args = ReadAll(dir / (name + ".args"));
-        args.erase(args.find_last_not_of("\r\n") + 1);
-        // {cases} names this folder, for batch files the case brings along.
-        for (size_t at = args.find("{cases}"); at != std::string::npos; at = args.find("{cases}"))
-            args.replace(at, 7, dir.string());
+    std::string args = Optional(dir / (name + ".args"), "--platform simulator");
+    std::string setup = Optional(dir / (name + ".setup"), "true");
+    for (std::string* text : {&args, &setup}) {
+        ReplaceAll(*text, "{cases}", dir.string());
+        ReplaceAll(*text, "{bin}", BinaryDirectory());
     }
     fs::path workspace =
         fs::temp_directory_path() / ("tessel-transcript-" + name + "-" + std::to_string(getpid()));
     fs::remove_all(workspace);
     fs::create_directories(workspace);
-    std::string output = RunShell("cd " + workspace.string() + " && " + BinaryDirectory() + "/tessel " +
-                                  args + " < " + (dir / (name + ".in")).string());
+    ShellResult run = RunShell("cd " + workspace.string() + " && " + setup + "; " + BinaryDirectory() +
+                               "/tessel " + args + " < " + (dir / (name + ".in")).string());
     fs::remove_all(workspace);
+    ReplaceAll(run.output, workspace.string(), "{workspace}");
 
     if (std::getenv("TESSEL_UPDATE_TRANSCRIPTS") != nullptr) {
-        std::ofstream(dir / (name + ".out"), std::ios::binary) << output;
+        std::ofstream(dir / (name + ".out"), std::ios::binary) << run.output;
+        fs::remove(dir / (name + ".status"));
+        if (run.status != 0)
+            std::ofstream(dir / (name + ".status")) << run.status << "\n";
         GTEST_SKIP() << "written " << name << ".out";
     }
-    EXPECT_EQ(output, ReadAll(dir / (name + ".out"))) << "case " << name;
+    EXPECT_EQ(run.output, ReadAll(dir / (name + ".out"))) << "case " << name;
+    EXPECT_EQ(std::to_string(run.status), Optional(dir / (name + ".status"), "0")) << "case " << name;
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, Transcript, ::testing::ValuesIn(CaseNames()),

@@ -124,18 +124,6 @@ TEST_F(CommandWindowTest, FailureInANestedBatchStopsEveryBatchOutToTheOutermost)
     EXPECT_FALSE(window.SubmitBatchFile(dir)) << "a folder is no batch file";
 }
 
-TEST_F(CommandWindowTest, BatchThatCallsItselfStopsAtTheDepthLimit)
-{
-    std::string self = dir + "/self.qdc";
-    Batch("self.qdc", "md 1\nbatch " + self + "\nmd after\n");
-    ASSERT_TRUE(window.SubmitBatchFile(self));
-    EXPECT_EQ(display.lines.size(), CommandWindow::kMaxBatchDepth);
-    EXPECT_NE(out.str().find("Error: Batch files nested too deeply (more than 16): " + self),
-              std::string::npos);
-    EXPECT_TRUE(window.Idle());
-    EXPECT_EQ(window.Failures(), 1);
-}
-
 TEST_F(CommandWindowTest, OverlongTypedLineIsRefused)
 {
     std::string huge(1 << 20, 'x');
@@ -189,14 +177,9 @@ TEST_F(CommandWindowTest, SequenceSplitsAtSemicolonsOutsideQuotesAndBraces)
     EXPECT_EQ(display.lines, (std::vector<std::string>{"md \"a;b\"", "md {c;d}", "md 3"}));
 }
 
-TEST_F(CommandWindowTest, HelpListsRegisteredCommandsWithTheirParameters)
+// What completion at a terminal offers.
+TEST_F(CommandWindowTest, CommandNamesAreEveryRegisteredNameInOrder)
 {
-    workbench.Help().AddCommandHelp("memory_display", "<address> [<length>] [<mode>]", 0);
-    workbench.Help().AddCommandHelp("md", "<address> [<length>] [<mode>]", 1);
-    EXPECT_EQ(Run("help"),
-              "> help\nbatch <filename>\nhelp [<command>]\nmemory_display <address> [<length>] [<mode>]\n");
-    EXPECT_EQ(Run("help md"), "> help md\nmd <address> [<length>] [<mode>]\n");
-    EXPECT_EQ(Run("help nothing"), "> help nothing\nError: No help for: nothing\n");
     EXPECT_EQ(window.CommandNames(), (std::vector<std::string>{"batch", "exit", "go", "help", "md",
                                                                "memory_display", "memory_dump", "quit"}));
 }

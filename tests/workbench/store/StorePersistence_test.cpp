@@ -4,7 +4,11 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <type_traits>
+#include <variant>
+#include <vector>
 
 #include "support/RawSql.h"
 #include "support/StoreOps.h"
@@ -15,72 +19,143 @@ namespace fs = std::filesystem;
 
 namespace
 {
+// A session key as the component hands it over.
+struct Names {
+    std::string ws, project, session;
+};
+const Names kKey{"Bench", "Blinky", "Flash Session"};
+const Names kShouted{"BENCH", "blinky", "FLASH session"};
+const Names kOtherSession{"Bench", "Blinky", "RAM Session"};
 
-// Every operation's value in a round: 0 gives each its own, awkward ones
-// among them; 1 writes the empty ones over them; -1 is nothing stored.
-std::string Text(const TextOp& op, int round)
+// Every stored value travels as one of these; numbers of every width as int64_t.
+using Value = std::variant<std::string, int64_t, Variant>;
+template <class T> using Wide = std::conditional_t<std::is_integral_v<T>, int64_t, T>;
+
+// One setting: its set and get, a value of its own (awkward ones among them)
+// and the empty one written over it in the second round.
+struct Setting {
+    const char* name;
+    std::function<HRESULT(SettingsStore&, const Names&, const Value&)> set;
+    std::function<HRESULT(SettingsStore&, const Names&, Value&)> get;
+    Value own, empty;
+    bool keyedBySession = true;
+};
+
+// The generic pair: `call` is handed the store, the key and the argument.
+template <class T, class SetCall, class GetCall>
+Setting Make(const char* name, SetCall setCall, GetCall getCall, Value own, Value empty, bool keyed = true)
 {
-    return round != 0 ? "" : "text of " + std::string(op.name) + std::string("\0\xc3\xa9|<none>", 11);
+    return {name,
+            [setCall](SettingsStore& s, const Names& k, const Value& v) {
+                return setCall(s, k, static_cast<T>(std::get<Wide<T>>(v)));
+            },
+            // The out value starts as the setting's own, so a Get that leaves it alone shows
+            // wherever something else is expected.
+            [getCall, own](SettingsStore& s, const Names& k, Value& v) {
+                T out = static_cast<T>(std::get<Wide<T>>(own));
+                HRESULT hr = getCall(s, k, out);
+                v = static_cast<Wide<T>>(out);
+                return hr;
+            },
+            std::move(own), std::move(empty), keyed};
 }
-int64_t Number(bool flag, size_t i, int round)
+
+using Key = const std::string&;
+template <class T, class SetArg>
+Setting Session(const char* name, HRESULT (SettingsStore::*set)(Key, Key, Key, SetArg),
+                HRESULT (SettingsStore::*get)(Key, Key, Key, T&), Value own, Value empty)
 {
-    const int64_t flags[] = {0xFFFF, 0x8000, 1}, numbers[] = {INT32_MIN, INT32_MAX, -1};
-    return round != 0 ? 0 : flag ? flags[i] : numbers[i];
+    return Make<T>(
+        name,
+        [set](SettingsStore& s, const Names& k, SetArg v) { return (s.*set)(k.ws, k.project, k.session, v); },
+        [get](SettingsStore& s, const Names& k, T& v) { return (s.*get)(k.ws, k.project, k.session, v); },
+        std::move(own), std::move(empty));
 }
-Variant Value(size_t i, int round)
+
+std::string Awkward(const char* name)
 {
-    if (round != 0)
-        return round < 0 || i == 0 ? Variant() : Variant::Array(VT_ARRAY_BSTR);
-    const Variant values[] = {
-        StringList({"$PROJ_DIR$\\out\\a.elf", "-1", "elf", "0", "1", "4", "1"}),
-        Variant::Array(VT_ARRAY | VT_VARIANT,
-                       {StringList({"a"}), Variant::Array(VT_ARRAY_UINT, {Variant::UInt(0xFFFFFFFF)})}),
-        Variant::String("x")};
-    return values[i];
+    return "text of " + std::string(name) + std::string("\0\xc3\xa9|<none>", 11);
+}
+
+std::vector<Setting> Settings()
+{
+    using S = SettingsStore;
+    using T = std::string;
+    const Variant none;
+    return {
+        Session<T>("SessionText", &S::SetSessionText, &S::GetSessionText, Awkward("SessionText"), T()),
+        Session<T>("Platform", &S::SetPlatform, &S::GetPlatform, Awkward("Platform"), T()),
+        Session<T>("DefaultReader", &S::SetDefaultReader, &S::GetDefaultReader, Awkward("DefaultReader"),
+                   T()),
+        Make<T>(
+            "FirstConnectionProperty",
+            [](S& s, const Names& k, const T& v) {
+                return s.SetProperty("FIRST_CONNECTION_TAG", v, k.ws, k.project, k.session);
+            },
+            [](S& s, const Names& k, T& v) {
+                return s.GetProperty("FIRST_CONNECTION_TAG", k.ws, k.project, k.session, v);
+            },
+            Awkward("FirstConnectionProperty"), T()),
+        Make<T>(
+            "GlobalString", [](S& s, const Names&, const T& v) { return s.SetString("Recent", v); },
+            [](S& s, const Names&, T& v) { return s.GetString("Recent", v); }, Awkward("GlobalString"), T(),
+            false),
+        // Truth values of form A, then of form B and plain numbers.
+        Session<VariantBool>("NoAutoConnect", &S::SetNoAutoConnect, &S::GetNoAutoConnect, 0xFFFF, int64_t(0)),
+        Session<VariantBool>("DownloadAfterBuild", &S::SetDownloadAfterBuild, &S::GetDownloadAfterBuild,
+                             0x8000, int64_t(0)),
+        Session<VariantBool>("RemoveBreaksOnDownload", &S::SetRemoveBreaksOnDownload,
+                             &S::GetRemoveBreaksOnDownload, int64_t(1), int64_t(0)),
+        Session<int32_t>("DisableMemoryUntilBatch", &S::SetDisableMemoryUntilBatch,
+                         &S::GetDisableMemoryUntilBatch, int64_t(INT32_MIN), int64_t(0)),
+        Session<int32_t>("LimitDisassemblyAccess", &S::SetLimitDisassemblyAccess,
+                         &S::GetLimitDisassemblyAccess, int64_t(INT32_MAX), int64_t(0)),
+        Make<int32_t>(
+            "GlobalNumber", [](S& s, const Names&, int32_t v) { return s.SetNumber("Window", v); },
+            [](S& s, const Names&, int32_t& v) { return s.GetNumber("Window", v); }, int64_t(-1), int64_t(0),
+            false),
+        Session<Variant>("Modules", &S::SetModules, &S::GetModules,
+                         StringList({"$PROJ_DIR$\\out\\a.elf", "-1", "elf", "0", "1", "4", "1"}), none),
+        Session<Variant>(
+            "CommandFiles", &S::SetCommandFiles, &S::GetCommandFiles,
+            Variant::Array(VT_ARRAY | VT_VARIANT,
+                           {StringList({"a"}), Variant::Array(VT_ARRAY_UINT, {Variant::UInt(0xFFFFFFFF)})}),
+            Variant::Array(VT_ARRAY_BSTR)),
+        Session<Variant>("SessionData", &S::SaveValue, &S::LoadValue, Variant::String("x"),
+                         Variant::Array(VT_ARRAY_BSTR)),
+    };
+}
+
+// Round 0 is each setting's own value, 1 the empty one over it, -1 nothing stored.
+Value Expected(const Setting& setting, int round)
+{
+    if (round >= 0)
+        return round == 0 ? setting.own : setting.empty;
+    return std::visit([](const auto& v) { return Value(std::decay_t<decltype(v)>{}); }, setting.own);
 }
 
 void WriteEverything(SettingsStore& store, int round = 0)
 {
-    for (auto& op : TextOps())
-        ASSERT_EQ(op.set(store, kKey, Text(op, round)), S_OK) << store.LastError();
-    for (bool flag : {true, false}) {
-        auto ops = flag ? FlagOps() : IntOps();
-        for (size_t i = 0; i < ops.size(); ++i)
-            ASSERT_EQ(ops[i].set(store, kKey, Number(flag, i, round)), S_OK) << store.LastError();
-    }
-    auto variants = VariantOps();
-    for (size_t i = 0; i < variants.size(); ++i)
-        ASSERT_EQ(variants[i].set(store, kKey, Value(i, round)), S_OK) << store.LastError();
+    for (const auto& setting : Settings())
+        ASSERT_EQ(setting.set(store, kKey, Expected(setting, round)), S_OK)
+            << setting.name << store.LastError();
 }
 
 // Sessions are found without regard to case; `other` checks only the
-// operations kept per session.
+// settings kept per session.
 void CheckEverything(SettingsStore& store, int round = 0, const Names& key = kShouted, bool other = false)
 {
-    const HRESULT expected = round < 0 ? S_FALSE : S_OK;
-    for (auto& op : TextOps()) {
-        std::string out;
-        if (!other || op.keyedBySession) {
-            EXPECT_EQ(op.get(store, key, out), expected) << op.name;
-            EXPECT_EQ(out, Text(op, round)) << op.name;
+    for (const auto& setting : Settings()) {
+        if (other && !setting.keyedBySession)
+            continue;
+        SCOPED_TRACE(setting.name);
+        Value out;
+        EXPECT_EQ(setting.get(store, key, out), round < 0 ? S_FALSE : S_OK);
+        const Value expected = Expected(setting, round);
+        EXPECT_TRUE(out == expected);
+        if (const auto* v = std::get_if<Variant>(&out)) {
+            EXPECT_EQ(v->Type(), std::get<Variant>(expected).Type());
         }
-    }
-    for (bool flag : {true, false}) {
-        auto ops = flag ? FlagOps() : IntOps();
-        for (size_t i = 0; i < ops.size(); ++i) {
-            int64_t out = 0;
-            if (!other || ops[i].keyedBySession) {
-                EXPECT_EQ(ops[i].get(store, key, out), expected) << ops[i].name;
-                EXPECT_EQ(out, Number(flag, i, round)) << ops[i].name;
-            }
-        }
-    }
-    auto variants = VariantOps();
-    for (size_t i = 0; i < variants.size(); ++i) {
-        Variant out;
-        EXPECT_EQ(variants[i].get(store, key, out), expected) << variants[i].name;
-        EXPECT_EQ(out, Value(i, round)) << variants[i].name;
-        EXPECT_EQ(out.Type(), Value(i, round).Type()) << variants[i].name;
     }
 }
 
