@@ -1,7 +1,11 @@
 #include "component/symbols/CVELLabelManager.h"
 
 #include "boundary/Ids.h"
-#include "component/command/CCmd.h"
+#include "component/command/symbol/CCmdLabelSymbolAdd.h"
+#include "component/command/symbol/CCmdLabelSymbolClear.h"
+#include "component/command/symbol/CCmdLabelSymbolLoad.h"
+#include "component/command/symbol/CCmdLabelSymbolSave.h"
+#include "component/command/symbol/CCmdLabelSymbolView.h"
 #include "component/util/MessageFormat.h"
 
 namespace
@@ -24,6 +28,14 @@ HRESULT Lend(const LabelRecord* found, const LabelRecord*& record)
 CVELLabelManager::CVELLabelManager(IQServiceRegistry* registry, CDebuggerState& owner)
     : CLabelManager(registry, owner)
 {
+    // Without a registry no command window could find them.
+    if (registry == nullptr)
+        return;
+    commands_.push_back(std::make_unique<CCmdLabelSymbolAdd>(owner, *this, registry));
+    commands_.push_back(std::make_unique<CCmdLabelSymbolClear>(owner, *this, registry));
+    commands_.push_back(std::make_unique<CCmdLabelSymbolLoad>(owner, *this, registry));
+    commands_.push_back(std::make_unique<CCmdLabelSymbolSave>(owner, *this, registry));
+    commands_.push_back(std::make_unique<CCmdLabelSymbolView>(owner, *this, registry));
 }
 
 // The commands go first: they hold on to the store through this manager.
