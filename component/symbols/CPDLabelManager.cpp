@@ -4,7 +4,10 @@
 
 HRESULT CPDLabelManager::OnPlatformAttached(IQServiceRegistry*)
 {
-    // The registry the platform attached to is the one this manager was made with.
+    // The registry the platform attached to is the one this manager was made
+    // with. Nothing of an earlier platform survives a new attachment.
+    valueToSymbol_ = nullptr;
+    symbolToValue_ = nullptr;
     if (auto* functions = GetServiceAs<IQPlatformFunctions>(registry_, Ids::IQPlatformFunctions)) {
         valueToSymbol_ = LookUpPlatformFunction<PlatformValToSymFn>(*functions, "LOAD_ValToSym");
         symbolToValue_ = LookUpPlatformFunction<PlatformSymToValFn>(*functions, "LOAD_SymToVal");

@@ -4,10 +4,13 @@
 #include <fstream>
 #include <sstream>
 
+#include "component/command/symbol/CCmdLabelSymbolAdd.h"
+#include "component/command/symbol/CCmdLabelSymbolClear.h"
 #include "component/frame/CDebuggerState.h"
 #include "component/symbols/CPDLabelManager.h"
 #include "component/symbols/CVELLabelManager.h"
 #include "component/symbols/SymbolFile.h"
+#include "support/FakeEvaluator.h"
 #include "support/FakeLabelPlatform.h"
 #include "support/Recording.h"
 #include "support/TempFolder.h"
@@ -160,6 +163,40 @@ TEST_F(LabelManager, RefusesAFileThatDoesNotBeginExactly)
     EXPECT_EQ(Saved(), "BEGIN\n00000002H cut\nEND\n");
     EXPECT_EQ(LoadSymbolFile(*labels, Write("BEGIN\nEND\n"), &registry), S_OK);
     EXPECT_EQ(log.back(), "Broadcast " + IdName(Ids::EVENT_LABELS_CHANGED));
+}
+
+TEST_F(LabelManager, SymbolCommandsTellTheViewsOfAChangeOnly)
+{
+    FakeEvaluator numbers;
+    registry.Provide(Ids::IQEvaluator2, &numbers);
+    CCmdLabelSymbolAdd add(owner, *labels, &registry);
+    CCmdLabelSymbolClear clear(owner, *labels, &registry);
+    const struct {
+        CCmd& command;
+        const char* line;
+        HRESULT result;
+        bool told;
+    } cases[] = {
+        {add, "main 100", S_OK, true},
+        {add, "main 104", S_OK, true},
+        // Found ignoring case, but the replacement is asked for by the name as typed.
+        {add, "MAIN 108", E_FAIL, false},
+        {add, "main", E_FAIL, false},
+        {clear, "nosuch", S_OK, false},
+        {clear, "main", S_OK, true},
+        {clear, "main", S_OK, false},
+        {clear, "", S_OK, true},
+        {clear, "a b", E_FAIL, false},
+    };
+    for (const auto& c : cases) {
+        const size_t before = log.size();
+        std::string message;
+        bool continuing = true;
+        EXPECT_EQ(c.command.Run(c.line, message, continuing), c.result) << c.line;
+        EXPECT_EQ(log.size() > before && log.back() == "Broadcast " + IdName(Ids::EVENT_LABELS_CHANGED),
+                  c.told)
+            << c.line;
+    }
 }
 
 TEST_F(LabelManager, PlatformFamilyAsksThePlatformOnceAttached)
