@@ -34,6 +34,7 @@ inline constexpr Guid IQDebuggerApplicationServer = "{391D0DC2-05FF-4B04-994B-A5
 inline constexpr Guid IQDisassemblyDataManagerServer = "{98AFF699-E594-4941-BD35-A8E71D43DEAA}"_guid;
 inline constexpr Guid IQLabelManager2 = "{2B27EEC9-5BFB-420E-941E-A84E8A6CAA30}"_guid;
 inline constexpr Guid IQLabelManager = "{914F4C74-D760-11D4-940A-00C04F68EB57}"_guid;
+inline constexpr Guid IQLabelManagerInternal = "{5E5AF60D-BEA9-4A7A-84B1-093F678A98C5}"_guid;
 inline constexpr Guid IQPostMessageClient = "{F7EFE0B2-8A94-418A-9C89-E0B9C7BEF55D}"_guid;
 inline constexpr Guid IQFileMonitorClient = "{4AF5E54D-E8F3-469B-9F47-126649220905}"_guid;
 inline constexpr Guid HostExtras = "{D5BB79DE-DAF7-43CF-B4AE-7546179BD048}"_guid;

@@ -5,6 +5,7 @@
 #include "boundary/Flags.h"
 #include "boundary/Variant.h"
 #include "boundary/interfaces/Component.h"
+#include "boundary/interfaces/LabelManager.h"
 #include "boundary/interfaces/MemoryManager.h"
 
 // The debugger's own interfaces, as other components of the workbench see them.
@@ -53,8 +54,6 @@ struct IQWorkSpaceExtendedClient : IUnknown {
 };
 
 // Primary faces of the managers the state owns.
-struct IQLabelManager2 : IUnknown {
-};
 struct IQPCBreakManager : IUnknown {
 };
 struct IQRunner : IUnknown {

@@ -4,6 +4,7 @@
 
 #include "boundary/Flags.h"
 #include "boundary/Unknown.h"
+#include "boundary/interfaces/LabelManager.h"
 
 // The older kind of platform offers plain functions looked up by name rather
 // than interfaces. Every function returns non-zero for success.
@@ -24,8 +25,14 @@ template <class Fn> Fn LookUpPlatformFunction(IQPlatformFunctions& functions, co
     return reinterpret_cast<Fn>(pointer);
 }
 
-// The memory areas of a platform driven by function name, bounds inclusive.
+// The label list and the memory areas of a platform driven by function name,
+// bounds inclusive. A platform that keeps no labels of its own leaves the list
+// operations as they are: they fail.
 struct IQPlatformFreeRun : IUnknown {
+    // Borrowed: the record stays the platform's.
+    virtual HRESULT GetLabelPointer(uint32_t, const LabelRecord*&) { return E_FAIL; }            // 3
+    virtual HRESULT GetLabelCopy(uint32_t, LabelRecord&) { return E_FAIL; }                      // 4
+    virtual HRESULT GetLabelCount(uint32_t&) { return E_FAIL; }                                  // 5
     virtual HRESULT GetAreaCount(uint32_t& count) = 0;                                           // 6
     virtual HRESULT GetAreaBounds(uint32_t index, TargetAddress& start, TargetAddress& end) = 0; // 7
 };
@@ -48,4 +55,6 @@ typedef int (*PlatformEvalDoubleFn)(const char* text, double* value);
 // "LOAD_ValToSym": the name of the symbol at value, or null; the text stays
 // the platform's.
 typedef const char* (*PlatformValToSymFn)(int32_t reserved, uint32_t value);
+// "LOAD_SymToVal": non-zero when the platform knows the name.
+typedef int (*PlatformSymToValFn)(int32_t reserved, const char* name, uint32_t* value);
 }

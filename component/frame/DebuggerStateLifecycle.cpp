@@ -12,8 +12,9 @@
 #include "component/memory/CVELMemoryManagerDisableAble.h"
 #include "component/run/CRunner.h"
 #include "component/session/CDyxSessionDataCommandSink.h"
-#include "component/symbols/CLabelManager.h"
 #include "component/symbols/CPDEvaluator.h"
+#include "component/symbols/CPDLabelManager.h"
+#include "component/symbols/CVELLabelManager.h"
 
 namespace
 {
@@ -47,7 +48,7 @@ HRESULT CDebuggerState::Initialise(IQServiceRegistry* registry, int32_t flag)
         Registry->RegisterService(id, static_cast<IQDebuggerState9*>(this));
     Registry->RegisterService(Ids::IQDebuggerState, static_cast<IQDebuggerState*>(this));
 
-    Labels = std::make_unique<CVELLabelManager>(*this);
+    Labels = std::make_unique<CVELLabelManager>(Registry, *this);
     Memory = std::make_unique<CVELMemoryManagerDisableAble>(Registry);
     Prompts = std::make_unique<CUserPrompts>(Registry);
 
@@ -194,11 +195,11 @@ void CDebuggerState::SelectPlatformMode(const std::string& platform)
     Memory.reset();
     Evaluator.reset();
     if (newMode == PLATFORM_MODE_VEL) {
-        Labels = std::make_unique<CVELLabelManager>(*this);
+        Labels = std::make_unique<CVELLabelManager>(Registry, *this);
         Memory = std::make_unique<CVELMemoryManagerDisableAble>(Registry);
         return;
     }
-    Labels = std::make_unique<CPDLabelManager>(*this);
+    Labels = std::make_unique<CPDLabelManager>(Registry, *this);
     Memory = std::make_unique<CPDMemoryManagerDisableAble>(Registry);
     if (oldMode == PLATFORM_MODE_VEL && CommandSink)
         CommandSink->AddPlatformCommands();

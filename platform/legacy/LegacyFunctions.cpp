@@ -223,6 +223,18 @@ static const char* LegacyValToSym(int32_t, uint32_t value)
     return platform != nullptr ? platform->Symbols().NameAt(value) : nullptr;
 }
 
+static int LegacySymToVal(int32_t, const char* name, uint32_t* value)
+{
+    LegacyPlatform* platform = LegacyPlatform::Current();
+    if (platform == nullptr || name == nullptr || value == nullptr)
+        return 0;
+    const std::optional<uint32_t> found = platform->Symbols().Find(name);
+    if (!found)
+        return 0;
+    *value = *found;
+    return 1;
+}
+
 } // extern "C"
 
 namespace
@@ -257,6 +269,7 @@ void* LegacyFunction(std::string_view name)
         {"EXP_Eval_FLOAT", Untyped<PlatformEvalFloatFn>(LegacyEvalFloat)},
         {"EXP_Eval_DOUBLE", Untyped<PlatformEvalDoubleFn>(LegacyEvalDouble)},
         {"LOAD_ValToSym", Untyped<PlatformValToSymFn>(LegacyValToSym)},
+        {"LOAD_SymToVal", Untyped<PlatformSymToValFn>(LegacySymToVal)},
     };
     for (const Entry& entry : table)
         if (entry.name == name)
