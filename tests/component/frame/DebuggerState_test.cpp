@@ -26,7 +26,28 @@ const std::vector<Guid> kMemoryIds = {Ids::IQMemoryManager,         Ids::IQMemor
                                       Ids::IQMemoryManager5,        Ids::IQMemoryManagerCmdLine,
                                       Ids::IQMemoryManagerCmdLine2, Ids::IQMemoryManagerCmdLine3,
                                       Ids::IQMemoryManagerCmdLine4, Ids::IQMemoryManagerCmdLine5};
+const std::vector<Guid> kLabelIds = {Ids::IQLabelManager, Ids::IQLabelManager2, Ids::IQLabelManagerInternal};
 const std::vector<Guid> kBreakIds = {Ids::IQPCBreakManager, Ids::IQPCBreakManager2, Ids::IQPCBreakManager3};
+
+// The label manager's five commands, each offering its two command faces and
+// its parameter text.
+CallLog SymbolCommands()
+{
+    CallLog log;
+    for (int i = 0; i < 5; ++i)
+        log = log + Each("RegisterProvider", {Ids::IQCmdClient, Ids::IQCmdClient2}) +
+              Each("GetService", {Ids::CommandHelpService});
+    return log;
+}
+
+CallLog SymbolCommandsGone()
+{
+    CallLog log;
+    for (int i = 0; i < 5; ++i)
+        log = log + Each("GetService", {Ids::CommandHelpService}) +
+              Each("UnregisterProvider", {Ids::IQCmdClient, Ids::IQCmdClient2});
+    return log;
+}
 
 TEST_F(DebuggerState, FalseFlagChangesNothing)
 {
@@ -42,7 +63,8 @@ TEST_F(DebuggerState, InitialiseFetchesThenRegistersInOrder)
     EXPECT_EQ(log, CallLog{"QueryInterface HostExtras"} +
                        Each("GetService", {Ids::ErrorTable, Ids::PlatformList, Ids::DriverFactory,
                                            Ids::EditorService, Ids::SourceViewer, Ids::DisassemblyViewer}) +
-                       Each("RegisterService", kStateIds) + Each("RegisterService", kMemoryIds) +
+                       Each("RegisterService", kStateIds) + Each("RegisterService", kLabelIds) +
+                       SymbolCommands() + Each("RegisterService", kMemoryIds) +
                        Each("GetService", {Ids::ErrorTable, Ids::UserPromptTable}) +
                        Each("RegisterProvider", {Ids::IQPostMessageClient, Ids::IQFileMonitorClient}) +
                        Each("RegisterService", kBreakIds) +
@@ -79,7 +101,8 @@ TEST_F(DebuggerState, TerminateGivesEverythingBackInReverse)
         Each("UnregisterService", kBreakIds) +
         Each("UnregisterService", {Ids::IQSourceManager, Ids::IQDebuggerApplicationServer}) + prompts +
         Each("UnregisterProvider", {Ids::IQPostMessageClient, Ids::IQFileMonitorClient}) +
-        Each("UnregisterService", Reversed(kStateIds)) + Each("UnregisterService", Reversed(kMemoryIds)) +
+        Each("UnregisterService", Reversed(kStateIds)) + SymbolCommandsGone() +
+        Each("UnregisterService", Reversed(kLabelIds)) + Each("UnregisterService", Reversed(kMemoryIds)) +
         CallLog{"GetService ErrorTable"};
     EXPECT_EQ(Since(mark), expected);
     // The recording registry refuses an unregister of a pointer it does not

@@ -14,6 +14,7 @@
 #include "support/FakeLabelPlatform.h"
 #include "support/Recording.h"
 #include "support/TempFolder.h"
+#include "workbench/CommandRecorder.h"
 
 namespace
 {
@@ -23,7 +24,7 @@ using Strings = std::vector<std::string>;
 struct LabelManager : ::testing::Test {
     CallLog log;
     RecordingRegistry registry{log};
-    RecordingRecorder recorder;
+    CommandRecorder recorder;
     CDebuggerState owner;
     TempFolder folder;
     std::unique_ptr<CVELLabelManager> labels;
@@ -86,9 +87,9 @@ TEST_F(LabelManager, LogsWhatAUserDoesBeforeDoingIt)
     EXPECT_EQ(labels->RemoveLabel("main"), S_OK);
     labels->ClearLabelsQuietly();
     EXPECT_EQ(labels->ClearLabels(), S_OK);
-    recorder.logging = false;
+    recorder.SetLogging(false);
     Add("unlogged", 1);
-    EXPECT_EQ(recorder.lines,
+    EXPECT_EQ(recorder.Lines(),
               (Strings{"symbol_add main 0x1A", "symbol_clear absent", "symbol_clear main", "symbol_clear"}));
     uint32_t count = 0;
     EXPECT_EQ(labels->GetLabelCount(count), S_OK);
@@ -151,7 +152,7 @@ TEST_F(LabelManager, LoadsBothLineEndingsAndKeepsDuplicates)
     ASSERT_EQ(LoadSymbolFile(*labels, path, &registry), S_OK);
     EXPECT_EQ(log.back(), "Broadcast " + IdName(Ids::EVENT_LABELS_CHANGED));
     EXPECT_EQ(Saved(), "BEGIN\n00000005H kept\n00000005H kept\n0000abcdH with blank\nEND\n");
-    EXPECT_EQ(recorder.lines.back(), "symbol_add kept 0x5") << "a load goes through AddLabel";
+    EXPECT_EQ(recorder.Lines().back(), "symbol_add kept 0x5") << "a load goes through AddLabel";
 }
 
 TEST_F(LabelManager, RefusesAFileThatDoesNotBeginExactly)
