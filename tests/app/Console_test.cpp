@@ -6,17 +6,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
 #include <sstream>
 
 #include "support/Recording.h"
 #include "support/Shell.h"
 #include "support/TempFolder.h"
-
-namespace fs = std::filesystem;
 
 namespace
 {
@@ -70,21 +65,6 @@ TEST(Console, AtATerminalOutputLandsAboveAFreshPrompt)
     waitpid(child, &status, 0);
     close(terminal);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-}
-
-TEST(ConsoleSession, UnreadableStoreIsReportedAndTheSessionRunsOn)
-{
-    TempFolder ws;
-    fs::create_directories(ws / ".tessel");
-    ws.WriteFile(".tessel/workspace.db", "this is no database, just text\n");
-    auto r = RunShell("cd " + ws.Path().string() + " && " + BinaryDirectory() +
-                      "/tessel --platform simulator -c disconnect < /dev/null");
-    EXPECT_EQ(r.status, 1) << "a script that lost its settings did not run as asked";
-    EXPECT_EQ(r.output.rfind("Error: ", 0), 0u) << r.output;
-    EXPECT_NE(r.output.find("Connected\n> disconnect\nDisconnected\n"), std::string::npos) << r.output;
-    std::ifstream kept(ws.Path() / ".tessel" / "workspace.db");
-    EXPECT_EQ(std::string((std::istreambuf_iterator<char>(kept)), {}), "this is no database, just text\n")
-        << "a file that is not ours is left alone";
 }
 
 } // namespace
