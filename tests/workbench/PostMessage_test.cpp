@@ -65,15 +65,15 @@ TEST_F(PostMessage, NullClientIsRefused)
     EXPECT_EQ(loop.RunUntilIdle(), 0u);
 }
 
-TEST_F(PostMessage, TimerRestartsWhenSetAgainAndRepeatsUntilKilledEvenFromItsOwnCall)
+TEST_F(PostMessage, TimerRestartsWithTheNewIntervalWhenSetAgainAndRepeatsUntilKilledEvenFromItsOwnCall)
 {
     ASSERT_EQ(posts.SetTimer(a.Timer(), 5, 100), S_OK);
     Tick(80ms);
-    posts.SetTimer(a.Timer(), 5, 100);
-    Tick(80ms);
+    posts.SetTimer(a.Timer(), 5, 50);
+    Tick(40ms);
     EXPECT_TRUE(log.empty());
-    Tick(20ms);
-    Tick(100ms);
+    Tick(10ms);
+    Tick(50ms);
     EXPECT_EQ(posts.KillTimer(a.Timer(), 5), S_OK);
     Tick(100ms);
     EXPECT_EQ(log, (Log{"a:timer:5", "a:timer:5"}));

@@ -65,10 +65,6 @@ TEST(Database, CreatesItsFolderAndFileAtTheCurrentVersionAndReopensWhatItWrote)
     EXPECT_FALSE(db->InMemory());
     EXPECT_EQ(One(*db, "SELECT count(*) FROM global_value"), "1");
     EXPECT_EQ(One(*db, "SELECT version FROM schema_version"), std::to_string(Schema::kCurrentVersion));
-    auto memory = Database::OpenInMemory(error);
-    ASSERT_TRUE(memory) << error;
-    EXPECT_TRUE(memory->InMemory());
-    EXPECT_EQ(One(*memory, "SELECT version FROM schema_version"), std::to_string(Schema::kCurrentVersion));
 }
 
 TEST(Database, BringsAVersionOneFileUpToDateKeepingItsValues)
