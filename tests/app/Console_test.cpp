@@ -1,4 +1,4 @@
-// The console program as a user, a script and a packager see it.
+// The console program as a person at a terminal sees it.
 #include <gtest/gtest.h>
 
 #include <poll.h>
@@ -6,29 +6,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <set>
-#include <sstream>
-
 #include "support/Recording.h"
-#include "support/Shell.h"
 #include "support/TempFolder.h"
 
 namespace
 {
-
-TEST(Console, ComponentExportsExactlyTheFiveEntryPoints)
-{
-    auto r = RunShell("nm -D --defined-only " + BinaryDirectory() + "/libtessel-debugger.so");
-    ASSERT_EQ(r.status, 0) << r.output;
-    std::set<std::string> functions;
-    std::istringstream lines(r.output);
-    std::string address, kind, name;
-    while (lines >> address >> kind >> name)
-        if (kind == "T" || kind == "W" || kind == "i")
-            functions.insert(name);
-    EXPECT_EQ(functions, (std::set<std::string>{"CreateInstance", "DestroyInstance", "GetComponentVersion",
-                                                "LibraryRegister2", "QueryInterface2"}));
-}
 
 // A person at a terminal: the prompt is put aside for what a command prints,
 // and drawn again below it.
