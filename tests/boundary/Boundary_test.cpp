@@ -16,7 +16,6 @@ TEST(Guid, TextRoundTripsAndComparesByteByByte)
     Guid parsed;
     ASSERT_TRUE(Guid::TryParse("{6e5be760-cf7f-11d4-8bbb-d607ebd66972}", parsed));
     EXPECT_EQ(parsed, a);
-    EXPECT_FALSE(Ids::IQDebuggerState == Ids::IQDebuggerState2);
     std::unordered_set<Guid> set{Ids::IQRunner, Ids::IQRunner2, Ids::IQRunner};
     EXPECT_EQ(set.size(), 2u);
 }
