@@ -32,18 +32,6 @@ protected:
     }
 };
 
-TEST_F(PostMessage, DeliversAfterTheCurrentCallReturns)
-{
-    loop.PostTask([&] {
-        log.push_back("caller begin");
-        EXPECT_EQ(posts.Post(&a, 1), S_OK);
-        log.push_back("caller end");
-    });
-    loop.RunUntilIdle();
-    EXPECT_EQ(log, (Log{"caller begin", "caller end", "a:post:1"}));
-    EXPECT_EQ(posts.PendingMessages(), 0u);
-}
-
 TEST_F(PostMessage, PostFromAHandlerIsNotReentrant)
 {
     a.onPost = [&](uint32_t v) {
