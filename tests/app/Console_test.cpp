@@ -1,4 +1,4 @@
-// The console program as a user, a script and a packager see it.
+// The console program as a person at a terminal sees it.
 #include <gtest/gtest.h>
 
 #include <poll.h>
@@ -6,34 +6,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <set>
-#include <sstream>
-
 #include "support/Recording.h"
-#include "support/Shell.h"
 #include "support/TempFolder.h"
-
-namespace fs = std::filesystem;
 
 namespace
 {
-
-TEST(Console, ComponentExportsExactlyTheFiveEntryPoints)
-{
-    auto r = RunShell("nm -D --defined-only " + BinaryDirectory() + "/libtessel-debugger.so");
-    ASSERT_EQ(r.status, 0) << r.output;
-    std::set<std::string> functions;
-    std::istringstream lines(r.output);
-    std::string address, kind, name;
-    while (lines >> address >> kind >> name)
-        if (kind == "T" || kind == "W" || kind == "i")
-            functions.insert(name);
-    EXPECT_EQ(functions, (std::set<std::string>{"CreateInstance", "DestroyInstance", "GetComponentVersion",
-                                                "LibraryRegister2", "QueryInterface2"}));
-}
 
 // A person at a terminal: the prompt is put aside for what a command prints,
 // and drawn again below it.
@@ -70,21 +47,6 @@ TEST(Console, AtATerminalOutputLandsAboveAFreshPrompt)
     waitpid(child, &status, 0);
     close(terminal);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-}
-
-TEST(ConsoleSession, UnreadableStoreIsReportedAndTheSessionRunsOn)
-{
-    TempFolder ws;
-    fs::create_directories(ws / ".tessel");
-    ws.WriteFile(".tessel/workspace.db", "this is no database, just text\n");
-    auto r = RunShell("cd " + ws.Path().string() + " && " + BinaryDirectory() +
-                      "/tessel --platform simulator -c disconnect < /dev/null");
-    EXPECT_EQ(r.status, 1) << "a script that lost its settings did not run as asked";
-    EXPECT_EQ(r.output.rfind("Error: ", 0), 0u) << r.output;
-    EXPECT_NE(r.output.find("Connected\n> disconnect\nDisconnected\n"), std::string::npos) << r.output;
-    std::ifstream kept(ws.Path() / ".tessel" / "workspace.db");
-    EXPECT_EQ(std::string((std::istreambuf_iterator<char>(kept)), {}), "this is no database, just text\n")
-        << "a file that is not ours is left alone";
 }
 
 } // namespace

@@ -16,7 +16,6 @@ TEST(Guid, TextRoundTripsAndComparesByteByByte)
     Guid parsed;
     ASSERT_TRUE(Guid::TryParse("{6e5be760-cf7f-11d4-8bbb-d607ebd66972}", parsed));
     EXPECT_EQ(parsed, a);
-    EXPECT_FALSE(Ids::IQDebuggerState == Ids::IQDebuggerState2);
     std::unordered_set<Guid> set{Ids::IQRunner, Ids::IQRunner2, Ids::IQRunner};
     EXPECT_EQ(set.size(), 2u);
 }
@@ -37,7 +36,6 @@ TEST(ComUtils, ListsRoundTrip)
     std::vector<std::string> strings{"main.elf", "", "C:\\work\\boot.hex"};
     Variant v = CComUtils::StringListToVariant(strings);
     EXPECT_EQ(v.Type(), 0x2008);
-    EXPECT_EQ(v.Elements()[0].Type(), VT_BSTR);
     EXPECT_EQ(CComUtils::VariantToStringList(v), strings);
 
     std::vector<uint32_t> numbers{0, 0xFFFFFFFFu, 0x08000000u};

@@ -24,12 +24,9 @@ public:
 
     HRESULT OnPostedMessage(uint32_t value) override
     {
-        ++depth;
-        maxDepth = std::max(maxDepth, depth);
         log_.push_back(name_ + ":post:" + std::to_string(value));
         if (onPost)
             onPost(value);
-        --depth;
         return S_OK;
     }
     HRESULT OnTimer(uint32_t id) override
@@ -45,8 +42,6 @@ public:
 
     std::function<void(uint32_t)> onPost;
     std::function<void(uint32_t)> onTimer;
-    int depth = 0;
-    int maxDepth = 0;
     // The threads QueryInterface was called on.
     std::vector<std::thread::id> askedOn;
 

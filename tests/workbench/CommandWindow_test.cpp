@@ -47,15 +47,6 @@ struct CommandWindowTest : ::testing::Test {
             return ScriptedCommand::Answer{"", S_OK, line != ".", false, "20000000 FF"};
         };
     }
-    // md fails for a line holding "bad"; answers "ok" otherwise.
-    void FailOnBad()
-    {
-        display.answer = [](const std::string& line) {
-            return line.find("bad") != std::string::npos
-                       ? ScriptedCommand::Answer{"Parameter is invalid", E_FAIL}
-                       : ScriptedCommand::Answer{"ok", S_OK};
-        };
-    }
 };
 
 TEST_F(CommandWindowTest, NamesMatchExactlyThenByAliasThenByAnUnambiguousBeginning)
@@ -108,7 +99,10 @@ TEST_F(CommandWindowTest, PendingCommandHoldsLaterLinesUntilItsTextArrives)
 
 TEST_F(CommandWindowTest, FailureInANestedBatchStopsEveryBatchOutToTheOutermost)
 {
-    FailOnBad();
+    display.answer = [](const std::string& line) {
+        return line.find("bad") != std::string::npos ? ScriptedCommand::Answer{"Parameter is invalid", E_FAIL}
+                                                     : ScriptedCommand::Answer{"ok", S_OK};
+    };
     std::string inner = Batch("inner.qdc", "md 2\nmd bad\nmd 3\n");
     std::string outer = Batch("outer.qdc", "md 1\n\n# note\nbatch " + inner + "\nmd 4\nmd 5\n");
     ASSERT_TRUE(window.SubmitBatchFile(outer));

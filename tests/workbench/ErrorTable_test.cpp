@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "boundary/Ids.h"
 #include "workbench/ErrorTableService.h"
 
 namespace
@@ -30,12 +29,6 @@ TEST(ErrorTable, KeepsTheLatestTextOfACodeUntilRemoved)
     EXPECT_EQ(table.RemoveText(kCode), S_OK);
     EXPECT_EQ(table.RemoveText(kCode), E_FAIL);
     EXPECT_EQ(TextOf(table, kCode, E_FAIL), "untouched");
-
-    void* out = nullptr;
-    EXPECT_EQ(table.QueryInterface(Ids::ErrorTable, &out), S_OK);
-    EXPECT_EQ(out, static_cast<IQErrorTable*>(&table));
-    EXPECT_EQ(table.QueryInterface(Ids::UserPromptTable, &out), E_NOINTERFACE);
-    EXPECT_EQ(table.QueryInterface(Ids::IUnknown, nullptr), E_POINTER);
 }
 
 } // namespace

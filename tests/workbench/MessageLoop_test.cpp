@@ -98,45 +98,10 @@ TEST(MessageLoopTimers, FireOnSchedule)
     }
 }
 
-struct MessageLoopTimer : ::testing::Test {
+TEST(MessageLoopTimers, NextDelayFollowsTheEarliestTimerAndRunOnceDoesNotWaitForADueOne)
+{
     FakeClock clock;
-    MessageLoop loop{clock.AsClock()};
-    void Pass(std::chrono::milliseconds time)
-    {
-        clock.Advance(time);
-        loop.RunUntilIdle();
-    }
-};
-
-TEST_F(MessageLoopTimer, CallbackMayStopItsOwnTimer)
-{
-    int fired = 0;
-    loop.StartTimer(7, 10, [&] {
-        if (++fired == 2) {
-            EXPECT_TRUE(loop.StopTimer(7));
-        }
-    });
-    for (int i = 0; i < 4; ++i)
-        Pass(10ms);
-    EXPECT_EQ(fired, 2);
-    EXPECT_FALSE(loop.HasTimer(7));
-    EXPECT_FALSE(loop.StopTimer(7));
-}
-
-TEST_F(MessageLoopTimer, StartingAgainRestartsWithTheNewInterval)
-{
-    std::vector<std::string> log;
-    loop.StartTimer(3, 100, [&] { log.push_back("old"); });
-    clock.Advance(90ms);
-    loop.StartTimer(3, 50, [&] { log.push_back("new"); });
-    Pass(10ms);
-    EXPECT_TRUE(log.empty());
-    Pass(40ms);
-    EXPECT_EQ(log, (std::vector<std::string>{"new"}));
-}
-
-TEST_F(MessageLoopTimer, NextDelayFollowsTheEarliestTimerAndRunOnceDoesNotWaitForADueOne)
-{
+    MessageLoop loop(clock.AsClock());
     EXPECT_FALSE(loop.NextTimerDelay().has_value());
     loop.StartTimer(1, 300, [] {});
     loop.StartTimer(2, 120, [] {});

@@ -2,6 +2,7 @@
 
 #include <set>
 #include <string>
+#include <tuple>
 
 #include "boundary/Ids.h"
 #include "support/Recording.h"
@@ -86,10 +87,8 @@ TEST(PromptTable, EnableListDeleteAndRemoveAllOfOwner)
 
     const auto list = table.List();
     ASSERT_EQ(list.size(), 3u);
-    EXPECT_EQ(list[1].key, b);
-    EXPECT_EQ(list[1].owner, kOtherOwner);
-    EXPECT_EQ(list[1].name, "b");
-    EXPECT_FALSE(list[1].enabled);
+    EXPECT_EQ(std::tie(list[1].key, list[1].owner, list[1].name, list[1].enabled),
+              std::tuple(b, kOtherOwner, std::string("b"), false));
 
     EXPECT_EQ(table.DeletePrompt(a), S_OK);
     EXPECT_EQ(table.DeletePrompt(a), E_FAIL);

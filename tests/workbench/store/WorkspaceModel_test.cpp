@@ -24,32 +24,20 @@ namespace
 
 using Names = std::vector<std::string>;
 
-TEST(WorkspaceModel, ANewFolderGetsTheDefaultProjectConfigurationAndSession)
-{
-    TempFolder dir;
-    WorkspaceModel model;
-    EXPECT_TRUE(model.InMemory()) << "an unnamed workspace until a folder is opened";
-    EXPECT_EQ(model.Active(), (ActiveSession{"", "default", "Debug", "default"}));
-    std::string error;
-    ASSERT_TRUE(model.Open(dir / "Motor Control", error)) << error;
-    EXPECT_EQ(error, "");
-    EXPECT_EQ(model.Name(), "Motor Control");
-    EXPECT_FALSE(model.InMemory());
-    EXPECT_TRUE(fs::is_regular_file(dir / "Motor Control/.tessel/workspace.db"));
-    EXPECT_EQ(model.Projects(), Names{"default"});
-    EXPECT_EQ(model.Configurations("default"), Names{"Debug"});
-    EXPECT_EQ(model.Sessions("default"), Names{"default"});
-    EXPECT_EQ(model.Active(), (ActiveSession{"Motor Control", "default", "Debug", "default"}));
-}
-
-TEST(WorkspaceModel, TakesItsNameFromTheFolderHoweverItIsWritten)
+// The default project, configuration and session of a new folder are checked
+// where they are listed and restored.
+TEST(WorkspaceModel, IsUnnamedInMemoryUntilAFolderIsOpenedHoweverItIsWritten)
 {
     TempFolder dir;
     fs::create_directories(dir / "ws/sub");
     for (const fs::path& spelling : {dir / "ws/", dir / "ws/sub/..", dir / "ws/./"}) {
         WorkspaceModel model;
+        EXPECT_TRUE(model.InMemory());
+        EXPECT_EQ(model.Active(), (ActiveSession{"", "default", "Debug", "default"}));
         std::string error;
         ASSERT_TRUE(model.Open(spelling, error)) << error;
+        EXPECT_EQ(error, "");
+        EXPECT_FALSE(model.InMemory());
         EXPECT_EQ(model.Name(), "ws") << spelling;
         EXPECT_EQ(model.Folder(), dir / "ws");
     }
