@@ -134,6 +134,14 @@ const char* ValToSym(int32_t reserved, uint32_t value)
     auto it = symbols.find(value);
     return it != symbols.end() ? it->second.c_str() : nullptr;
 }
+int SymToVal(int32_t reserved, const char* name, uint32_t* value)
+{
+    Log("LOAD_SymToVal %d %s", reserved, name);
+    for (const auto& [address, symbol] : FakePd::State().symbols)
+        if (symbol == name)
+            return *value = address, 1;
+    return 0;
+}
 
 template <class Fn> void* Pointer(Fn fn)
 {
@@ -155,37 +163,14 @@ FakePlatformFunctions::FakePlatformFunctions()
                {"EXP_Eval", Pointer(&Eval)},
                {"EXP_Eval_FLOAT", Pointer(&EvalReal<float>)},
                {"EXP_Eval_DOUBLE", Pointer(&EvalReal<double>)},
-               {"LOAD_ValToSym", Pointer(&ValToSym)}}
+               {"LOAD_ValToSym", Pointer(&ValToSym)},
+               {"LOAD_SymToVal", Pointer(&SymToVal)}}
 {
 }
 
 HRESULT FakePlatformFunctions::GetFunction(const std::string& name, void*& pointer)
 {
-    lookups.push_back(name);
     auto it = offered_.find(name);
     pointer = it != offered_.end() ? it->second : nullptr;
     return pointer != nullptr ? S_OK : E_FAIL;
-}
-
-HRESULT FakePlatformFunctions::GetLastErrorText(std::string& text)
-{
-    if (errorTextFails)
-        return E_FAIL;
-    text = lastError;
-    return S_OK;
-}
-
-HRESULT FakeFreeRun::GetAreaCount(uint32_t& count)
-{
-    count = static_cast<uint32_t>(areas.size());
-    return S_OK;
-}
-
-HRESULT FakeFreeRun::GetAreaBounds(uint32_t index, TargetAddress& start, TargetAddress& end)
-{
-    if (index >= areas.size())
-        return E_INVALIDARG;
-    start = areas[index].first;
-    end = areas[index].second;
-    return S_OK;
 }

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "boundary/Ids.h"
@@ -34,8 +35,7 @@ void Reset();
 
 } // namespace FakePd
 
-// Hands out the functions by name, all of them unless withheld, and records
-// the names asked for.
+// Hands out the functions by name, all of them unless withheld.
 class FakePlatformFunctions final : public IQPlatformFunctions
 {
 public:
@@ -46,11 +46,13 @@ public:
     }
     TESSEL_NOT_REFCOUNTED
     HRESULT GetFunction(const std::string& name, void*& pointer) override;
-    HRESULT GetLastErrorText(std::string& text) override;
+    HRESULT GetLastErrorText(std::string& text) override
+    {
+        return errorTextFails ? E_FAIL : (text = lastError, S_OK);
+    }
 
     void Withhold(const std::string& name) { offered_.erase(name); }
 
-    std::vector<std::string> lookups;
     std::string lastError = "Target not responding";
     bool errorTextFails = false;
 
@@ -58,6 +60,7 @@ private:
     std::map<std::string, void*> offered_;
 };
 
+// The memory areas and the label list of a platform driven by function name.
 class FakeFreeRun final : public IQPlatformFreeRun
 {
 public:
@@ -66,10 +69,30 @@ public:
         return AnswerFrom({Ids::IUnknown, Ids::IQPlatformFreeRun}, iid, this, out);
     }
     TESSEL_NOT_REFCOUNTED
-    HRESULT GetAreaCount(uint32_t& count) override;
-    HRESULT GetAreaBounds(uint32_t index, TargetAddress& start, TargetAddress& end) override;
+    HRESULT GetAreaCount(uint32_t& count) override
+    {
+        return count = static_cast<uint32_t>(areas.size()), S_OK;
+    }
+    HRESULT GetAreaBounds(uint32_t index, TargetAddress& start, TargetAddress& end) override
+    {
+        if (index >= areas.size())
+            return E_INVALIDARG;
+        std::tie(start, end) = areas[index];
+        return S_OK;
+    }
+
+    // Past the end the platform answers 1, not an error code.
+    HRESULT GetLabelPointer(uint32_t index, const LabelRecord*& record) override
+    {
+        return index < labels.size() ? (record = &labels[index], S_OK) : 1;
+    }
+    HRESULT GetLabelCount(uint32_t& count) override
+    {
+        return count = static_cast<uint32_t>(labels.size()), S_OK;
+    }
 
     std::vector<std::pair<TargetAddress, TargetAddress>> areas;
+    std::vector<LabelRecord> labels;
 };
 
 // The target's address limits, as the debugger state forwards them.

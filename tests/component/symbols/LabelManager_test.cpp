@@ -11,7 +11,7 @@
 #include "component/symbols/CVELLabelManager.h"
 #include "component/symbols/SymbolFile.h"
 #include "support/FakeEvaluator.h"
-#include "support/FakeLabelPlatform.h"
+#include "support/FakePlatformFunctions.h"
 #include "support/Recording.h"
 #include "support/TempFolder.h"
 #include "workbench/CommandRecorder.h"
@@ -202,8 +202,11 @@ TEST_F(LabelManager, SymbolCommandsTellTheViewsOfAChangeOnly)
 
 TEST_F(LabelManager, PlatformFamilyAsksThePlatformOnceAttached)
 {
-    FakeLabelPlatform platform;
-    FakeLabelPlatform::Table() = {{"reset", 0x100}, {"main", 0x200}};
+    FakePd::Reset();
+    FakePd::State().symbols = {{0x100, "reset"}, {0x200, "main"}};
+    FakePlatformFunctions functions;
+    FakeFreeRun list;
+    list.labels = {{"reset", 0x100}, {"main", 0x200}};
     CPDLabelManager pd(nullptr, owner);
     const LabelRecord* record = nullptr;
     uint32_t count = 0;
@@ -212,8 +215,8 @@ TEST_F(LabelManager, PlatformFamilyAsksThePlatformOnceAttached)
     EXPECT_EQ(pd.GetLabelCount(count), E_FAIL);
     EXPECT_EQ(Address(pd, "main"), -1);
 
-    registry.Provide(Ids::IQPlatformFunctions, static_cast<IQPlatformFunctions*>(&platform));
-    registry.Provide(Ids::IQPlatformFreeRun, static_cast<IQPlatformFreeRun*>(&platform));
+    registry.Provide(Ids::IQPlatformFunctions, &functions);
+    registry.Provide(Ids::IQPlatformFreeRun, &list);
     CPDLabelManager attached(&registry, owner);
     EXPECT_EQ(attached.OnPlatformAttached(&registry), S_OK);
     EXPECT_EQ(attached.FindLabelByAddress(byAddress), S_OK);
@@ -233,7 +236,7 @@ TEST_F(LabelManager, PlatformFamilyAsksThePlatformOnceAttached)
     TargetAddress entry;
     EXPECT_FALSE(attached.GetEntryLabelAddress(0, entry));
 
-    platform.offered = {"LOAD_ValToSym"};
+    functions.Withhold("LOAD_SymToVal");
     EXPECT_EQ(attached.OnPlatformAttached(&registry), S_OK);
     EXPECT_EQ(Address(attached, "main"), -1) << "a platform without the function finds no name";
 }

@@ -13,11 +13,7 @@ struct CountedDriver : PlatformDriver, IUnknown {
     explicit CountedDriver(int& alive) : alive(alive) { ++alive; }
     ~CountedDriver() override { --alive; }
     IUnknown* Object() override { return this; }
-    HRESULT QueryInterface(const Guid&, void** out) override
-    {
-        *out = this;
-        return S_OK;
-    }
+    HRESULT QueryInterface(const Guid&, void** out) override { return *out = this, S_OK; }
     TESSEL_NOT_REFCOUNTED
     int& alive;
 };

@@ -2,7 +2,6 @@
 
 #include "boundary/Ids.h"
 #include "platform/eval/ExpressionEvaluator.h"
-#include "support/FakePlatformFunctions.h"
 #include "support/Recording.h"
 #include "support/RecordingComponent.h"
 

@@ -184,18 +184,16 @@ TEST_F(Legacy, EvalReadsExpressionsWithThePlatformsSymbolsAndReals)
     EXPECT_STREQ(toSymbol(0, 0x08000100), "main");
     EXPECT_EQ(toSymbol(0, 0x08000104), nullptr);
 
-    // Reals are read as numbers first, or else as integer expressions.
+    // Reals are read as numbers first (so decimal), or else as integer expressions, taken as signed.
     auto evalDouble = Function<PlatformEvalDoubleFn>("EXP_Eval_DOUBLE");
     auto evalFloat = Function<PlatformEvalFloatFn>("EXP_Eval_FLOAT");
     double wide = 0;
-    ASSERT_EQ(evalDouble(" 2.75 ", &wide), 1);
-    EXPECT_EQ(wide, 2.75);
-    ASSERT_EQ(evalDouble("10", &wide), 1);
-    EXPECT_EQ(wide, 10.0) << "a real number first, so decimal";
-    ASSERT_EQ(evalDouble("H'10+1", &wide), 1);
-    EXPECT_EQ(wide, 17.0);
-    ASSERT_EQ(evalDouble("H'FFFFFFFF", &wide), 1);
-    EXPECT_EQ(wide, -1.0) << "an integer is taken as signed";
+    const std::pair<const char*, double> reals[] = {
+        {" 2.75 ", 2.75}, {"10", 10.0}, {"H'10+1", 17.0}, {"H'FFFFFFFF", -1.0}};
+    for (const auto& [text, expected] : reals) {
+        EXPECT_EQ(evalDouble(text, &wide), 1) << text;
+        EXPECT_EQ(wide, expected) << text;
+    }
     wide = 3;
     EXPECT_EQ(evalDouble("1e999", &wide), 0);
     EXPECT_EQ(LastError(), "Result is too large for requested value") << "not read again as hexadecimal";

@@ -219,18 +219,8 @@ TEST(ElfErrors, EachDamageGivesItsCodeAndText)
         {"wrong machine", 18, {62, 0}, 0, OE_MODULE_CPU, "Incorrect object module cpu"},
         {"relocatable", 16, {1, 0}, 0, OE_MODULE_NOT_ABSOLUTE, "Object module not absolute format"},
         {"version", 20, {2}, 0, OE_MODULE_VERSION, "Incorrect object module version"},
-        {"section table past the end",
-         32,
-         {0, 0, 0, 0x7F},
-         0,
-         OE_MODULE_FORMAT,
-         "Incorrect object module format"},
-        {"program headers past the end",
-         28,
-         {0, 0, 0, 0x7F},
-         0,
-         OE_MODULE_FORMAT,
-         "Incorrect object module format"},
+        {"shoff past the end", 32, {0, 0, 0, 0x7F}, 0, OE_MODULE_FORMAT, "Incorrect object module format"},
+        {"phoff past the end", 28, {0, 0, 0, 0x7F}, 0, OE_MODULE_FORMAT, "Incorrect object module format"},
     };
     for (const Case& c : cases) {
         auto bytes = FirmwareBytes();

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "platform/sim/SimMemoryMap.h"
@@ -101,18 +102,15 @@ TEST(SimMemoryMapParse, ReadsRegionsWithCommentsBlankLinesAndDefaults)
                                                    "  flash\t134217728 1048576 rx\r\n"
                                                    "peripheral 0x40000000 0x1000 w\n");
     ASSERT_TRUE(parsed.map) << parsed.error;
-    const auto& regions = parsed.map->Regions();
-    ASSERT_EQ(regions.size(), 3u);
-    // Sorted by base whatever the order of the lines.
-    EXPECT_EQ(regions[0].name, "flash");
-    EXPECT_EQ(regions[0].kind, RegionKind::Flash);
-    EXPECT_EQ(regions[0].base, 0x08000000u);
-    EXPECT_EQ(regions[0].size, 0x00100000u);
-    EXPECT_EQ(regions[0].access, kAccessRead | kAccessExecute);
-    EXPECT_EQ(regions[1].name, "sram");
-    EXPECT_EQ(regions[1].access, kAccessRead | kAccessWrite);
-    EXPECT_EQ(regions[2].kind, RegionKind::Peripheral);
-    EXPECT_EQ(regions[2].access, kAccessWrite);
+    using Region = std::tuple<std::string, RegionKind, uint32_t, uint64_t, int>;
+    std::vector<Region> regions;
+    for (const SimRegion& r : parsed.map->Regions())
+        regions.emplace_back(r.name, r.kind, r.base, r.size, r.access);
+    // Sorted by base whatever the order of the lines; a region without a name is named by its kind.
+    EXPECT_EQ(regions, (std::vector<Region>{
+                           {"flash", RegionKind::Flash, 0x08000000, 0x00100000, kAccessRead | kAccessExecute},
+                           {"sram", RegionKind::Ram, 0x20000000, 0x00020000, kAccessRead | kAccessWrite},
+                           {"peripheral", RegionKind::Peripheral, 0x40000000, 0x1000, kAccessWrite}}));
 }
 
 TEST(SimMemoryMapParse, FindsRegionsByAddressAndKindUpToTheTop)

@@ -65,20 +65,17 @@ TEST(SimReset, VectorsOutsideTheMapFailWithACauseAndChangeNothing)
         uint32_t entry;
         const char* cause; // empty: reset succeeds
     };
-    for (const VectorCase& c :
-         {VectorCase{0xFFFFFFFF, 0xFFFFFFFF, "Reset vector 0xFFFFFFFF points outside executable memory"},
-          VectorCase{0x20020000, 0x00000001, "Reset vector 0x00000001 points outside executable memory"},
-          VectorCase{0x20020000, 0x40000001, "Reset vector 0x40000001 points outside executable memory"},
-          VectorCase{0x20020000, 0x08000008, "Reset vector 0x08000008 lacks the Thumb bit"},
-          VectorCase{0x30000000, 0x08000009,
-                     "Initial stack pointer 0x30000000 points outside writable memory"},
-          VectorCase{0x08000400, 0x08000009,
-                     "Initial stack pointer 0x08000400 points outside writable memory"},
-          VectorCase{0x40001000, 0x08000009,
-                     "Initial stack pointer 0x40001000 points outside writable memory"},
-          VectorCase{0x00000000, 0x08000009,
-                     "Initial stack pointer 0x00000000 points outside writable memory"},
-          VectorCase{0x20001000, 0x20000001, ""}}) {
+    const VectorCase cases[] = {
+        {0xFFFFFFFF, 0xFFFFFFFF, "Reset vector 0xFFFFFFFF points outside executable memory"},
+        {0x20020000, 0x00000001, "Reset vector 0x00000001 points outside executable memory"},
+        {0x20020000, 0x40000001, "Reset vector 0x40000001 points outside executable memory"},
+        {0x20020000, 0x08000008, "Reset vector 0x08000008 lacks the Thumb bit"},
+        {0x30000000, 0x08000009, "Initial stack pointer 0x30000000 points outside writable memory"},
+        {0x08000400, 0x08000009, "Initial stack pointer 0x08000400 points outside writable memory"},
+        {0x40001000, 0x08000009, "Initial stack pointer 0x40001000 points outside writable memory"},
+        {0x00000000, 0x08000009, "Initial stack pointer 0x00000000 points outside writable memory"},
+        {0x20001000, 0x20000001, ""}};
+    for (const VectorCase& c : cases) {
         SCOPED_TRACE(testing::Message() << std::hex << c.sp << " " << c.entry);
         SimHarness h;
         ASSERT_TRUE(h.Boot("hello")) << h.Error();

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "support/SimHarness.h"
@@ -43,9 +44,7 @@ TEST(SimStep, FromAnItInstructionRunsTheWholeBlockWhereNoBreakpointCanStop)
     EXPECT_EQ(stop->pc, h.Symbol("after_it"));
     // itte, two moves taken and one skipped.
     EXPECT_EQ(h.Target().InstructionCount(), before + 4);
-    EXPECT_EQ(h.Reg(kRegR0 + 1), 1u);
-    EXPECT_EQ(h.Reg(kRegR0 + 2), 2u);
-    EXPECT_EQ(h.Reg(kRegR0 + 3), 0u);
+    EXPECT_EQ(std::tuple(h.Reg(kRegR0 + 1), h.Reg(kRegR0 + 2), h.Reg(kRegR0 + 3)), std::tuple(1u, 2u, 0u));
 
     // A breakpoint inside the block:
     ASSERT_TRUE(h.Target().Reset());

@@ -5,6 +5,7 @@
 
 #include <bit>
 #include <numeric>
+#include <tuple>
 
 #include "boundary/Ids.h"
 #include "platform/sim/SimTarget.h"
@@ -139,9 +140,7 @@ TEST_F(PlatformMemory, CopyFailuresReportWhere)
     TargetAddress address = 0;
     EXPECT_EQ(memory.Copy(kRam, kRam + 3, kPeripheral + 8, VARIANT_TRUE, 1, first, second, address),
               SimPlatformMemory::kVerifyFailed);
-    EXPECT_EQ(first, 1);
-    EXPECT_EQ(second, 0);
-    EXPECT_EQ(address, kPeripheral + 8);
+    EXPECT_EQ(std::tuple(first, second, address.Value()), std::tuple(1, 0, kPeripheral + 8));
     // Without verify the peripheral window swallows the bytes silently.
     EXPECT_EQ(memory.Copy(kRam, kRam + 3, kPeripheral + 8), S_OK);
 
@@ -164,9 +163,7 @@ TEST_F(PlatformMemory, CompareAndVerifyGiveTheFirstDifference)
     Put(kRam2 + 0x80, {0xCD});
     EXPECT_EQ(memory.Compare(kRam, kRam + 0xFF, kRam2, 1, first, second, address),
               SimPlatformMemory::kCompareFailed);
-    EXPECT_EQ(first, 0x42);
-    EXPECT_EQ(second, 0xAB);
-    EXPECT_EQ(address, kRam + 0x42);
+    EXPECT_EQ(std::tuple(first, second, address.Value()), std::tuple(0x42, 0xAB, kRam + 0x42));
     EXPECT_EQ(memory.Compare(kRam, kRam + 0x41, kRam2), S_OK);
     EXPECT_EQ(memory.Compare(kRam, kRam + 0xFF, 0x30000000), SimPlatformMemory::kCannotRead);
 

@@ -4,6 +4,7 @@
 
 #include <sstream>
 #include <thread>
+#include <tuple>
 
 #include "boundary/Ids.h"
 #include "component/frame/CDebuggerState.h"
@@ -191,10 +192,8 @@ TEST_F(SimDriver, TargetMemoryIsAPlatformServiceTheCacheReadsThrough)
     ASSERT_EQ(memory5->WriteVerifiedReporting(0x40000000, 0x40000003, VARIANT_TRUE, pattern, failed, where,
                                               written, found),
               S_OK);
-    EXPECT_TRUE(failed);
-    EXPECT_EQ(where, 0x40000000u);
-    EXPECT_EQ(written, 0x11);
-    EXPECT_EQ(found, 0);
+    EXPECT_EQ(std::tuple(failed, where.Value(), written, found),
+              std::tuple(VARIANT_TRUE, 0x40000000u, 0x11, 0));
 }
 
 } // namespace
