@@ -7,7 +7,7 @@
 Workbench::Workbench(std::ostream& out, std::istream* in, bool interactive, MessageLoop::Clock clock,
                      std::ostream* questions)
     : loop_(std::move(clock)), messages_(questions != nullptr ? *questions : out, in, interactive),
-      prompts_(&messages_), posts_(loop_), output_(out), evaluators_(registry_),
+      prompts_(&messages_), posts_(loop_), output_(out), evaluators_(registry_), files_(loop_, registry_),
       window_(registry_, loop_, help_, out)
 {
     // Registration only fails when memory runs out, and then the console
@@ -20,4 +20,5 @@ Workbench::Workbench(std::ostream& out, std::istream* in, bool interactive, Mess
     registry_.RegisterService(Ids::CommandHelpService, static_cast<IQCommandHelpService*>(&help_));
     registry_.RegisterService(Ids::OutputWindow, static_cast<IQOutputWindow*>(&output_));
     registry_.RegisterService(Ids::IQEvaluatorHost, static_cast<IQEvaluatorHost*>(&evaluators_));
+    registry_.RegisterService(Ids::FileMonitor, static_cast<IQFileMonitor*>(&files_));
 }

@@ -8,6 +8,7 @@
 #include "workbench/ConsoleMessageBox.h"
 #include "workbench/ErrorTableService.h"
 #include "workbench/EvaluatorHost.h"
+#include "workbench/FileMonitorService.h"
 #include "workbench/MessageLoop.h"
 #include "workbench/OutputWindow.h"
 #include "workbench/PostMessageService.h"
@@ -38,6 +39,7 @@ public:
     CommandWindow& Commands() { return window_; }
     OutputWindow& Output() { return output_; }
     EvaluatorHost& Evaluators() { return evaluators_; }
+    FileMonitorService& Files() { return files_; }
 
 private:
     MessageLoop loop_;
@@ -50,5 +52,6 @@ private:
     CommandHelpService help_;
     OutputWindow output_;
     EvaluatorHost evaluators_;
+    FileMonitorService files_;
     CommandWindow window_;
 };

@@ -73,6 +73,19 @@ struct IQPostMessageService : IUnknown {
     virtual HRESULT ForgetClient(IUnknown* client) = 0; // 6
 };
 
+// Files whose changes the workbench reports to every IQFileMonitorClient, on
+// the main thread. Paths are compared as given; a file that is replaced (a
+// rebuild writing a new file and renaming it over the old) counts as changed.
+struct IQFileMonitor : IUnknown {
+    virtual HRESULT AddFile(const std::string& path) = 0;    // 3
+    virtual HRESULT RemoveFile(const std::string& path) = 0; // 4
+    virtual HRESULT RemoveAllFiles() = 0;                    // 5
+    // S_OK when the path is watched, S_FALSE when not.
+    virtual HRESULT IsWatching(const std::string& path) = 0; // 6
+    // S_OK when changes can be noticed on this system at all, S_FALSE when not.
+    virtual HRESULT IsActive() = 0; // 7
+};
+
 enum class MessageIcon : int32_t { Information = 0, Warning = 1, Stop = 2, Question = 3 };
 
 // Message boxes: in the console, a line of text; a question is asked on the
