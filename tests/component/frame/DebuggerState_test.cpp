@@ -30,22 +30,14 @@ const std::vector<Guid> kLabelIds = {Ids::IQLabelManager, Ids::IQLabelManager2, 
 const std::vector<Guid> kBreakIds = {Ids::IQPCBreakManager, Ids::IQPCBreakManager2, Ids::IQPCBreakManager3};
 
 // The label manager's five commands, each offering its two command faces and
-// its parameter text.
-CallLog SymbolCommands()
+// its parameter text; going, each asks for the text first.
+CallLog SymbolCommands(bool going = false)
 {
+    const CallLog faces = CommandFaces(going ? "UnregisterProvider" : "RegisterProvider", 1);
+    const CallLog help = Each("GetService", {Ids::CommandHelpService});
     CallLog log;
     for (int i = 0; i < 5; ++i)
-        log = log + Each("RegisterProvider", {Ids::IQCmdClient, Ids::IQCmdClient2}) +
-              Each("GetService", {Ids::CommandHelpService});
-    return log;
-}
-
-CallLog SymbolCommandsGone()
-{
-    CallLog log;
-    for (int i = 0; i < 5; ++i)
-        log = log + Each("GetService", {Ids::CommandHelpService}) +
-              Each("UnregisterProvider", {Ids::IQCmdClient, Ids::IQCmdClient2});
+        log = log + (going ? help + faces : faces + help);
     return log;
 }
 
@@ -104,7 +96,7 @@ TEST_F(DebuggerState, TerminateGivesEverythingBackInReverse)
         Each("UnregisterService", kBreakIds) +
         Each("UnregisterService", {Ids::IQSourceManager, Ids::IQDebuggerApplicationServer}) + prompts +
         Each("UnregisterProvider", {Ids::IQPostMessageClient, Ids::IQFileMonitorClient}) +
-        Each("UnregisterService", Reversed(kStateIds)) + SymbolCommandsGone() +
+        Each("UnregisterService", Reversed(kStateIds)) + SymbolCommands(true) +
         Each("UnregisterService", Reversed(kLabelIds)) + Each("UnregisterService", Reversed(kMemoryIds)) +
         CallLog{"GetService ErrorTable"};
     EXPECT_EQ(Since(mark), expected);
