@@ -38,9 +38,9 @@ public:
     using Reg = IQServiceRegistry*;
     using I = int32_t;
     // clang-format off
-    HRESULT CreateCpuDriver(In name, Reg, I, I, I, IUnknown** out) override { return Make("cpu", name, out); }
-    HRESULT CreateTargetDriver(In name, Reg, I, I, I, IUnknown** out) override { return Make("target", name, out); }
-    HRESULT CreateReader(In name, Reg, I, I, I, I, IUnknown** out) override { return Make("reader", name, out); }
+    HRESULT CreateCpuDriver(In n, Reg, I, I, I, IUnknown** out) override { return Make("cpu", n, out); }
+    HRESULT CreateTargetDriver(In n, Reg, I, I, I, IUnknown** out) override { return Make("target", n, out); }
+    HRESULT CreateReader(In n, Reg, I, I, I, I, IUnknown** out) override { return Make("reader", n, out); }
     HRESULT CheckCpuDriver(In name, I, I) override { return name == "ghost" ? E_FAIL : S_OK; }
     HRESULT CheckTargetDriver(In platform, I, I) override { return platform == "halfsim" ? E_FAIL : S_OK; }
     HRESULT CheckReader(In, I, I) override { return S_OK; }
