@@ -24,11 +24,9 @@ struct RecordingCommandLine : IQCommandLineService {
         started.push_back(fs::path(path).filename().string());
         return path.find("refused") != std::string::npos ? E_FAIL : S_OK;
     }
-    HRESULT GetQuotingVersion(int32_t& v) override
-    {
-        v = 65535;
-        return S_OK;
-    }
+    // clang-format off
+    HRESULT GetQuotingVersion(int32_t& v) override { v = 65535; return S_OK; }
+    // clang-format on
     std::vector<std::string> started;
 };
 
