@@ -34,48 +34,22 @@ public:
     HRESULT GetReaderPlatform(int32_t index, std::string& platform) override;
 
     HRESULT ReleaseDriver(IUnknown* object, int32_t flag) override;
-    HRESULT CreateCpuDriver(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t,
-                            IUnknown** out) override
-    {
-        return Make("cpu", name, out);
-    }
-    HRESULT CreateTargetDriver(const std::string& platform, IQServiceRegistry*, int32_t, int32_t, int32_t,
-                               IUnknown** out) override
-    {
-        return Make("target", platform, out);
-    }
-    HRESULT CreateReader(const std::string& name, IQServiceRegistry*, int32_t, int32_t, int32_t, int32_t,
-                         IUnknown** out) override
-    {
-        return Make("reader", name, out);
-    }
-    HRESULT CheckCpuDriver(const std::string& name, int32_t, int32_t) override
-    {
-        return name == "ghost" ? E_FAIL : S_OK;
-    }
-    HRESULT CheckTargetDriver(const std::string& platform, int32_t, int32_t) override
-    {
-        return platform == "halfsim" ? E_FAIL : S_OK;
-    }
-    HRESULT CheckReader(const std::string&, int32_t, int32_t) override { return S_OK; }
-    HRESULT CreateCpuDriverFor(const std::string&, IQServiceRegistry*, int32_t, int32_t, int32_t,
-                               const std::string&, IUnknown**) override
-    {
-        return E_NOTIMPL;
-    }
-    HRESULT CreateReaderFor(const std::string&, IQServiceRegistry*, int32_t, int32_t, int32_t, int32_t,
-                            const std::string&, IUnknown**) override
-    {
-        return E_NOTIMPL;
-    }
-    HRESULT CheckCpuDriverFor(const std::string&, int32_t, int32_t, const std::string&) override
-    {
-        return E_NOTIMPL;
-    }
-    HRESULT CheckReaderFor(const std::string&, int32_t, int32_t, const std::string&) override
-    {
-        return E_NOTIMPL;
-    }
+    using In = const std::string&;
+    using Reg = IQServiceRegistry*;
+    using I = int32_t;
+    // clang-format off
+    HRESULT CreateCpuDriver(In n, Reg, I, I, I, IUnknown** out) override { return Make("cpu", n, out); }
+    HRESULT CreateTargetDriver(In n, Reg, I, I, I, IUnknown** out) override { return Make("target", n, out); }
+    HRESULT CreateReader(In n, Reg, I, I, I, I, IUnknown** out) override { return Make("reader", n, out); }
+    HRESULT CheckCpuDriver(In name, I, I) override { return name == "ghost" ? E_FAIL : S_OK; }
+    HRESULT CheckTargetDriver(In platform, I, I) override { return platform == "halfsim" ? E_FAIL : S_OK; }
+    HRESULT CheckReader(In, I, I) override { return S_OK; }
+    // No test reaches the operations that name a variant.
+    HRESULT CreateCpuDriverFor(In, Reg, I, I, I, In, IUnknown**) override { return E_NOTIMPL; }
+    HRESULT CreateReaderFor(In, Reg, I, I, I, I, In, IUnknown**) override { return E_NOTIMPL; }
+    HRESULT CheckCpuDriverFor(In, I, I, In) override { return E_NOTIMPL; }
+    HRESULT CheckReaderFor(In, I, I, In) override { return E_NOTIMPL; }
+    // clang-format on
 
     // What the next drivers describe themselves as.
     std::string cpuText = "ARM\nCortex-M3";

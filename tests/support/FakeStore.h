@@ -20,33 +20,15 @@ public:
     std::map<std::string, int32_t> number;
     std::map<std::string, Variant> lists;
 
-    HRESULT GetText(const std::string& name, std::string& v)
-    {
-        auto it = text.find(name);
-        v = it == text.end() ? std::string() : it->second;
-        return it == text.end() ? S_FALSE : S_OK;
-    }
-    HRESULT SetText(const std::string& name, const std::string& v)
-    {
-        log_.push_back("store " + name + "=" + v);
-        text[name] = v;
-        return S_OK;
-    }
-    template <class T> HRESULT GetNumberAs(const std::string& name, T& v)
-    {
-        auto it = number.find(name);
-        v = it == number.end() ? T{} : static_cast<T>(it->second);
-        return it == number.end() ? S_FALSE : S_OK;
-    }
-    HRESULT SetNumberAs(const std::string& name, int32_t v)
-    {
-        log_.push_back("store " + name + "=" + std::to_string(v));
-        number[name] = v;
-        return S_OK;
-    }
+    // clang-format off
+    HRESULT GetText(In name, std::string& v) { return Get(text, name, v); }
+    HRESULT SetText(In name, In v) { return Set(text, name, v, name + "=" + v); }
+    template <class T> HRESULT GetNumberAs(In name, T& v) { return Get(number, name, v); }
+    HRESULT SetNumberAs(In name, int32_t v) { return Set(number, name, v, name + "=" + std::to_string(v)); }
+    HRESULT GetList(In name, Variant& v) { return Get(lists, name, v, S_OK); }
+    HRESULT SetList(In name, const Variant& v) { return Set(lists, name, v, name); }
 
     // Each session setting as a pair of operations on its map entry.
-    // clang-format off
 #define FAKE_SETTING(Name, OutT, InT, Kind, entry)                                                       \
     HRESULT Get##Name(Key, Key, Key, OutT v) override { return Get##Kind(entry, v); }                    \
     HRESULT Set##Name(Key, Key, Key, InT v) override { return Set##Kind(entry, v); }
@@ -70,16 +52,17 @@ public:
     // clang-format on
 
 private:
-    HRESULT GetList(const std::string& name, Variant& v)
+    // An absent entry reads as the type's empty value.
+    template <class M, class T> static HRESULT Get(const M& map, In name, T& v, HRESULT absent = S_FALSE)
     {
-        auto it = lists.find(name);
-        v = it == lists.end() ? Variant() : it->second;
-        return S_OK;
+        auto it = map.find(name);
+        v = it == map.end() ? T{} : static_cast<T>(it->second);
+        return it == map.end() ? absent : S_OK;
     }
-    HRESULT SetList(const std::string& name, const Variant& v)
+    template <class M, class V> HRESULT Set(M& map, In name, const V& v, const std::string& note)
     {
-        log_.push_back("store " + name);
-        lists[name] = v;
+        log_.push_back("store " + note);
+        map[name] = v;
         return S_OK;
     }
     CallLog& log_;

@@ -74,3 +74,12 @@ inline CallLog operator+(CallLog a, const CallLog& b)
     a.insert(a.end(), b.begin(), b.end());
     return a;
 }
+
+// `commands` command objects, each a provider of both command faces.
+inline CallLog CommandFaces(const std::string& call, int commands)
+{
+    CallLog calls;
+    for (int i = 0; i < commands; ++i)
+        calls = calls + Each(call, {Ids::IQCmdClient, Ids::IQCmdClient2});
+    return calls;
+}

@@ -21,18 +21,8 @@ struct RecordingOutput : IQOutputWindow {
     CallLog& log;
 };
 
-// Each command made at a connection is a provider of both command faces:
-// radix, disconnect and the seven memory commands.
-CallLog CommandRegistrations(const std::string& call)
-{
-    constexpr int kCommands = 9;
-    CallLog calls;
-    for (int i = 0; i < kCommands; ++i) {
-        calls.push_back(call + " {0CEE2458-E2FC-45C4-AD14-9338AC377F2B}");
-        calls.push_back(call + " {76FDAC8B-D0C3-4365-BB64-56412E74A430}");
-    }
-    return calls;
-}
+// The commands made at a connection: radix, disconnect and the seven memory commands.
+constexpr int kCommands = 9;
 
 struct Connection : StateFixture {
     RecordingOutput output{log};
@@ -96,7 +86,7 @@ TEST_F(Connection, ConnectMakesDriversInOrderAndAnnouncesIt)
         "SetCpuIdentity 3 7",
         Sent(Ids::EVENT_PLATFORM_CHANGED),
     };
-    expected = expected + CommandRegistrations("RegisterProvider") +
+    expected = expected + CommandFaces("RegisterProvider", kCommands) +
                CallLog{
                    Sent(Ids::EVENT_PLATFORM_CHANGED),
                    "Debug Connected",
@@ -182,7 +172,7 @@ TEST_F(Connection, DisconnectLetsTheTargetGoBeforeTheCpu)
             "Debug Disconnected",
             "Release cpu cm3",
         };
-        expected = expected + CommandRegistrations("UnregisterProvider");
+        expected = expected + CommandFaces("UnregisterProvider", kCommands);
         expected.push_back(Sent(Ids::EVENT_PLATFORM_CHANGED));
         EXPECT_EQ(Calls(), expected);
         EXPECT_FALSE(state->IsConnected());

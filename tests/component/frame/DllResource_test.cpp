@@ -86,14 +86,4 @@ TEST(DllResource, InstalledModuleTellsItsVersionsAndIsTheSourceOfTextsUntilItGoe
     EXPECT_EQ(copy.LoadText(57640).value_or(""), "Tessel Debugger (from module)");
 }
 
-TEST(DllResource, TheShippedModuleCarriesTheComponentsTexts)
-{
-    std::string error;
-    auto module = CDllResource::Load(BinaryDirectory() + "/DebuggerExtRes.dll", error);
-    ASSERT_TRUE(module) << error;
-    EXPECT_EQ(StringTable::Load(57717),
-              "You have no programs downloaded. Do you still wish to run the target?");
-    EXPECT_EQ(StringTable::Load(57712), "The start address must be lower than the end address.");
-}
-
 } // namespace

@@ -37,19 +37,13 @@ struct RecordingView : IQDisassemblyDataClient, Noting {
     HRESULT OnDisconnected() override { return Note("OnDisconnected"); }
     HRESULT OnProgramLoaded() override { return Note("OnProgramLoaded"); }
     HRESULT OnProgramUnloaded() override { return Note("OnProgramUnloaded"); }
-    HRESULT OnStopLine(uint32_t pc, Text, int32_t, int32_t kind) override
-    {
-        return Note("OnStopLine", {pc, kind});
-    }
-    HRESULT OnPCLine(uint32_t pc, Text, int32_t, int32_t kind) override
-    {
-        return Note("OnPCLine", {pc, kind});
-    }
+    using I = int32_t;
+    // clang-format off
+    HRESULT OnStopLine(uint32_t pc, Text, I, I kind) override { return Note("OnStopLine", {pc, kind}); }
+    HRESULT OnPCLine(uint32_t pc, Text, I, I kind) override { return Note("OnPCLine", {pc, kind}); }
     HRESULT OnTargetRunning() override { return Note("OnTargetRunning"); }
-    HRESULT OnBreakChanged(Text, int32_t, uint32_t, VariantBool, VariantBool) override
-    {
-        return Note("Break");
-    }
+    HRESULT OnBreakChanged(Text, I, uint32_t, VariantBool, VariantBool) override { return Note("Break"); }
+    // clang-format on
     HRESULT OnDisplayFlags(uint32_t flags) override { return Note("OnDisplayFlags", {flags}); }
 };
 

@@ -25,26 +25,19 @@ struct FakeWorkspace : IQWorkspaceInfo, IQCustomPlaceholders {
     HRESULT GetConfigurationName(In, In, In c, Out n) override { return Give(n, c); }
     HRESULT GetProjectName(In, In p, Out n) override { return Give(n, p); }
     HRESULT GetWorkspaceName(In w, Out n) override { return Give(n, w); }
+    // A directory under /work, none without a workspace.
+    static std::string Under(In w, const std::string& rest) { return w.empty() ? "" : "/work/" + w + rest; }
     HRESULT GetConfigurationDirectory(In w, In p, In c, Out d) override
     {
-        return Give(d, w.empty() ? "" : "/work/" + w + "/" + p + "/" + c);
+        return Give(d, Under(w, "/" + p + "/" + c));
     }
-    HRESULT GetProjectDirectory(In w, In p, Out d) override
-    {
-        return Give(d, w.empty() ? "" : "/work/" + w + "/" + p);
-    }
-    HRESULT GetWorkspaceDirectory(In w, Out d) override { return Give(d, w.empty() ? "" : "/work/" + w); }
+    HRESULT GetProjectDirectory(In w, In p, Out d) override { return Give(d, Under(w, "/" + p)); }
+    HRESULT GetWorkspaceDirectory(In w, Out d) override { return Give(d, Under(w, "")); }
     HRESULT IsWorkspaceOpen() override { return open ? S_OK : S_FALSE; }
-    HRESULT GetGlobalPlaceholders(Map& map) override
-    {
-        map = global;
-        return S_OK;
-    }
-    HRESULT GetWorkspacePlaceholders(In, Map& map) override
-    {
-        map = local;
-        return S_OK;
-    }
+    // clang-format off
+    HRESULT GetGlobalPlaceholders(Map& map) override { map = global; return S_OK; }
+    HRESULT GetWorkspacePlaceholders(In, Map& map) override { map = local; return S_OK; }
+    // clang-format on
     bool open = true;
     Map global{
         {"BOARD", "stm32"}, {"FILENAME", "custom loses"}, {"LOOP", "$(LOOP)"}, {"A", "$(B)"}, {"B", "b"}};
