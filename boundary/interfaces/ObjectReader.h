@@ -24,7 +24,6 @@ inline constexpr Guid IQTCP = "{1CF8C010-3668-4AA9-ABC0-4F74A98FB901}"_guid;
 inline constexpr Guid IQTCPObject = "{6457AE49-A2CD-4D4F-8D15-C65F638805C2}"_guid;
 // Asked of the label manager service: takes the labels of the module being
 // loaded, with the manager's current module as their owner.
-inline constexpr Guid IQModuleLabelSink = "{5C0E4A61-7B2D-4F0E-9C41-3E8A2D6B1F07}"_guid;
 } // namespace Ids
 
 // A module at run time, as the reader sees it: where its file is and what the
@@ -71,11 +70,6 @@ struct IQModuleLoader : IUnknown {
     virtual HRESULT Load(IQTCPObject* task, int32_t mode) = 0; // 3
     virtual HRESULT Save(IQTCPObject* task, int32_t mode) = 0; // 4
     virtual HRESULT Verify(IQTCPObject* task) = 0;             // 5
-};
-
-// Takes the labels of the module being loaded.
-struct IQModuleLabelSink : IUnknown {
-    virtual HRESULT AddModuleLabel(const std::string& name, TargetAddress address) = 0; // 3
 };
 
 // Collects the functions of one name from each module asked.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "boundary/Ids.h"
+#include "boundary/interfaces/LabelManager.h"
 #include "boundary/interfaces/PlatformMemory.h"
 #include "boundary/interfaces/Workbench.h"
 #include "platform/objfile/ObjectCodes.h"
@@ -116,12 +117,11 @@ HRESULT ElfModule::WriteSegments(IQTCPObject* task, const ElfImage& image, uint3
 
 void ElfModule::ReportLabels(const ElfImage& image, uint32_t offset)
 {
-    auto* labels = QueryAs<IQModuleLabelSink>(GetServiceAs<IUnknown>(registry_, Ids::IQLabelManager),
-                                              Ids::IQModuleLabelSink);
+    auto* labels = GetServiceAs<IQLabelManager>(registry_, Ids::IQLabelManager);
     if (labels == nullptr)
         return;
     for (const ElfSymbol& symbol : image.Symbols())
-        labels->AddModuleLabel(symbol.name, symbol.address + offset);
+        labels->AddLabel(LabelRecord{symbol.name, symbol.address + offset});
 }
 
 HRESULT ElfModule::Save(IQTCPObject* task, int32_t)

@@ -8,6 +8,8 @@
 
 #include "boundary/Ids.h"
 #include "boundary/interfaces/ObjectReader.h"
+#include "component/frame/CDebuggerState.h"
+#include "component/symbols/CVELLabelManager.h"
 #include "platform/catalog/DriverFactory.h"
 #include "platform/catalog/PlatformList.h"
 #include "platform/objfile/DebugData.h"
@@ -66,15 +68,12 @@ struct ProgramRecord : IQProgram {
     std::vector<std::pair<uint32_t, uint32_t>> areas;
 };
 
-struct LabelSinkRecord : IQModuleLabelSink {
-    HRESULT QueryInterface(const Guid& iid, void** out) override
-    {
-        return AnswerFrom({Ids::IUnknown, Ids::IQModuleLabelSink}, iid, this, out);
-    }
-    TESSEL_NOT_REFCOUNTED
-    HRESULT AddModuleLabel(const std::string&, TargetAddress) override { return ++count, S_OK; }
-    size_t count = 0;
-};
+uint32_t Count(CVELLabelManager& labels)
+{
+    uint32_t count = 0;
+    labels.GetLabelCount(count);
+    return count;
+}
 
 class ElfReaderFace : public ::testing::Test
 {
@@ -82,7 +81,6 @@ protected:
     void SetUp() override
     {
         memory.RegisterIn(registry);
-        registry.Provide(Ids::IQLabelManager, &labels);
         int32_t index = -1;
         ASSERT_EQ(PlatformList(table).FindReader("ELF", index), S_OK);
         ASSERT_EQ(factory.CheckReader("ELF", 0, 0), S_OK);
@@ -101,7 +99,9 @@ protected:
     CallLog calls;
     RecordingRegistry registry{calls};
     FakePlatformMemory memory{{{0x08000000, 0x0800FFFF}, {0x20000000, 0x2000FFFF}}, {1}};
-    LabelSinkRecord labels;
+    CDebuggerState owner;
+    // The real label manager, which registers itself where the reader looks.
+    CVELLabelManager labels{&registry, owner};
     ProgramRecord program;
     TaskRecord task;
     IQObjectReader2* reader = nullptr;
@@ -125,7 +125,7 @@ TEST_F(ElfReaderFace, LoadWritesTheSegmentsReportsAreasLabelsAnswersForItsDebugD
         EXPECT_EQ(memory.Bytes(s.address, s.memSize), bytes);
     }
     EXPECT_EQ(program.areas, areas);
-    EXPECT_EQ(labels.count, image.Symbols().size());
+    EXPECT_EQ(Count(labels), image.Symbols().size());
 
     TargetAddress main = 0, start = 0, end = 0;
     ASSERT_EQ(Face<IQLineTable>(Ids::IQLineTable)->FindFunction("main", main), S_OK);
@@ -186,11 +186,11 @@ TEST_F(ElfReaderFace, FailureAndCancelFinishTheTaskOnceAndLeaveNothing)
         task = TaskRecord();
         task.status = c.presetStatus;
         memory.log.clear();
-        labels.count = 0;
+        labels.ClearLabelsQuietly();
         EXPECT_EQ(loader->Load(&task, 3), c.result) << c.path;
         EXPECT_EQ(task.status, c.status) << c.path;
         EXPECT_EQ(task.finished, 1) << c.path;
-        EXPECT_TRUE(memory.log.empty() && labels.count == 0 && program.areas.empty()) << c.path;
+        EXPECT_TRUE(memory.log.empty() && Count(labels) == 0 && program.areas.empty()) << c.path;
         TargetAddress address = 0;
         EXPECT_EQ(Face<IQLineTable>(Ids::IQLineTable)->FindFunction("main", address), OE_FUNCTION_NOT_FOUND);
     }
