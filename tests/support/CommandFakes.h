@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "boundary/Unknown.h"
 #include "boundary/interfaces/Command.h"
 #include "boundary/interfaces/Debugger.h"
 #include "boundary/interfaces/Workbench.h"
@@ -17,7 +18,7 @@ class HelpRecordingRegistry : public IQServiceRegistry, public IQCommandHelpServ
 public:
     HelpRecordingRegistry(bool withHelp = true) : withHelp_(withHelp) {}
 
-    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    HRESULT QueryInterface(const Guid& iid, void** out) override { return AnswerFrom({}, iid, this, out); }
     TESSEL_NOT_REFCOUNTED
     HRESULT Broadcast(const Event&) override { return S_OK; }
     HRESULT GetProviders(const Guid& id, int32_t& count, IUnknown**& array) override;
@@ -51,7 +52,7 @@ public:
     int32_t batchState = 0;
     HRESULT answer = S_OK;
 
-    HRESULT QueryInterface(const Guid&, void** out) override;
+    HRESULT QueryInterface(const Guid& iid, void** out) override { return AnswerFrom({}, iid, this, out); }
     TESSEL_NOT_REFCOUNTED
     HRESULT GetBatchState(int32_t& value) override
     {

@@ -126,14 +126,4 @@ TEST(MemoryRecording, OperationsAreRecordedAsTheCommandsThatDoTheSame)
                                     }));
 }
 
-TEST(MemoryRecording, NothingIsRecordedWhileTheRecorderIsOff)
-{
-    MemoryRig rig({{0x1000, 0x1FFF}});
-    rig.recorder.SetLogging(false);
-    const uint8_t pattern = 1;
-    rig.manager.FillMemory(0x1000, 0x10FF, 1, &pattern);
-    rig.manager.CopyMemorySimple(0x1000, 0x10FF, 0x1A00);
-    EXPECT_TRUE(rig.recorder.Lines().empty());
-}
-
 } // namespace
