@@ -19,7 +19,6 @@ struct Reply {
 Reply Execute(CCmd& cmd, const std::string& line, IQCmdCompletionSink* sink = nullptr)
 {
     Reply r{};
-    r.prompt = "untouched";
     r.hr = cmd.ExecuteCommand(line, r.message, r.prompt, r.continuing, r.pending, sink);
     return r;
 }
