@@ -67,12 +67,8 @@ std::string FakePlatformMemory::Line(const std::string& name, TargetAddress star
                                      AccessSize size)
 {
     char text[96];
-    if (size != 0)
-        std::snprintf(text, sizeof text, "%s 0x%X..0x%X /%u", name.c_str(), start.Value(), end.Value(),
-                      unsigned{size});
-    else
-        std::snprintf(text, sizeof text, "%s 0x%X..0x%X", name.c_str(), start.Value(), end.Value());
-    return text;
+    std::snprintf(text, sizeof text, "%s 0x%X..0x%X", name.c_str(), start.Value(), end.Value());
+    return size != 0 ? text + (" /" + std::to_string(size)) : std::string(text);
 }
 
 bool FakePlatformMemory::Logged(const std::string& name, TargetAddress start, TargetAddress end,
