@@ -14,14 +14,6 @@ std::string Name(const Guid& id)
 
 } // namespace
 
-HRESULT HelpRecordingRegistry::GetProviders(const Guid& id, int32_t& count, IUnknown**& array)
-{
-    auto& list = providers[id];
-    count = static_cast<int32_t>(list.size());
-    array = list.data();
-    return S_OK;
-}
-
 HRESULT HelpRecordingRegistry::GetService(const Guid& id, IUnknown** out)
 {
     *out = nullptr;

@@ -21,7 +21,7 @@ public:
     HRESULT QueryInterface(const Guid& iid, void** out) override { return AnswerFrom({}, iid, this, out); }
     TESSEL_NOT_REFCOUNTED
     HRESULT Broadcast(const Event&) override { return S_OK; }
-    HRESULT GetProviders(const Guid& id, int32_t& count, IUnknown**& array) override;
+    HRESULT GetProviders(const Guid&, int32_t&, IUnknown**&) override { return E_NOTIMPL; }
     HRESULT GetService(const Guid& id, IUnknown** out) override;
     HRESULT RegisterProvider(const Guid& id, IUnknown* provider) override;
     HRESULT RegisterService(const Guid& id, IUnknown* service) override;
