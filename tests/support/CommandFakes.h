@@ -1,5 +1,4 @@
 #pragma once
-#include <map>
 #include <set>
 #include <string>
 #include <tuple>

@@ -208,12 +208,6 @@ HRESULT FakePlatformMemory::Plain(const char* name, TargetAddress start, TargetA
     return hr;
 }
 
-HRESULT FakePlatformMemory::GetAreaCount(uint32_t& count)
-{
-    count = static_cast<uint32_t>(areas.size());
-    return S_OK;
-}
-
 HRESULT FakePlatformMemory::GetArea(uint32_t index, TargetAddress& start, TargetAddress& end,
                                     uint32_t& byteOrder, uint32_t& info, VariantBool& sized,
                                     VariantBool& attribute1, VariantBool& attribute2, VariantBool& attribute3)
@@ -227,12 +221,6 @@ HRESULT FakePlatformMemory::GetArea(uint32_t index, TargetAddress& start, Target
     sized = areas[index].sized ? VARIANT_TRUE : VARIANT_FALSE;
     attribute1 = attribute2 = attribute3 = VARIANT_FALSE;
     return S_OK;
-}
-
-HRESULT FakePlatformMemory::GetPageSize(uint32_t& size)
-{
-    size = pageSize;
-    return pageSizeResult;
 }
 
 HRESULT FakePlatformMemory::GetErrorText(HRESULT code, std::string& text)

@@ -83,7 +83,11 @@ public:
     HRESULT CanFindAlternate() override { return Can(4); }
     HRESULT CanVerify() override { return Can(5); }
     HRESULT CanTest() override { return Can(6); }
-    HRESULT GetAreaCount(uint32_t& count) override;
+    HRESULT GetAreaCount(uint32_t& count) override
+    {
+        count = static_cast<uint32_t>(areas.size());
+        return S_OK;
+    }
     HRESULT GetArea(uint32_t index, A& start, A& end, uint32_t& byteOrder, uint32_t& info, VB& sized,
                     VB& attribute1, VB& attribute2, VB& attribute3) override;
     HRESULT Read(A start, A end, Out buffer) override { return DoRead("Read2", start, end, 0, buffer); }
@@ -113,7 +117,11 @@ public:
     HRESULT Test(A start, A end) override { return Plain("Test2", start, end); }
     HRESULT Refresh() override { return Plain("Refresh2", 0, 0); }
     HRESULT SetDownloadMode(uint32_t flag) override { return Plain("SetDownloadMode2", flag, flag); }
-    HRESULT GetPageSize(uint32_t& size) override;
+    HRESULT GetPageSize(uint32_t& size) override
+    {
+        size = pageSize;
+        return pageSizeResult;
+    }
 
     HRESULT FindEx(A start, A end, uint32_t, uint32_t, uint32_t, uint32_t length, In pattern, In mask,
                    A& at) override
