@@ -20,9 +20,10 @@ TEST(MemoryAttach, WhatIsOfferedComesFromTheSecondGeneration)
         platform.RegisterIn(host.registry);
         CVELMemoryManager manager(&host.registry);
         ASSERT_EQ(manager.AttachPlatform(&host.registry), S_OK);
-        for (uint32_t asked = 0; asked < 7; ++asked)
-            EXPECT_EQ((manager.*kCans[asked])(), asked == bit ? S_OK : S_FALSE)
-                << "offered " << bit << ", asked " << asked;
+        uint32_t asked = 0;
+        for (const auto can : kCans)
+            EXPECT_EQ((manager.*can)(), asked++ == bit ? S_OK : S_FALSE)
+                << "offered " << bit << ", asked " << asked - 1;
     }
 }
 
