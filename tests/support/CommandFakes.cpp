@@ -9,28 +9,10 @@ namespace
 
 std::string Name(const Guid& id)
 {
-    if (id == Ids::IQCmdClient)
-        return "IQCmdClient";
-    if (id == Ids::IQCmdClient2)
-        return "IQCmdClient2";
-    return "other";
+    return id == Ids::IQCmdClient ? "IQCmdClient" : id == Ids::IQCmdClient2 ? "IQCmdClient2" : "other";
 }
 
 } // namespace
-
-HRESULT HelpRecordingRegistry::QueryInterface(const Guid&, void** out)
-{
-    *out = nullptr;
-    return E_NOINTERFACE;
-}
-
-HRESULT HelpRecordingRegistry::GetProviders(const Guid& id, int32_t& count, IUnknown**& array)
-{
-    auto& list = providers[id];
-    count = static_cast<int32_t>(list.size());
-    array = list.data();
-    return S_OK;
-}
 
 HRESULT HelpRecordingRegistry::GetService(const Guid& id, IUnknown** out)
 {
@@ -85,10 +67,4 @@ HRESULT HelpRecordingRegistry::RemoveCommandHelp(const std::string& name, const 
 {
     log.push_back("remove help " + name + " " + std::to_string(isAlias));
     return help.erase({name, parameterText, isAlias}) == 1 ? S_OK : E_FAIL;
-}
-
-HRESULT FakeTimingService::QueryInterface(const Guid&, void** out)
-{
-    *out = nullptr;
-    return E_NOINTERFACE;
 }

@@ -1,11 +1,11 @@
 #pragma once
-#include <map>
 #include <set>
 #include <string>
 #include <tuple>
 #include <unordered_map>
 #include <vector>
 
+#include "boundary/Unknown.h"
 #include "boundary/interfaces/Command.h"
 #include "boundary/interfaces/Debugger.h"
 #include "boundary/interfaces/Workbench.h"
@@ -17,10 +17,10 @@ class HelpRecordingRegistry : public IQServiceRegistry, public IQCommandHelpServ
 public:
     HelpRecordingRegistry(bool withHelp = true) : withHelp_(withHelp) {}
 
-    HRESULT QueryInterface(const Guid& iid, void** out) override;
+    HRESULT QueryInterface(const Guid& iid, void** out) override { return AnswerFrom({}, iid, this, out); }
     TESSEL_NOT_REFCOUNTED
     HRESULT Broadcast(const Event&) override { return S_OK; }
-    HRESULT GetProviders(const Guid& id, int32_t& count, IUnknown**& array) override;
+    HRESULT GetProviders(const Guid&, int32_t&, IUnknown**&) override { return E_NOTIMPL; }
     HRESULT GetService(const Guid& id, IUnknown** out) override;
     HRESULT RegisterProvider(const Guid& id, IUnknown* provider) override;
     HRESULT RegisterService(const Guid& id, IUnknown* service) override;
@@ -51,7 +51,7 @@ public:
     int32_t batchState = 0;
     HRESULT answer = S_OK;
 
-    HRESULT QueryInterface(const Guid&, void** out) override;
+    HRESULT QueryInterface(const Guid& iid, void** out) override { return AnswerFrom({}, iid, this, out); }
     TESSEL_NOT_REFCOUNTED
     HRESULT GetBatchState(int32_t& value) override
     {

@@ -67,12 +67,8 @@ std::string FakePlatformMemory::Line(const std::string& name, TargetAddress star
                                      AccessSize size)
 {
     char text[96];
-    if (size != 0)
-        std::snprintf(text, sizeof text, "%s 0x%X..0x%X /%u", name.c_str(), start.Value(), end.Value(),
-                      unsigned{size});
-    else
-        std::snprintf(text, sizeof text, "%s 0x%X..0x%X", name.c_str(), start.Value(), end.Value());
-    return text;
+    std::snprintf(text, sizeof text, "%s 0x%X..0x%X", name.c_str(), start.Value(), end.Value());
+    return size != 0 ? text + (" /" + std::to_string(size)) : std::string(text);
 }
 
 bool FakePlatformMemory::Logged(const std::string& name, TargetAddress start, TargetAddress end,
@@ -115,12 +111,6 @@ HRESULT FakePlatformMemory::DoWrite(const char* name, TargetAddress start, Targe
                                     const uint8_t* buffer)
 {
     return Store(name, start, end, size, AddressRange(start, end).Size(), buffer);
-}
-
-HRESULT FakePlatformMemory::DoFill(const char* name, TargetAddress start, TargetAddress end, uint32_t length,
-                                   const uint8_t* pattern)
-{
-    return Store(name, start, end, 0, length, pattern);
 }
 
 // A write is a fill whose pattern is as long as the range.
@@ -188,7 +178,7 @@ HRESULT FakePlatformMemory::FillVerified(TargetAddress start, TargetAddress end,
                                          uint32_t length, const uint8_t* pattern)
 {
     verified = verify;
-    const HRESULT hr = DoFill("FillVerified3", start, end, length, pattern);
+    const HRESULT hr = Store("FillVerified3", start, end, 0, length, pattern);
     if (hr != S_OK || !verifyFailsAt || *verifyFailsAt < start || *verifyFailsAt > end)
         return hr;
     written_[*verifyFailsAt] = 0;
@@ -218,14 +208,6 @@ HRESULT FakePlatformMemory::Plain(const char* name, TargetAddress start, TargetA
     return hr;
 }
 
-// --- second generation ------------------------------------------------------
-
-HRESULT FakePlatformMemory::GetAreaCount(uint32_t& count)
-{
-    count = static_cast<uint32_t>(areas.size());
-    return S_OK;
-}
-
 HRESULT FakePlatformMemory::GetArea(uint32_t index, TargetAddress& start, TargetAddress& end,
                                     uint32_t& byteOrder, uint32_t& info, VariantBool& sized,
                                     VariantBool& attribute1, VariantBool& attribute2, VariantBool& attribute3)
@@ -241,19 +223,6 @@ HRESULT FakePlatformMemory::GetArea(uint32_t index, TargetAddress& start, Target
     return S_OK;
 }
 
-HRESULT FakePlatformMemory::GetPageSize(uint32_t& size)
-{
-    size = pageSize;
-    return pageSizeResult;
-}
-
-// --- later generations -------------------------------------------------------
-
-HRESULT FakePlatformMemory::GetLongOperationsOffered(VariantBool& isOffered)
-{
-    isOffered = VARIANT_TRUE;
-    return S_OK;
-}
 HRESULT FakePlatformMemory::GetErrorText(HRESULT code, std::string& text)
 {
     char buffer[48];
@@ -262,23 +231,12 @@ HRESULT FakePlatformMemory::GetErrorText(HRESULT code, std::string& text)
     return S_OK;
 }
 
-// --- first generation --------------------------------------------------------
-
-HRESULT FakePlatformMemory::First::GetMemoryInfo(Variant& info)
-{
-    info = Variant::String("fake");
-    return S_OK;
-}
+// Bit 1 alone says sized too; the attribute bits must not.
 HRESULT FakePlatformMemory::First::GetArea(uint32_t index, TargetAddress& start, TargetAddress& end,
                                            uint32_t& byteOrder, uint32_t& info, uint32_t& flags)
 {
-    if (index >= p.areas.size())
-        return E_INVALIDARG;
-    start = p.areas[index].start;
-    end = p.areas[index].end;
-    byteOrder = p.areas[index].byteOrder;
-    info = 0;
-    // Bit 1 alone says sized too; the attribute bits must not.
-    flags = p.areas[index].sized ? 0x2 : 0x34;
-    return S_OK;
+    VariantBool sized = VARIANT_FALSE, unused = VARIANT_FALSE;
+    const HRESULT hr = p.GetArea(index, start, end, byteOrder, info, sized, unused, unused, unused);
+    flags = sized ? 0x2 : 0x34;
+    return hr;
 }

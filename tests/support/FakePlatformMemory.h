@@ -83,7 +83,11 @@ public:
     HRESULT CanFindAlternate() override { return Can(4); }
     HRESULT CanVerify() override { return Can(5); }
     HRESULT CanTest() override { return Can(6); }
-    HRESULT GetAreaCount(uint32_t& count) override;
+    HRESULT GetAreaCount(uint32_t& count) override
+    {
+        count = static_cast<uint32_t>(areas.size());
+        return S_OK;
+    }
     HRESULT GetArea(uint32_t index, A& start, A& end, uint32_t& byteOrder, uint32_t& info, VB& sized,
                     VB& attribute1, VB& attribute2, VB& attribute3) override;
     HRESULT Read(A start, A end, Out buffer) override { return DoRead("Read2", start, end, 0, buffer); }
@@ -103,7 +107,7 @@ public:
     }
     HRESULT Fill(A start, A end, uint32_t length, In pattern) override
     {
-        return DoFill("Fill2", start, end, length, pattern);
+        return Store("Fill2", start, end, 0, length, pattern);
     }
     HRESULT Find(A start, A end, uint32_t, uint32_t, uint32_t length, In pattern, In mask, A& at) override
     {
@@ -113,7 +117,11 @@ public:
     HRESULT Test(A start, A end) override { return Plain("Test2", start, end); }
     HRESULT Refresh() override { return Plain("Refresh2", 0, 0); }
     HRESULT SetDownloadMode(uint32_t flag) override { return Plain("SetDownloadMode2", flag, flag); }
-    HRESULT GetPageSize(uint32_t& size) override;
+    HRESULT GetPageSize(uint32_t& size) override
+    {
+        size = pageSize;
+        return pageSizeResult;
+    }
 
     HRESULT FindEx(A start, A end, uint32_t, uint32_t, uint32_t, uint32_t length, In pattern, In mask,
                    A& at) override
@@ -133,7 +141,7 @@ public:
         return DoWrite("WriteSizedVerified3", start, end, size, buffer);
     }
 
-    HRESULT GetLongOperationsOffered(VB& offered) override;
+    HRESULT GetLongOperationsOffered(VB&) override { return E_NOTIMPL; }
 
     HRESULT WriteVerifiedReporting(A start, A end, VB, In buffer, VB& failed, A& at, int32_t& written,
                                    int32_t& found) override
@@ -155,7 +163,7 @@ private:
         explicit First(FakePlatformMemory& owner) : p(owner) {}
         HRESULT QueryInterface(const Guid& iid, void** out) override { return p.QueryInterface(iid, out); }
         TESSEL_NOT_REFCOUNTED
-        HRESULT GetMemoryInfo(Variant& info) override;
+        HRESULT GetMemoryInfo(Variant&) override { return E_NOTIMPL; }
         HRESULT GetAreaCount(uint32_t& count) override { return p.GetAreaCount(count); }
         HRESULT GetArea(uint32_t index, A& start, A& end, uint32_t& byteOrder, uint32_t& info,
                         uint32_t& flags) override;
@@ -176,7 +184,7 @@ private:
         HRESULT Copy(A start, A end, A to) override { return p.DoCopy("Copy1", start, end, to); }
         HRESULT Fill(A start, A end, uint32_t length, In pattern) override
         {
-            return p.DoFill("Fill1", start, end, length, pattern);
+            return p.Store("Fill1", start, end, 0, length, pattern);
         }
         HRESULT Find(A start, A end, uint32_t length, In pattern, A& at) override
         {
@@ -195,7 +203,6 @@ private:
     bool Mapped(A start, A end) const;
     HRESULT DoRead(const char* name, A start, A end, AccessSize size, Out buffer);
     HRESULT DoWrite(const char* name, A start, A end, AccessSize size, In buffer);
-    HRESULT DoFill(const char* name, A start, A end, uint32_t length, In pattern);
     HRESULT Store(const char* name, A start, A end, AccessSize size, uint64_t length, In pattern);
     HRESULT DoFind(const char* name, A start, A end, uint32_t length, In pattern, In mask, A& found);
     HRESULT DoCopy(const char* name, A start, A end, A destination);

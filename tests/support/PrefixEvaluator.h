@@ -65,14 +65,9 @@ public:
 
     template <class T> HRESULT ParseFloating(const std::string& text, T& value)
     {
-        if (text.empty())
-            return E_FAIL;
         char* end = nullptr;
-        double v = std::strtod(text.c_str(), &end);
-        if (end == nullptr || *end != '\0')
-            return E_FAIL;
-        value = static_cast<T>(v);
-        return S_OK;
+        value = static_cast<T>(std::strtod(text.c_str(), &end));
+        return !text.empty() && *end == '\0' ? S_OK : E_FAIL;
     }
     HRESULT TextToFloat(const std::string& t, float& v) override { return ParseFloating(t, v); }
     HRESULT TextToDouble(const std::string& t, double& v) override { return ParseFloating(t, v); }

@@ -12,9 +12,6 @@ class RecordingCommand : public CCmd
 public:
     using CCmd::CCmd;
     using CCmd::CompletionSink;
-    using CCmd::Continuing;
-    using CCmd::Kind;
-    using CCmd::StripName;
 
     HRESULT Run(const std::string& text, std::string& message, bool& continuing) override;
     HRESULT Continue(const std::string& line, std::string& message, bool& continuing) override;

@@ -28,11 +28,6 @@ TEST(CArgString, AnEmptyTokenTakesTheDefaultAndFailsOnlyWhenRequired)
     }
 }
 
-std::string Cwd()
-{
-    return std::filesystem::current_path().string();
-}
-
 std::string ExpandWorkspace(const std::string& text)
 {
     std::string out = text;
@@ -60,8 +55,8 @@ TEST(CArgStringFileNameEx, EachStepActsOnlyWhenItsFlagIsSet)
         {"//", false, false, true, false, "/"},
         {"$(WORKSPACE)\\out.mot", true, false, false, false, "/ws/out.mot"},
         {"$(WORKSPACE)\\out.mot", false, false, false, false, "$(WORKSPACE)/out.mot"},
-        {"out/../x.mot", true, false, false, true, Cwd() + "/x.mot"},
-        {"./x.mot", true, false, false, true, Cwd() + "/x.mot"},
+        {"out/../x.mot", true, false, false, true, std::filesystem::current_path().string() + "/x.mot"},
+        {"./x.mot", true, false, false, true, std::filesystem::current_path().string() + "/x.mot"},
         {"out/../x.mot", false, false, false, true, "out/../x.mot"},
         {"/a/../b", true, false, false, true, "/a/../b"},
         {"\"$(WORKSPACE)//x\"", true, true, true, true, "/ws/x"},

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <bit>
-#include <cstring>
 
 #include "support/MemoryRig.h"
 
@@ -57,23 +55,6 @@ TEST(ByteOrder, ElementsAreTurnedRoundByAreaAndOperation)
         EXPECT_EQ(rig.platform.Bytes(0x1008, 4), Maybe(c.writeValuesReverses, value)) << "WriteMemoryValues";
         EXPECT_EQ(value, (Bytes{0xA1, 0xA2, 0xA3, 0xA4})) << "the caller's buffer is left alone";
     }
-}
-
-TEST(ByteOrder, ValuesOfATargetInOurOwnOrderAreOurIntegers)
-{
-    if constexpr (std::endian::native != std::endian::little)
-        GTEST_SKIP() << "the fake's memory is laid out for a little-endian host";
-    MemoryRig rig({{0x1000, 0x1FFF, 1}, {0x2000, 0x2FFF, 2}});
-    rig.platform.Poke(0x1000, {0x78, 0x56, 0x34, 0x12});
-    rig.platform.Poke(0x2000, {0x12, 0x34, 0x56, 0x78});
-    uint32_t own = 0;
-    uint32_t other = 0;
-    ASSERT_EQ(rig.manager.ReadMemoryValues(0x1000, 0x1003, 4, reinterpret_cast<uint8_t*>(&own)), S_OK);
-    ASSERT_EQ(rig.manager.ReadMemoryValues(0x2000, 0x2003, 4, reinterpret_cast<uint8_t*>(&other)), S_OK);
-    EXPECT_EQ(own, 0x12345678u);
-    EXPECT_EQ(other, 0x12345678u);
-    EXPECT_EQ(rig.Read(0x1000, 4, 4), (Bytes{0x12, 0x34, 0x56, 0x78}))
-        << "ReadMemory: most significant first";
 }
 
 TEST(ByteOrder, AChunkSpanningTwoAreasIsTurnedByEachAreasOrder)

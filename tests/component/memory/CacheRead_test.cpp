@@ -66,24 +66,6 @@ TEST(CacheRead, StopsAtTheLastAddress)
     }
 }
 
-TEST(CacheRead, OnlyTheAreasPartOfAPageIsFetchedAndTheRestReadsZero)
-{
-    CacheRig rig;
-    CCacheMemory cache{rig.first, &rig.platform, &rig.platform, true};
-    std::vector<uint8_t> bytes(0x200, 0xEE);
-    ASSERT_EQ(cache.Read(0x1000, 0x11FF, bytes.data(), {}), S_OK);
-    EXPECT_EQ(bytes, std::vector<uint8_t>(0x200, 0));
-    EXPECT_EQ(rig.platform.log, Log{});
-
-    // A page once cached stays as it was fetched: the areas count for a fresh cache.
-    CCacheMemory fresh{rig.first, &rig.platform, &rig.platform, true};
-    const std::vector<CMemoryArea> areas{CMemoryArea{0x1100, 0x11FF}};
-    ASSERT_EQ(fresh.Read(0x1000, 0x11FF, bytes.data(), areas), S_OK);
-    EXPECT_EQ(rig.platform.log, Log{"Read2 0x1100..0x11FF"});
-    EXPECT_EQ(std::vector<uint8_t>(bytes.begin(), bytes.begin() + 0x100), std::vector<uint8_t>(0x100, 0));
-    EXPECT_EQ(std::vector<uint8_t>(bytes.begin() + 0x100, bytes.end()), rig.platform.Bytes(0x1100, 0x100));
-}
-
 TEST(CacheRead, DisabledEachReadIsOneCallAndEnablingAgainCachesAfresh)
 {
     CacheRig rig;

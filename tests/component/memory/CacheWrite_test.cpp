@@ -89,23 +89,6 @@ TEST(CacheWrite, VerifiedAndReportingFailWithoutTheirInterface)
     EXPECT_EQ(platform.log.size(), 1u);
 }
 
-TEST(CacheWrite, ReportingPassesTheFailureDetailsBack)
-{
-    CacheRig rig;
-    CCacheMemory cache(nullptr, &rig.platform, &rig.platform, true);
-    rig.platform.verifyFailsAt = 0x31;
-    const uint8_t values[2] = {0x5B, 0x5C};
-    VariantBool failed = VARIANT_FALSE;
-    TargetAddress address = 0;
-    int32_t written = 0, found = -1;
-    EXPECT_EQ(cache.WriteReporting(0x30, 0x31, VARIANT_TRUE, values, failed, address, written, found),
-              FakePlatformMemory::kVerifyFailed);
-    EXPECT_EQ(failed, VARIANT_TRUE);
-    EXPECT_EQ(address, 0x31u);
-    EXPECT_EQ(written, 0x5C);
-    EXPECT_EQ(found, 0);
-}
-
 TEST(CacheWrite, BadArgumentsAreRefusedWithoutAccess)
 {
     CacheRig rig;

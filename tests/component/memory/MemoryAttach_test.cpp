@@ -21,11 +21,9 @@ TEST(MemoryAttach, WhatIsOfferedComesFromTheSecondGeneration)
         CVELMemoryManager manager(&host.registry);
         ASSERT_EQ(manager.AttachPlatform(&host.registry), S_OK);
         uint32_t asked = 0;
-        for (const auto can : kCans) {
-            EXPECT_EQ((manager.*can)(), asked == bit ? S_OK : S_FALSE)
-                << "offered " << bit << ", asked " << asked;
-            ++asked;
-        }
+        for (const auto can : kCans)
+            EXPECT_EQ((manager.*can)(), asked++ == bit ? S_OK : S_FALSE)
+                << "offered " << bit << ", asked " << asked - 1;
     }
 }
 
@@ -124,16 +122,6 @@ TEST(MemoryRecording, OperationsAreRecordedAsTheCommandsThatDoTheSame)
                                         "memory_fill 0x1000 0x10FF 0xB0A word verify",
                                         "memory_fill 0x1000 0x10FF 0xF0F0F0F0F0F0F0F0 double verify",
                                     }));
-}
-
-TEST(MemoryRecording, NothingIsRecordedWhileTheRecorderIsOff)
-{
-    MemoryRig rig({{0x1000, 0x1FFF}});
-    rig.recorder.SetLogging(false);
-    const uint8_t pattern = 1;
-    rig.manager.FillMemory(0x1000, 0x10FF, 1, &pattern);
-    rig.manager.CopyMemorySimple(0x1000, 0x10FF, 0x1A00);
-    EXPECT_TRUE(rig.recorder.Lines().empty());
 }
 
 } // namespace

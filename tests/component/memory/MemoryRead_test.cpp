@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 #include "support/MemoryRig.h"
 
 namespace
@@ -40,16 +38,6 @@ TEST(MemoryRead, ARangeOutsideTheMapReadsNothingAndSucceeds)
     EXPECT_EQ(rig.Read(0x5000, 8, 1, &hr), Bytes(8, 0xEE));
     EXPECT_EQ(hr, S_OK);
     EXPECT_TRUE(rig.platform.log.empty());
-}
-
-TEST(MemoryRead, ASecondReadOfCachedBytesCostsNoPlatformCall)
-{
-    MemoryRig rig({{0x1000, 0x1FFF}});
-    const Bytes first = rig.Read(0x1010, 16);
-    EXPECT_EQ(rig.platform.log, (Log{"Read2 0x1000..0x1FFF"}));
-    EXPECT_EQ(rig.Read(0x1080, 16), rig.platform.Bytes(0x1080, 16));
-    EXPECT_EQ(first, rig.platform.Bytes(0x1010, 16));
-    EXPECT_EQ(rig.platform.log.size(), 1u);
 }
 
 TEST(MemoryRead, DirectReadsAndRefreshGoPastTheCache)

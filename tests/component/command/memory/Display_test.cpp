@@ -1,18 +1,12 @@
 // memory_display: rows of 16 bytes in hexadecimal, whatever the radix.
+#include <algorithm>
+
 #include "support/MemCmdFixture.h"
 
 namespace
 {
 
 using Display = MemCmd;
-
-int Rows(const std::string& text)
-{
-    int rows = 1;
-    for (size_t at = text.find("\r\n"); at != std::string::npos; at = text.find("\r\n", at + 2))
-        ++rows;
-    return rows;
-}
 
 TEST_F(Display, AsciiShowsCharactersZeroAsDotAndTheRestAsQuestionMarks)
 {
@@ -30,7 +24,7 @@ TEST_F(Display, AMapUpToTheTopHasNoLimitButARangeMayNotWrap)
         platform.Poke(a, {static_cast<uint8_t>(a)});
     Reply reply = Line("md ffffff00 100");
     EXPECT_EQ(reply.hr, S_OK);
-    EXPECT_EQ(Rows(reply.message), 16);
+    EXPECT_EQ(std::count(reply.message.begin(), reply.message.end(), '\n'), 15);
     EXPECT_NE(reply.message.find("\r\nFFFFFFF0  F0 F1"), std::string::npos);
     EXPECT_EQ(Line("md ffffff80 100").message, "Parameter '<length>' is invalid");
 }
