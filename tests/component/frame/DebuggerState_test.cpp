@@ -105,9 +105,7 @@ TEST_F(DebuggerState, TerminateGivesEverythingBackInReverse)
     EXPECT_EQ(registry.ServiceCount(), fixtureServices) << "only the fixture's own services remain";
     EXPECT_EQ(registry.ProviderCount(), 0u);
     EXPECT_EQ(errors.Size(), 0u);
-    EXPECT_EQ(state->GetLabels(), nullptr);
-    EXPECT_EQ(state->GetMemory(), nullptr);
-    EXPECT_EQ(state->GetRegistry(), nullptr);
+    EXPECT_TRUE(!state->GetLabels() && !state->GetMemory() && !state->GetRegistry());
 }
 
 // Notes what the state held when the family change reached the sink.

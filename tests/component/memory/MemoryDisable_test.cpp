@@ -41,15 +41,16 @@ TEST(MemoryDisabled, EverythingElseIsRefusedWithItsOwnText)
     TargetAddress at = 0;
     VariantBool failed = 0;
     int32_t w = 0, f = 0;
-    EXPECT_EQ(rig.manager.WriteMemory(0x1000, 0x1003, 1, data.data()), refused);
-    EXPECT_EQ(rig.manager.WriteMemoryValuesReporting(0x1000, 0x1003, 0, 1, data.data(), failed, at, w, f),
-              refused);
-    EXPECT_EQ(rig.manager.FillMemory(0x1000, 0x1003, 1, data.data()), refused);
-    EXPECT_EQ(rig.manager.CopyMemorySimple(0x1000, 0x1003, 0x1800), refused);
-    EXPECT_EQ(rig.manager.CompareMemory(0x1000, 0x1003, 0x1800, 1, a, b, at), refused);
-    EXPECT_EQ(rig.manager.FindMemory(0x1000, 0x1003, 0, 0, 1, data.data(), nullptr, at), refused);
-    EXPECT_EQ(rig.manager.TestMemory(0x1000, 0x1003), refused);
-    EXPECT_EQ(rig.manager.RefreshMemory(), refused);
+    const std::vector<HRESULT> answers{
+        rig.manager.WriteMemory(0x1000, 0x1003, 1, data.data()),
+        rig.manager.WriteMemoryValuesReporting(0x1000, 0x1003, 0, 1, data.data(), failed, at, w, f),
+        rig.manager.FillMemory(0x1000, 0x1003, 1, data.data()),
+        rig.manager.CopyMemorySimple(0x1000, 0x1003, 0x1800),
+        rig.manager.CompareMemory(0x1000, 0x1003, 0x1800, 1, a, b, at),
+        rig.manager.FindMemory(0x1000, 0x1003, 0, 0, 1, data.data(), nullptr, at),
+        rig.manager.TestMemory(0x1000, 0x1003),
+        rig.manager.RefreshMemory()};
+    EXPECT_EQ(answers, std::vector<HRESULT>(8, refused));
     EXPECT_TRUE(rig.platform.log.empty());
     EXPECT_TRUE(rig.recorder.Lines().empty()) << "a refused operation is not recorded";
     EXPECT_TRUE(rig.manager.WasAccessedWhileDisabled());

@@ -146,8 +146,7 @@ TEST_F(PdMemory, AreasComeFromThePlatformsMap)
     EXPECT_EQ(manager->GetAreaCount(count), S_OK);
     EXPECT_EQ(count, 2u);
     EXPECT_EQ(manager->GetAreaBounds(1, start, end), S_OK);
-    EXPECT_EQ(start, 0x1000u);
-    EXPECT_EQ(end, 0x1FFFu);
+    EXPECT_EQ(std::make_pair(start.Value(), end.Value()), std::make_pair(0x1000u, 0x1FFFu));
 
     registry.UnregisterService(Ids::IQPlatformFreeRun, &map);
     Attach();
@@ -261,20 +260,20 @@ TEST_F(PdMemory, ClosedMemoryRefusesEveryWayToTheTargetAndNotesIt)
     TargetAddress at = 0;
     int32_t written = 0, found = 0;
     VariantBool failed = 0;
-    EXPECT_EQ(manager->ReadMemory(0x10, 0x1F, 1, buffer.data()), code);
-    EXPECT_EQ(buffer, Bytes(16, 0x77));
-    EXPECT_EQ(manager->ReadMemoryValues(0x10, 0x1F, 4, buffer.data()), code);
-    EXPECT_EQ(five.ReadMemoryDirect(0x10, 0x1F, 1, buffer.data()), code);
-    EXPECT_EQ(manager->WriteMemory(0x10, 0x1F, 1, buffer.data()), code);
-    EXPECT_EQ(manager->WriteMemoryValues(0x10, 0x1F, 2, buffer.data()), code);
-    EXPECT_EQ(five.WriteMemoryReporting(0x10, 0x1F, 0, 1, buffer.data(), failed, at, written, found), code);
-    EXPECT_EQ(manager->WriteMemoryEx(0x10, 0x1F, 0, 1, buffer.data(), nullptr, nullptr, nullptr, nullptr, 0),
-              code);
-    EXPECT_EQ(manager->CopyMemorySimple(0x10, 0x1F, 0x80), code);
-    EXPECT_EQ(five.CopyMemory(0x10, 0x1F, 0x80, 0, 1, first, second, at), code);
-    EXPECT_EQ(manager->FillMemory(0x10, 0x1F, 1, buffer.data()), code);
-    EXPECT_EQ(manager->FillMemoryEx(0x10, 0x1F, 0, 1, buffer.data(), nullptr, nullptr, nullptr, nullptr, 0),
-              code);
+    const std::vector<HRESULT> answers{
+        manager->ReadMemory(0x10, 0x1F, 1, buffer.data()),
+        manager->ReadMemoryValues(0x10, 0x1F, 4, buffer.data()),
+        five.ReadMemoryDirect(0x10, 0x1F, 1, buffer.data()),
+        manager->WriteMemory(0x10, 0x1F, 1, buffer.data()),
+        manager->WriteMemoryValues(0x10, 0x1F, 2, buffer.data()),
+        five.WriteMemoryReporting(0x10, 0x1F, 0, 1, buffer.data(), failed, at, written, found),
+        manager->WriteMemoryEx(0x10, 0x1F, 0, 1, buffer.data(), nullptr, nullptr, nullptr, nullptr, 0),
+        manager->CopyMemorySimple(0x10, 0x1F, 0x80),
+        five.CopyMemory(0x10, 0x1F, 0x80, 0, 1, first, second, at),
+        manager->FillMemory(0x10, 0x1F, 1, buffer.data()),
+        manager->FillMemoryEx(0x10, 0x1F, 0, 1, buffer.data(), nullptr, nullptr, nullptr, nullptr, 0)};
+    EXPECT_EQ(answers, std::vector<HRESULT>(11, code));
+    EXPECT_EQ(buffer, Bytes(16, 0x77)) << "no read filled the buffer";
     EXPECT_TRUE(Made().empty());
     EXPECT_TRUE(recorder.Lines().empty());
     EXPECT_TRUE(manager->WasAccessedWhileDisabled());

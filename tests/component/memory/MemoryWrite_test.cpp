@@ -73,15 +73,12 @@ TEST(MemoryWrite, AReportedDifferenceComesBackWithItsPlace)
     const Bytes data(32, 0x5A);
     VariantBool failed = VARIANT_FALSE;
     TargetAddress address = 0;
-    int32_t written = -1;
-    int32_t found = -1;
+    int32_t written = -1, found = -1;
     EXPECT_EQ(rig.manager.WriteMemoryReporting(0x10F0, 0x110F, VARIANT_TRUE, 1, data.data(), failed, address,
                                                written, found),
               FakePlatformMemory::kVerifyFailed);
-    EXPECT_EQ(failed, VARIANT_TRUE);
-    EXPECT_EQ(address, 0x1104u);
-    EXPECT_EQ(written, 0x5A);
-    EXPECT_EQ(found, 0);
+    EXPECT_EQ(std::make_tuple(failed, address.Value(), written, found),
+              std::make_tuple(VariantBool{VARIANT_TRUE}, uint32_t{0x1104}, 0x5A, 0));
 }
 
 TEST(MemoryWrite, WritesCopiesAndTestsEmptyTheCaches)

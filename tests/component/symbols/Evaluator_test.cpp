@@ -103,18 +103,15 @@ TEST_F(PdEvaluator, SetRadixStoresAnyValueAndTellsEveryone)
 
 TEST_F(PdEvaluator, TextIsEvaluatedInTheRadixAskedOrThePlatformsDefault)
 {
-    uint32_t value = 0;
-    EXPECT_EQ(evaluator->TextToUInt32("10", value), S_OK);
-    EXPECT_EQ(value, 16u);
-    EXPECT_EQ(evaluator->TextToAddressRadix("10", 8, value), S_OK);
-    EXPECT_EQ(value, 8u);
-    EXPECT_EQ(evaluator->TextToUInt32Radix("10", 2, value), S_OK);
-    EXPECT_EQ(value, 2u);
+    std::vector<uint32_t> values(4);
+    EXPECT_EQ(evaluator->TextToUInt32("10", values[0]), S_OK);
+    EXPECT_EQ(evaluator->TextToAddressRadix("10", 8, values[1]), S_OK);
+    EXPECT_EQ(evaluator->TextToUInt32Radix("10", 2, values[2]), S_OK);
     // A radix the platform has no digits for is left to its default (ten, here).
-    EXPECT_EQ(evaluator->TextToUInt32Radix("10", 7, value), S_OK);
-    EXPECT_EQ(value, 10u);
+    EXPECT_EQ(evaluator->TextToUInt32Radix("10", 7, values[3]), S_OK);
+    EXPECT_EQ(values, (std::vector<uint32_t>{16, 8, 2, 10}));
     evaluator->SetRadix(3);
-    EXPECT_EQ(evaluator->TextToAddress("10", value), S_OK);
+    EXPECT_EQ(evaluator->TextToAddress("10", values[0]), S_OK);
     EXPECT_EQ(Made(), (Calls{"EXP_Eval 10 16 0", "EXP_Eval 10 8 0", "EXP_Eval 10 2 0", "EXP_Eval 10 0 0",
                              "EXP_Eval 10 0 0"}));
 }
@@ -163,8 +160,7 @@ TEST_F(PdEvaluator, FloatingTextGoesToItsOwnFunctions)
     double d = 0;
     EXPECT_EQ(evaluator->TextToFloat("2.5", f), S_OK);
     EXPECT_EQ(evaluator->TextToDouble("0.125", d), S_OK);
-    EXPECT_EQ(f, 2.5f);
-    EXPECT_EQ(d, 0.125);
+    EXPECT_EQ(std::make_pair(f, d), std::make_pair(2.5f, 0.125));
     EXPECT_EQ(Made(), (Calls{"EXP_Eval_FLOAT 2.5", "EXP_Eval_DOUBLE 0.125"}));
 }
 
