@@ -41,9 +41,8 @@ TEST(CommandRegistration, ProvidersAndHelpComeWithTheCommandAndGoWithIt)
     EXPECT_EQ(host.log, (std::vector<std::string>{"remove help initialise 0", "remove help initialize 1",
                                                   "remove help in 1", "unregister IQCmdClient",
                                                   "unregister IQCmdClient2"}));
-    EXPECT_TRUE(host.providers[Ids::IQCmdClient].empty());
-    EXPECT_TRUE(host.providers[Ids::IQCmdClient2].empty());
-    EXPECT_TRUE(host.help.empty());
+    EXPECT_TRUE(host.providers[Ids::IQCmdClient].empty() && host.providers[Ids::IQCmdClient2].empty() &&
+                host.help.empty());
 }
 
 TEST(CommandRegistration, AMissingHelpServiceOrHostIsNoObstacle)

@@ -45,13 +45,11 @@ TEST(MemoryAttach, AreaBoundsOfTheWholeMap)
     MemoryRig empty({});
     TargetAddress start = 1, end = 1;
     EXPECT_EQ(empty.manager.GetAreaBounds(0xFFFFFFFF, start, end), S_OK);
-    EXPECT_EQ(start, 0u);
-    EXPECT_EQ(end, 0u);
+    EXPECT_EQ(std::make_pair(start.Value(), end.Value()), std::make_pair(0u, 0u));
 
     MemoryRig rig({{0x2000, 0x2FFF}, {0x1000, 0x10FF}, {0x8000, 0x80FF}});
     EXPECT_EQ(rig.manager.GetAreaBounds(0xFFFFFFFF, start, end), S_OK);
-    EXPECT_EQ(start, 0x1000u);
-    EXPECT_EQ(end, 0x80FFu);
+    EXPECT_EQ(std::make_pair(start.Value(), end.Value()), std::make_pair(0x1000u, 0x80FFu));
     EXPECT_EQ(rig.manager.GetAreaBounds(1, start, end), S_OK);
     EXPECT_EQ(start, 0x1000u);
     EXPECT_EQ(rig.manager.GetAreaBounds(3, start, end), E_INVALIDARG);
