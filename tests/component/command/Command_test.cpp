@@ -88,10 +88,8 @@ TEST(CommandLine, ResultAndPendingComeBackAndTheSinkIsKept)
     cmd.startPending = true;
     cmd.result = E_FAIL;
     Reply r = Execute(cmd, "go", &sink);
-    EXPECT_EQ(r.hr, E_FAIL);
-    EXPECT_EQ(r.pending, VARIANT_TRUE);
-    EXPECT_EQ(r.continuing, VARIANT_FALSE);
-    EXPECT_EQ(r.prompt, "untouched");
+    EXPECT_EQ(std::tie(r.hr, r.pending, r.continuing, r.prompt),
+              std::make_tuple(E_FAIL, VariantBool{VARIANT_TRUE}, VariantBool{VARIANT_FALSE}, "untouched"));
     EXPECT_EQ(cmd.CompletionSink, &sink);
 
     cmd.startPending = false;
