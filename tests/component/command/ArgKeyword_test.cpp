@@ -32,11 +32,9 @@ TEST(CArgKeyword, ExactMatchWinsAndOtherwiseTheLastPrefix)
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.token) + " of " + c.keywords.front() + ",...");
         CArgKeyword arg(c.required, c.keywords, 1);
-        EXPECT_EQ(arg.Parse(c.token, c.quoteKind), c.result);
-        EXPECT_EQ(arg.Selected, c.selected);
-        EXPECT_EQ(arg.Error, c.error);
-        EXPECT_EQ(arg.UsedDefault, c.usedDefault);
-        EXPECT_EQ(arg.Raw, c.token);
+        const bool result = arg.Parse(c.token, c.quoteKind);
+        EXPECT_EQ(std::tie(result, arg.Selected, arg.Error, arg.UsedDefault, arg.Raw),
+                  std::make_tuple(c.result, c.selected, c.error, c.usedDefault, std::string(c.token)));
     }
 }
 

@@ -57,11 +57,10 @@ TEST_F(NumberArgs, EmptyQuotedUnevaluableAndOutOfRangeTokens)
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.token) + (c.required ? " required" : " optional"));
         CArgNumberUnsigned arg(c.required, 0, &proxy, 7, 0x10, Max32);
-        EXPECT_EQ(arg.Parse(c.token, c.quoteKind), c.result);
-        EXPECT_EQ(arg.Error, c.error);
-        EXPECT_EQ(arg.Value, c.value);
-        EXPECT_EQ(arg.UsedDefault, c.usedDefault);
-        EXPECT_EQ(arg.Raw, c.quoteKind == 0 ? c.token : "");
+        const bool result = arg.Parse(c.token, c.quoteKind);
+        EXPECT_EQ(std::tie(result, arg.Error, arg.Value, arg.UsedDefault, arg.Raw),
+                  std::make_tuple(c.result, c.error, c.value, c.usedDefault,
+                                  std::string(c.quoteKind == 0 ? c.token : "")));
     }
 }
 
