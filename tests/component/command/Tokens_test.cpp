@@ -64,9 +64,8 @@ TEST(ParseArguments, CountsSuccessesAndStopsAtTheFirstRefusal)
     ScriptedArg a(true, false), b(false, false), c(true, false);
     std::string_view cursor = "one  two three";
     EXPECT_EQ(ParseArguments(cursor, {&a, &b, &c}), 1);
-    EXPECT_EQ(a.seen, "one");
-    EXPECT_EQ(b.seen, "two");
-    EXPECT_EQ(c.seen, "-");
+    EXPECT_EQ((std::vector<std::string>{a.seen, b.seen, c.seen}),
+              (std::vector<std::string>{"one", "two", "-"}));
     EXPECT_EQ(cursor, "  two three") << "the refused token is put back";
 }
 
@@ -75,9 +74,8 @@ TEST(ParseArguments, AnArgumentThatTookItsDefaultPassesTheTokenOn)
     ScriptedArg a(true, true), b(true, false), c(true, false);
     std::string_view cursor = "\"one\" two";
     EXPECT_EQ(ParseArguments(cursor, {&a, &b, &c}), 3);
-    EXPECT_EQ(a.seen, "\"one\" (quoted)");
-    EXPECT_EQ(b.seen, "\"one\" (quoted)");
-    EXPECT_EQ(c.seen, "two");
+    EXPECT_EQ((std::vector<std::string>{a.seen, b.seen, c.seen}),
+              (std::vector<std::string>{"\"one\" (quoted)", "\"one\" (quoted)", "two"}));
     EXPECT_EQ(cursor, "");
 }
 
