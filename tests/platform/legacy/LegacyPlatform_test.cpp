@@ -77,11 +77,9 @@ TEST_F(Legacy, OffersFunctionsAndTheMapsAreasInsteadOfPlatformMemory)
     EXPECT_EQ(count, 4u);
     TargetAddress start = 0, end = 0;
     ASSERT_EQ(areas->GetAreaBounds(1, start, end), S_OK);
-    EXPECT_EQ(start, 0x20000000u);
-    EXPECT_EQ(end, 0x2001FFFFu);
+    EXPECT_EQ(std::pair(start.Value(), end.Value()), std::pair(0x20000000u, 0x2001FFFFu));
     ASSERT_EQ(areas->GetAreaBounds(0xFFFFFFFF, start, end), S_OK);
-    EXPECT_EQ(start, 0x08000000u);
-    EXPECT_EQ(end, 0xE00FFFFFu);
+    EXPECT_EQ(std::pair(start.Value(), end.Value()), std::pair(0x08000000u, 0xE00FFFFFu));
     EXPECT_EQ(areas->GetAreaBounds(4, start, end), E_INVALIDARG);
 }
 

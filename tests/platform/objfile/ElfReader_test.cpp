@@ -24,9 +24,9 @@ namespace
 
 const std::string Firmware = std::string(TESSEL_FIRMWARE_DIR) + "/sensors.elf";
 
-std::vector<uint8_t> FirmwareBytes()
+std::vector<uint8_t> FirmwareBytes(const std::string& file = Firmware)
 {
-    std::ifstream in(Firmware, std::ios::binary);
+    std::ifstream in(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
@@ -240,8 +240,7 @@ TEST(ElfErrors, Elf64CopyReadsAsTheOriginal)
 {
     const std::string copy = testing::TempDir() + "/sensors64.elf";
     ASSERT_EQ(std::system(("objcopy -I elf32-little -O elf64-little " + Firmware + " " + copy).c_str()), 0);
-    std::ifstream in(copy, std::ios::binary);
-    std::vector<uint8_t> bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    auto bytes = FirmwareBytes(copy);
     ASSERT_GT(bytes.size(), 20u);
     bytes[18] = 40; // EM_ARM
     ElfImage wide, narrow;

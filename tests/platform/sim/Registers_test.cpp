@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "support/SimHarness.h"
 
@@ -46,16 +47,16 @@ TEST(SimReset, LoadsTheVectorTableAndClearsTheRest)
     auto report = h.Next();
     ASSERT_TRUE(report);
     EXPECT_EQ(report->reason, StopReason::Reset);
-    EXPECT_EQ(report->pc, h.Symbol("reset_handler"));
-    EXPECT_EQ(h.Reg(kRegPc), h.Symbol("reset_handler"));
-    EXPECT_EQ(h.Reg(kRegSp), h.Symbol("_estack"));
-    EXPECT_EQ(h.Reg(kRegMsp), h.Symbol("_estack"));
-    EXPECT_EQ(h.Reg(kRegLr), 0xFFFFFFFFu);
-    EXPECT_EQ(h.Reg(kRegXpsr), 0x01000000u);
-    EXPECT_EQ(h.Reg(kRegPrimask), 0u);
-    EXPECT_EQ(h.Reg(kRegControl), 0u);
+    const uint32_t entry = h.Symbol("reset_handler"), stack = h.Symbol("_estack");
+    EXPECT_EQ(report->pc, entry);
+    std::vector<uint32_t> registers;
+    for (unsigned i : {kRegPc, kRegSp, kRegMsp, kRegLr, kRegXpsr, kRegPrimask, kRegControl})
+        registers.push_back(h.Reg(i));
     for (unsigned i = kRegR0; i <= kRegR12; ++i)
-        EXPECT_EQ(h.Reg(i), 0u) << SimTarget::RegisterName(i);
+        registers.push_back(h.Reg(i));
+    std::vector<uint32_t> expected{entry, stack, stack, 0xFFFFFFFF, 0x01000000, 0, 0};
+    expected.resize(registers.size());
+    EXPECT_EQ(registers, expected) << "pc, sp, msp, lr, xpsr, primask, control, then r0 to r12";
 }
 
 TEST(SimReset, VectorsOutsideTheMapFailWithACauseAndChangeNothing)
