@@ -45,6 +45,8 @@ struct Legacy : ::testing::Test {
         EXPECT_EQ(functions->GetLastErrorText(text), S_OK);
         return text;
     }
+    // The error a function's result of 0 leaves behind.
+    std::string Refused(int result) { return result == 0 ? LastError() : "succeeded"; }
     IUnknown* Service(const Guid& id)
     {
         IUnknown* service = nullptr;
@@ -116,12 +118,9 @@ TEST_F(Legacy, MemoryFunctionsMoveBytesInMemoryOrderFillAndMove)
     ASSERT_EQ(get2(0x20000100, 8, back), 1);
     EXPECT_EQ(std::vector<uint8_t>(back, back + 8), std::vector<uint8_t>(bytes, bytes + 8));
 
-    EXPECT_EQ(put4(0x20000100, 6, bytes), 0);
-    EXPECT_EQ(LastError(), "Length 6 is not a multiple of the access size 4");
-    EXPECT_EQ(get(0x30000000, 1, back), 0);
-    EXPECT_EQ(LastError(), "Address H'30000000 is not mapped");
-    EXPECT_EQ(get(0xFFFFFFFF, 2, back), 0);
-    EXPECT_EQ(LastError(), "The range runs past H'FFFFFFFF");
+    EXPECT_EQ(Refused(put4(0x20000100, 6, bytes)), "Length 6 is not a multiple of the access size 4");
+    EXPECT_EQ(Refused(get(0x30000000, 1, back)), "Address H'30000000 is not mapped");
+    EXPECT_EQ(Refused(get(0xFFFFFFFF, 2, back)), "The range runs past H'FFFFFFFF");
 
     // Fill and move.
     auto fill = Function<PlatformFillFn>("IN1_Fill");
@@ -132,17 +131,15 @@ TEST_F(Legacy, MemoryFunctionsMoveBytesInMemoryOrderFillAndMove)
     ASSERT_TRUE(driver->Target().ReadMemory(0x20000000, filled.size(), filled.data()));
     EXPECT_EQ(filled, (std::vector<uint8_t>{0x11, 0x22, 0x33, 0x44, 0x11, 0x22, 0x33, 0x44, 0x11, 0x22}))
         << "a big-endian target";
-    EXPECT_EQ(fill(0x20000000, 0x20000007, 0, 5), 0);
-    EXPECT_EQ(LastError(), "Fill size 5 is not 1, 2, 3 or 4");
+    EXPECT_EQ(Refused(fill(0x20000000, 0x20000007, 0, 5)), "Fill size 5 is not 1, 2, 3 or 4");
 
     // Overlapping, the destination above the source.
     ASSERT_EQ(move(0x20000000, 0x20000005, 0x20000002), 1);
     ASSERT_TRUE(driver->Target().ReadMemory(0x20000000, filled.size(), filled.data()));
     EXPECT_EQ(filled, (std::vector<uint8_t>{0x11, 0x22, 0x11, 0x22, 0x33, 0x44, 0x11, 0x22, 0x11, 0x22}));
-    EXPECT_EQ(move2(0x20000000, 0x20000002, 0x20000100), 0);
-    EXPECT_EQ(LastError(), "Length 3 is not a multiple of the access size 2");
-    EXPECT_EQ(move(0x2001FFF0, 0x2002000F, 0x20000000), 0);
-    EXPECT_EQ(LastError(), "Address H'20020000 is not mapped");
+    EXPECT_EQ(Refused(move2(0x20000000, 0x20000002, 0x20000100)),
+              "Length 3 is not a multiple of the access size 2");
+    EXPECT_EQ(Refused(move(0x2001FFF0, 0x2002000F, 0x20000000)), "Address H'20020000 is not mapped");
     ASSERT_EQ(move(0x20000000, 0x20000001, 0x20000100), 1);
     std::string text;
     EXPECT_EQ(functions->GetLastErrorText(text), E_FAIL) << "a success leaves no old error behind";
@@ -201,8 +198,7 @@ TEST_F(Legacy, EvalReadsExpressionsWithThePlatformsSymbolsAndReals)
     ASSERT_EQ(evalFloat("-0.5", &single), 1);
     EXPECT_EQ(single, -0.5f);
     EXPECT_EQ(evalFloat("1e300", &single), 0);
-    EXPECT_EQ(evalFloat("1.5.5", &single), 0);
-    EXPECT_EQ(LastError(), "Syntax error");
+    EXPECT_EQ(Refused(evalFloat("1.5.5", &single)), "Syntax error");
 }
 
 } // namespace

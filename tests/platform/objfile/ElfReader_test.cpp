@@ -114,9 +114,7 @@ TEST_F(ElfReaderFace, LoadWritesTheSegmentsReportsAreasLabelsAnswersForItsDebugD
     ElfImage image;
     ASSERT_EQ(image.Open(Firmware), S_OK);
     ASSERT_EQ(loader->Load(&task, 3), S_OK);
-    EXPECT_EQ(task.status, TASK_DONE);
-    EXPECT_EQ(task.finished, 1);
-    EXPECT_EQ(task.position, task.range);
+    EXPECT_EQ(std::tuple(task.status, task.finished, task.position), std::tuple(TASK_DONE, 1, task.range));
     std::vector<std::pair<uint32_t, uint32_t>> areas;
     for (const auto& s : image.Segments()) {
         areas.push_back({s.address, s.address + s.memSize - 1});
@@ -188,8 +186,7 @@ TEST_F(ElfReaderFace, FailureAndCancelFinishTheTaskOnceAndLeaveNothing)
         memory.log.clear();
         labels.ClearLabelsQuietly();
         EXPECT_EQ(loader->Load(&task, 3), c.result) << c.path;
-        EXPECT_EQ(task.status, c.status) << c.path;
-        EXPECT_EQ(task.finished, 1) << c.path;
+        EXPECT_EQ(std::pair(task.status, task.finished), std::pair(c.status, 1)) << c.path;
         EXPECT_TRUE(memory.log.empty() && Count(labels) == 0 && program.areas.empty()) << c.path;
         TargetAddress address = 0;
         EXPECT_EQ(Face<IQLineTable>(Ids::IQLineTable)->FindFunction("main", address), OE_FUNCTION_NOT_FOUND);
