@@ -3,6 +3,7 @@
 #include <future>
 #include <stdexcept>
 #include <thread>
+#include <tuple>
 
 #include "support/SimHarness.h"
 
@@ -37,8 +38,7 @@ TEST(SimRun, ProgramsPrintExactlyAndExitWithTheirCodeOnEachVariant)
         ASSERT_TRUE(hello.Boot("hello", variant)) << hello.Error();
         auto stop = hello.Run();
         ASSERT_TRUE(stop);
-        EXPECT_EQ(stop->reason, StopReason::Exit) << stop->cause;
-        EXPECT_EQ(stop->exitCode, 0);
+        EXPECT_EQ(std::pair(stop->reason, stop->exitCode), std::pair(StopReason::Exit, 0)) << stop->cause;
         EXPECT_EQ(hello.Output(), "hello\n");
         EXPECT_FALSE(hello.Next(std::chrono::milliseconds(0))) << "one report";
         EXPECT_FALSE(hello.Target().IsRunning());
@@ -158,9 +158,7 @@ TEST(SimRun, ThrowingCallbacksDoNotReachTheSimulator)
     auto stop = stopped.get_future();
     ASSERT_EQ(stop.wait_for(std::chrono::seconds(20)), std::future_status::ready);
     const StopInfo info = stop.get();
-    EXPECT_EQ(info.reason, StopReason::Exit);
-    EXPECT_EQ(info.exitCode, 0);
-    EXPECT_EQ(outputs, 3);
+    EXPECT_EQ(std::tuple(info.reason, info.exitCode, outputs), std::tuple(StopReason::Exit, 0, 3));
 }
 
 } // namespace
