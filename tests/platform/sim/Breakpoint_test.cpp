@@ -26,8 +26,7 @@ TEST_F(SimBreakpoints, StopBeforeTheirInstructionWhichAStepThenExecutes)
     EXPECT_EQ(std::tuple(stop->reason, stop->pc, h.Reg(kRegPc)),
               std::tuple(StopReason::Breakpoint, store, store));
     // The increment ran, the store did not.
-    EXPECT_EQ(h.Reg(kRegR0 + 5), 1u);
-    EXPECT_EQ(Counter(), 0u);
+    EXPECT_EQ(std::pair(h.Reg(kRegR0 + 5), Counter()), std::pair(1u, 0u));
 
     auto step = h.StepOnce();
     ASSERT_TRUE(step);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "support/SimHarness.h"
@@ -86,14 +87,11 @@ TEST(SimReset, VectorsOutsideTheMapFailWithACauseAndChangeNothing)
         SimResult reset = h.Target().Reset();
         if (!*c.cause) {
             EXPECT_TRUE(reset) << reset.cause;
-            EXPECT_EQ(h.Reg(kRegPc), c.entry & ~1u);
-            EXPECT_EQ(h.Reg(kRegR0), 0u);
+            EXPECT_EQ(std::pair(h.Reg(kRegPc), h.Reg(kRegR0)), std::pair(c.entry & ~1u, 0u));
             continue;
         }
-        EXPECT_FALSE(reset);
-        EXPECT_EQ(reset.cause, c.cause);
-        EXPECT_EQ(h.Reg(kRegR0), 0x55u);
-        EXPECT_EQ(h.Reg(kRegPc), h.Symbol("reset_handler"));
+        EXPECT_EQ(std::tuple(bool(reset), reset.cause, h.Reg(kRegR0), h.Reg(kRegPc)),
+                  std::tuple(false, c.cause, 0x55u, h.Symbol("reset_handler")));
         EXPECT_FALSE(h.Next(std::chrono::milliseconds(50)));
     }
 }
