@@ -43,11 +43,9 @@ TEST(PromptTable, AsksOnlyWhileEnabledAndAnswersYesWhenNot)
             IQUserPromptTable& asInterface = table;
             EXPECT_EQ((asInterface.*method)(key, "Reload the file?", answer), c.expected);
             EXPECT_EQ(answer, c.answer);
-            const bool asked = c.state == 'e';
-            EXPECT_EQ(box.shown,
-                      asked ? std::vector<std::string>{"Reload the file?"} : std::vector<std::string>{});
-            EXPECT_EQ(box.defaults,
-                      asked ? std::vector<VariantBool>{VARIANT_TRUE} : std::vector<VariantBool>{});
+            const size_t asked = c.state == 'e' ? 1 : 0;
+            EXPECT_EQ(box.shown, std::vector<std::string>(asked, "Reload the file?"));
+            EXPECT_EQ(box.defaults, std::vector<VariantBool>(asked, VARIANT_TRUE));
         }
 }
 
