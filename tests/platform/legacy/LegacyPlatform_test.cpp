@@ -57,8 +57,7 @@ struct Legacy : ::testing::Test {
 
 TEST_F(Legacy, OffersFunctionsAndTheMapsAreasInsteadOfPlatformMemory)
 {
-    EXPECT_NE(Service(Ids::ForwardTarget), nullptr);
-    EXPECT_NE(Service(Ids::IQPlatformRegisters), nullptr);
+    EXPECT_TRUE(Service(Ids::ForwardTarget) != nullptr && Service(Ids::IQPlatformRegisters) != nullptr);
     for (const Guid& id : {Ids::IQPlatformMemory, Ids::IQPlatformMemory2, Ids::IQPlatformMemory3,
                            Ids::IQPlatformMemory4, Ids::IQPlatformMemory5})
         EXPECT_EQ(Service(id), nullptr);
@@ -95,8 +94,7 @@ TEST_F(Legacy, OnlyOneCanBeConnectedAtATime)
 
     auto get = Function<PlatformMemoryAccessFn>("IN1_Get_MemNC");
     ASSERT_EQ(factory.ReleaseDriver(driver->Object(), -1), S_OK);
-    EXPECT_EQ(Service(Ids::IQPlatformFunctions), nullptr);
-    EXPECT_EQ(Service(Ids::IQPlatformFreeRun), nullptr);
+    EXPECT_TRUE(Service(Ids::IQPlatformFunctions) == nullptr && Service(Ids::IQPlatformFreeRun) == nullptr);
     uint8_t byte = 0;
     EXPECT_EQ(get(0x20000000, 1, &byte), 0) << "a function kept past the disconnection";
 

@@ -152,8 +152,7 @@ TEST_F(ElfReaderFace, DebugDataOnlyTouchesNoMemoryAndGivesVariablesAsTheFileSets
 {
     registry.Provide(Ids::IQPlatformMemory, nullptr);
     ASSERT_EQ(loader->Load(&task, 1), S_OK);
-    EXPECT_TRUE(memory.log.empty());
-    EXPECT_TRUE(program.areas.empty());
+    EXPECT_TRUE(memory.log.empty() && program.areas.empty());
     uint32_t size = 0;
     std::string data, type, value;
     int32_t kind = 0;

@@ -66,8 +66,8 @@ TEST(SimMemory, DownloadedCodeReplacesCodeThatAlreadyRan)
     ASSERT_TRUE(h.Next());
     auto second = h.Run();
     ASSERT_TRUE(second);
-    EXPECT_EQ(second->reason, StopReason::Exit) << second->cause;
-    EXPECT_EQ(h.Output(), "hello\n");
+    EXPECT_EQ(std::pair(second->reason, h.Output()), std::pair(StopReason::Exit, std::string("hello\n")))
+        << second->cause;
 }
 
 TEST(SimMemoryMapParse, ReadsRegionsWithCommentsBlankLinesAndDefaults)

@@ -94,8 +94,7 @@ TEST(ThumbCodeCount, WalksSixteenAndThirtyTwoBitInstructions)
     EXPECT_EQ(ThumbCode::Count(code, sizeof code, 2), 3u);
     EXPECT_EQ(ThumbCode::Count(code, sizeof code, 6), 2u);
     EXPECT_EQ(ThumbCode::Count(code, sizeof code, 12), 0u);
-    EXPECT_EQ(ThumbCode::Length(0xF04F), 4u);
-    EXPECT_EQ(ThumbCode::Length(0xE7FE), 2u);
+    EXPECT_EQ(std::pair(ThumbCode::Length(0xF04F), ThumbCode::Length(0xE7FE)), std::pair(4u, 2u));
 }
 
 } // namespace
