@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -88,7 +89,7 @@ TEST(ServiceRegistryProviders, ArrayOutlivesChangesToOtherIds)
     EXPECT_EQ(array[0], &a);
 }
 
-TEST(ServiceRegistryBusy, MarksNestAndNeverGoBelowZero)
+TEST(ServiceRegistryBusy, MarksNestAndNeverGoBelowZeroAndAGuardHoldsOneForItsScope)
 {
     // 's' sets, 'c' clears; the digit is IsBusy after the step.
     for (const std::string steps : {"s1c0", "s1s1c1c0", "c0c0s1c0"}) {
@@ -102,15 +103,10 @@ TEST(ServiceRegistryBusy, MarksNestAndNeverGoBelowZero)
             EXPECT_EQ(registry.IsBusy(Ids::BusyLoad), 0);
         }
     }
-}
-
-TEST(ServiceRegistryBusy, GuardHoldsTheMarkForItsScope)
-{
     ServiceRegistry registry;
-    {
-        BusyMark mark(&registry, Ids::BusyLoad);
-        EXPECT_EQ(registry.IsBusy(Ids::BusyLoad), 1);
-    }
+    std::optional<BusyMark> guard(std::in_place, &registry, Ids::BusyLoad);
+    EXPECT_EQ(registry.IsBusy(Ids::BusyLoad), 1) << "a guard holds the mark for its scope";
+    guard.reset();
     EXPECT_EQ(registry.IsBusy(Ids::BusyLoad), 0);
 }
 

@@ -43,11 +43,9 @@ TEST(PromptTable, AsksOnlyWhileEnabledAndAnswersYesWhenNot)
             IQUserPromptTable& asInterface = table;
             EXPECT_EQ((asInterface.*method)(key, "Reload the file?", answer), c.expected);
             EXPECT_EQ(answer, c.answer);
-            const bool asked = c.state == 'e';
-            EXPECT_EQ(box.shown,
-                      asked ? std::vector<std::string>{"Reload the file?"} : std::vector<std::string>{});
-            EXPECT_EQ(box.defaults,
-                      asked ? std::vector<VariantBool>{VARIANT_TRUE} : std::vector<VariantBool>{});
+            const size_t asked = c.state == 'e' ? 1 : 0;
+            EXPECT_EQ(box.shown, std::vector<std::string>(asked, "Reload the file?"));
+            EXPECT_EQ(box.defaults, std::vector<VariantBool>(asked, VARIANT_TRUE));
         }
 }
 
@@ -75,13 +73,13 @@ TEST(PromptTable, EnableListDeleteAndRemoveAllOfOwner)
     table.AddPrompt(kOwner, "a", VARIANT_TRUE, a);
     table.AddPrompt(kOtherOwner, "b", VARIANT_FALSE, b);
     table.AddPrompt(kOwner, "c", VARIANT_TRUE, c);
-    EXPECT_EQ(table.IsPromptEnabled(a), 1);
-    EXPECT_EQ(table.IsPromptEnabled(b), 0);
-    EXPECT_EQ(table.IsPromptEnabled(kUnknownKey), 0);
+    EXPECT_EQ(
+        std::tuple(table.IsPromptEnabled(a), table.IsPromptEnabled(b), table.IsPromptEnabled(kUnknownKey)),
+        std::tuple(1, 0, 0));
     EXPECT_EQ(table.SetPromptEnabled(a, 0), S_OK);
     EXPECT_EQ(table.SetPromptEnabled(b, 5), S_OK);
-    EXPECT_EQ(table.IsPromptEnabled(a), 0);
-    EXPECT_EQ(table.IsPromptEnabled(b), 1) << "any non-zero enables";
+    EXPECT_EQ(std::pair(table.IsPromptEnabled(a), table.IsPromptEnabled(b)), std::pair(0, 1))
+        << "any non-zero enables";
     EXPECT_EQ(table.SetPromptEnabled(kUnknownKey, 1), E_FAIL);
     EXPECT_EQ(table.SetPromptEnabled(b, 0), S_OK);
 

@@ -23,11 +23,7 @@ TEST(Evaluate, FailuresGiveTheirCodeAndTextAndLeaveTheOutputAlone)
           ErrorCase{"(1+2", syntax}, ErrorCase{"1+2)", syntax}, ErrorCase{"()", syntax},
           ErrorCase{"1 2", syntax}, ErrorCase{"1<2", syntax}, ErrorCase{"B'102", syntax},
           ErrorCase{"H'", syntax}, ErrorCase{"Q'12", syntax}, ErrorCase{"0x", syntax},
-          ErrorCase{"12G", syntax}, ErrorCase{"#!@", syntax},
-          ErrorCase{std::string("1\0"
-                                "2",
-                                3),
-                    syntax},
+          ErrorCase{"12G", syntax}, ErrorCase{"#!@", syntax}, ErrorCase{std::string{'1', '\0', '2'}, syntax},
           ErrorCase{"\xff\xfe", syntax},
           // Nesting too deep is a syntax error, not a crash.
           ErrorCase{deep + "1" + std::string(10000, ')'), syntax},

@@ -24,9 +24,9 @@ namespace
 
 const std::string Firmware = std::string(TESSEL_FIRMWARE_DIR) + "/sensors.elf";
 
-std::vector<uint8_t> FirmwareBytes()
+std::vector<uint8_t> FirmwareBytes(const std::string& file = Firmware)
 {
-    std::ifstream in(Firmware, std::ios::binary);
+    std::ifstream in(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
@@ -114,9 +114,7 @@ TEST_F(ElfReaderFace, LoadWritesTheSegmentsReportsAreasLabelsAnswersForItsDebugD
     ElfImage image;
     ASSERT_EQ(image.Open(Firmware), S_OK);
     ASSERT_EQ(loader->Load(&task, 3), S_OK);
-    EXPECT_EQ(task.status, TASK_DONE);
-    EXPECT_EQ(task.finished, 1);
-    EXPECT_EQ(task.position, task.range);
+    EXPECT_EQ(std::tuple(task.status, task.finished, task.position), std::tuple(TASK_DONE, 1, task.range));
     std::vector<std::pair<uint32_t, uint32_t>> areas;
     for (const auto& s : image.Segments()) {
         areas.push_back({s.address, s.address + s.memSize - 1});
@@ -154,8 +152,7 @@ TEST_F(ElfReaderFace, DebugDataOnlyTouchesNoMemoryAndGivesVariablesAsTheFileSets
 {
     registry.Provide(Ids::IQPlatformMemory, nullptr);
     ASSERT_EQ(loader->Load(&task, 1), S_OK);
-    EXPECT_TRUE(memory.log.empty());
-    EXPECT_TRUE(program.areas.empty());
+    EXPECT_TRUE(memory.log.empty() && program.areas.empty());
     uint32_t size = 0;
     std::string data, type, value;
     int32_t kind = 0;
@@ -188,8 +185,7 @@ TEST_F(ElfReaderFace, FailureAndCancelFinishTheTaskOnceAndLeaveNothing)
         memory.log.clear();
         labels.ClearLabelsQuietly();
         EXPECT_EQ(loader->Load(&task, 3), c.result) << c.path;
-        EXPECT_EQ(task.status, c.status) << c.path;
-        EXPECT_EQ(task.finished, 1) << c.path;
+        EXPECT_EQ(std::pair(task.status, task.finished), std::pair(c.status, 1)) << c.path;
         EXPECT_TRUE(memory.log.empty() && Count(labels) == 0 && program.areas.empty()) << c.path;
         TargetAddress address = 0;
         EXPECT_EQ(Face<IQLineTable>(Ids::IQLineTable)->FindFunction("main", address), OE_FUNCTION_NOT_FOUND);
@@ -240,8 +236,7 @@ TEST(ElfErrors, Elf64CopyReadsAsTheOriginal)
 {
     const std::string copy = testing::TempDir() + "/sensors64.elf";
     ASSERT_EQ(std::system(("objcopy -I elf32-little -O elf64-little " + Firmware + " " + copy).c_str()), 0);
-    std::ifstream in(copy, std::ios::binary);
-    std::vector<uint8_t> bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    auto bytes = FirmwareBytes(copy);
     ASSERT_GT(bytes.size(), 20u);
     bytes[18] = 40; // EM_ARM
     ElfImage wide, narrow;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <vector>
 
 #include "support/SimHarness.h"
@@ -22,17 +23,14 @@ TEST_F(SimBreakpoints, StopBeforeTheirInstructionWhichAStepThenExecutes)
     ASSERT_TRUE(h.Target().AddBreakpoint(store));
     auto stop = h.Run();
     ASSERT_TRUE(stop);
-    EXPECT_EQ(stop->reason, StopReason::Breakpoint);
-    EXPECT_EQ(stop->pc, store);
-    EXPECT_EQ(h.Reg(kRegPc), store);
+    EXPECT_EQ(std::tuple(stop->reason, stop->pc, h.Reg(kRegPc)),
+              std::tuple(StopReason::Breakpoint, store, store));
     // The increment ran, the store did not.
-    EXPECT_EQ(h.Reg(kRegR0 + 5), 1u);
-    EXPECT_EQ(Counter(), 0u);
+    EXPECT_EQ(std::pair(h.Reg(kRegR0 + 5), Counter()), std::pair(1u, 0u));
 
     auto step = h.StepOnce();
     ASSERT_TRUE(step);
-    EXPECT_EQ(step->reason, StopReason::StepDone);
-    EXPECT_EQ(step->pc, store + 2);
+    EXPECT_EQ(std::pair(step->reason, step->pc), std::pair(StopReason::StepDone, store + 2));
     EXPECT_EQ(Counter(), 1u);
 
     // Once removed it no longer stops.
@@ -55,8 +53,7 @@ TEST_F(SimBreakpoints, GoingAgainRunsOnAndStopsThereOnTheNextPass)
         for (uint32_t pass = 1; pass <= 3; ++pass) {
             auto stop = h.Run();
             ASSERT_TRUE(stop);
-            EXPECT_EQ(stop->reason, StopReason::Breakpoint);
-            EXPECT_EQ(stop->pc, address);
+            EXPECT_EQ(std::pair(stop->reason, stop->pc), std::pair(StopReason::Breakpoint, address));
             EXPECT_EQ(Counter(), counted + pass);
         }
         ASSERT_TRUE(h.Target().RemoveBreakpoint(address));
@@ -71,8 +68,7 @@ TEST_F(SimBreakpoints, AddedWhileRunningTakesEffect)
     ASSERT_TRUE(h.Target().AddBreakpoint(loop));
     auto stop = h.Next();
     ASSERT_TRUE(stop);
-    EXPECT_EQ(stop->reason, StopReason::Breakpoint);
-    EXPECT_EQ(stop->pc, loop);
+    EXPECT_EQ(std::pair(stop->reason, stop->pc), std::pair(StopReason::Breakpoint, loop));
 }
 
 TEST_F(SimBreakpoints, ThumbBitIsIgnoredDuplicatesCollapseAndBadAddressesAreRefused)

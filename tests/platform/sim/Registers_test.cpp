@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
+#include <vector>
 
 #include "support/SimHarness.h"
 
@@ -46,16 +48,16 @@ TEST(SimReset, LoadsTheVectorTableAndClearsTheRest)
     auto report = h.Next();
     ASSERT_TRUE(report);
     EXPECT_EQ(report->reason, StopReason::Reset);
-    EXPECT_EQ(report->pc, h.Symbol("reset_handler"));
-    EXPECT_EQ(h.Reg(kRegPc), h.Symbol("reset_handler"));
-    EXPECT_EQ(h.Reg(kRegSp), h.Symbol("_estack"));
-    EXPECT_EQ(h.Reg(kRegMsp), h.Symbol("_estack"));
-    EXPECT_EQ(h.Reg(kRegLr), 0xFFFFFFFFu);
-    EXPECT_EQ(h.Reg(kRegXpsr), 0x01000000u);
-    EXPECT_EQ(h.Reg(kRegPrimask), 0u);
-    EXPECT_EQ(h.Reg(kRegControl), 0u);
+    const uint32_t entry = h.Symbol("reset_handler"), stack = h.Symbol("_estack");
+    EXPECT_EQ(report->pc, entry);
+    std::vector<uint32_t> registers;
+    for (unsigned i : {kRegPc, kRegSp, kRegMsp, kRegLr, kRegXpsr, kRegPrimask, kRegControl})
+        registers.push_back(h.Reg(i));
     for (unsigned i = kRegR0; i <= kRegR12; ++i)
-        EXPECT_EQ(h.Reg(i), 0u) << SimTarget::RegisterName(i);
+        registers.push_back(h.Reg(i));
+    std::vector<uint32_t> expected{entry, stack, stack, 0xFFFFFFFF, 0x01000000, 0, 0};
+    expected.resize(registers.size());
+    EXPECT_EQ(registers, expected) << "pc, sp, msp, lr, xpsr, primask, control, then r0 to r12";
 }
 
 TEST(SimReset, VectorsOutsideTheMapFailWithACauseAndChangeNothing)
@@ -85,14 +87,11 @@ TEST(SimReset, VectorsOutsideTheMapFailWithACauseAndChangeNothing)
         SimResult reset = h.Target().Reset();
         if (!*c.cause) {
             EXPECT_TRUE(reset) << reset.cause;
-            EXPECT_EQ(h.Reg(kRegPc), c.entry & ~1u);
-            EXPECT_EQ(h.Reg(kRegR0), 0u);
+            EXPECT_EQ(std::pair(h.Reg(kRegPc), h.Reg(kRegR0)), std::pair(c.entry & ~1u, 0u));
             continue;
         }
-        EXPECT_FALSE(reset);
-        EXPECT_EQ(reset.cause, c.cause);
-        EXPECT_EQ(h.Reg(kRegR0), 0x55u);
-        EXPECT_EQ(h.Reg(kRegPc), h.Symbol("reset_handler"));
+        EXPECT_EQ(std::tuple(bool(reset), reset.cause, h.Reg(kRegR0), h.Reg(kRegPc)),
+                  std::tuple(false, c.cause, 0x55u, h.Symbol("reset_handler")));
         EXPECT_FALSE(h.Next(std::chrono::milliseconds(50)));
     }
 }

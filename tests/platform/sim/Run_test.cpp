@@ -3,6 +3,7 @@
 #include <future>
 #include <stdexcept>
 #include <thread>
+#include <tuple>
 
 #include "support/SimHarness.h"
 
@@ -37,8 +38,7 @@ TEST(SimRun, ProgramsPrintExactlyAndExitWithTheirCodeOnEachVariant)
         ASSERT_TRUE(hello.Boot("hello", variant)) << hello.Error();
         auto stop = hello.Run();
         ASSERT_TRUE(stop);
-        EXPECT_EQ(stop->reason, StopReason::Exit) << stop->cause;
-        EXPECT_EQ(stop->exitCode, 0);
+        EXPECT_EQ(std::pair(stop->reason, stop->exitCode), std::pair(StopReason::Exit, 0)) << stop->cause;
         EXPECT_EQ(hello.Output(), "hello\n");
         EXPECT_FALSE(hello.Next(std::chrono::milliseconds(0))) << "one report";
         EXPECT_FALSE(hello.Target().IsRunning());
@@ -49,8 +49,8 @@ TEST(SimRun, ProgramsPrintExactlyAndExitWithTheirCodeOnEachVariant)
         ASSERT_TRUE(stop);
         ASSERT_EQ(stop->reason, StopReason::Exit) << stop->cause;
         const uint32_t expected = LoopChecksum();
-        EXPECT_EQ(h.Word(h.Symbol("mailbox")), expected);
-        EXPECT_EQ(stop->exitCode, static_cast<int>(expected & 0xFF));
+        EXPECT_EQ(std::pair(h.Word(h.Symbol("mailbox")), stop->exitCode),
+                  std::pair(expected, static_cast<int>(expected & 0xFF)));
         // Millions of instructions, but counted, not guessed.
         EXPECT_GT(h.Target().InstructionCount(), 10'000'000u);
     }
@@ -72,20 +72,18 @@ TEST(SimRun, GoAndHaltWhenRunningOnlyStopInsideTheLoopAndGoingAgainContinues)
          {h.Target().ReadMemory(0x20000000, 4, &word), h.Target().WriteMemory(0x20000000, 4, &word),
           h.Target().ReadRegister(kRegPc), h.Target().WriteRegister(kRegR0, 1), h.Target().Reset(),
           h.Target().Go(), h.Target().Step()}) {
-        EXPECT_FALSE(refused);
-        EXPECT_EQ(refused.cause, "target running");
+        EXPECT_EQ(std::pair(bool(refused), refused.cause), std::pair(false, std::string("target running")));
     }
 
     ASSERT_TRUE(h.Target().Halt());
     auto stop = h.Next();
     ASSERT_TRUE(stop);
-    EXPECT_EQ(stop->reason, StopReason::Halted);
-    EXPECT_FALSE(h.Target().IsRunning());
+    EXPECT_EQ(std::tuple(stop->reason, h.Target().IsRunning(), h.Reg(kRegPc)),
+              std::tuple(StopReason::Halted, false, stop->pc));
     const uint32_t first = h.Word(h.Symbol("mailbox"));
     EXPECT_GE(first, 1000u);
     EXPECT_GE(stop->pc, h.Symbol("count_loop"));
     EXPECT_LT(stop->pc, h.Symbol("count_end"));
-    EXPECT_EQ(h.Reg(kRegPc), stop->pc);
 
     // Going again continues counting; a halt right after go still stops.
     const uint64_t instructions = h.Target().InstructionCount();
@@ -158,9 +156,7 @@ TEST(SimRun, ThrowingCallbacksDoNotReachTheSimulator)
     auto stop = stopped.get_future();
     ASSERT_EQ(stop.wait_for(std::chrono::seconds(20)), std::future_status::ready);
     const StopInfo info = stop.get();
-    EXPECT_EQ(info.reason, StopReason::Exit);
-    EXPECT_EQ(info.exitCode, 0);
-    EXPECT_EQ(outputs, 3);
+    EXPECT_EQ(std::tuple(info.reason, info.exitCode, outputs), std::tuple(StopReason::Exit, 0, 3));
 }
 
 } // namespace

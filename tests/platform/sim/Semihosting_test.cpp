@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <tuple>
 #include <vector>
 
 #include "platform/sim/Semihosting.h"
@@ -47,8 +48,7 @@ TEST(SemihostingExit, MapsTheReasonToAnExitCode)
         memory.Put(0x100, block, sizeof block);
         const uint32_t argument = c.operation == Semihosting::kExit ? c.reason : 0x100;
         const auto result = Semihosting::Handle(c.operation, argument, memory.Reader());
-        EXPECT_EQ(result.action, Semihosting::Action::Exit);
-        EXPECT_EQ(result.exitCode, c.code);
+        EXPECT_EQ(std::pair(result.action, result.exitCode), std::pair(Semihosting::Action::Exit, c.code));
     }
 }
 
@@ -60,11 +60,10 @@ TEST(SemihostingWrite, OnlyStandardHandlesReachTheOutput)
         const uint32_t block[3] = {handle, 0x200, 3};
         memory.Put(0x100, block, sizeof block);
         const auto result = Semihosting::Handle(Semihosting::kWrite, 0x100, memory.Reader());
-        EXPECT_EQ(result.action, Semihosting::Action::Continue);
-        EXPECT_TRUE(result.setR0);
-        EXPECT_EQ(result.output, handle == 3 ? "" : "abc");
-        // The count of bytes not written.
-        EXPECT_EQ(result.r0, handle == 3 ? 3u : 0u);
+        // r0 is the count of bytes not written.
+        EXPECT_EQ(
+            std::tuple(result.action, result.setR0, result.output, result.r0),
+            std::tuple(Semihosting::Action::Continue, true, handle == 3 ? "" : "abc", handle == 3 ? 3u : 0u));
     }
 }
 
@@ -73,20 +72,18 @@ TEST(SemihostingWrite, BadPointersFaultAtTheFirstUnreadableByte)
     FakeMemory memory;
     memory.Put(0x200, "ab", 2); // no terminator
     const auto string = Semihosting::Handle(Semihosting::kWrite0, 0x200, memory.Reader());
-    EXPECT_EQ(string.action, Semihosting::Action::Fault);
-    EXPECT_EQ(string.faultAddress, 0x202u);
+    EXPECT_EQ(std::pair(string.action, string.faultAddress), std::pair(Semihosting::Action::Fault, 0x202u));
     const auto character = Semihosting::Handle(Semihosting::kWriteC, 0x900, memory.Reader());
-    EXPECT_EQ(character.action, Semihosting::Action::Fault);
-    EXPECT_EQ(character.faultAddress, 0x900u);
+    EXPECT_EQ(std::pair(character.action, character.faultAddress),
+              std::pair(Semihosting::Action::Fault, 0x900u));
 }
 
 TEST(SemihostingUnknown, AnswersMinusOneAndContinues)
 {
     FakeMemory memory;
     const auto result = Semihosting::Handle(0x31, 0, memory.Reader());
-    EXPECT_EQ(result.action, Semihosting::Action::Continue);
-    EXPECT_TRUE(result.setR0);
-    EXPECT_EQ(result.r0, 0xFFFFFFFFu);
+    EXPECT_EQ(std::tuple(result.action, result.setR0, result.r0),
+              std::tuple(Semihosting::Action::Continue, true, 0xFFFFFFFFu));
 }
 
 TEST(ThumbCodeCount, WalksSixteenAndThirtyTwoBitInstructions)
@@ -97,8 +94,7 @@ TEST(ThumbCodeCount, WalksSixteenAndThirtyTwoBitInstructions)
     EXPECT_EQ(ThumbCode::Count(code, sizeof code, 2), 3u);
     EXPECT_EQ(ThumbCode::Count(code, sizeof code, 6), 2u);
     EXPECT_EQ(ThumbCode::Count(code, sizeof code, 12), 0u);
-    EXPECT_EQ(ThumbCode::Length(0xF04F), 4u);
-    EXPECT_EQ(ThumbCode::Length(0xE7FE), 2u);
+    EXPECT_EQ(std::pair(ThumbCode::Length(0xF04F), ThumbCode::Length(0xE7FE)), std::pair(4u, 2u));
 }
 
 } // namespace

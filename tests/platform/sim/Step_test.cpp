@@ -24,9 +24,8 @@ TEST(SimStep, AdvancesThePcByOneInstructionAtATime)
         const uint64_t before = h.Target().InstructionCount();
         auto stop = h.StepOnce();
         ASSERT_TRUE(stop);
-        EXPECT_EQ(stop->reason, StopReason::StepDone);
-        EXPECT_EQ(stop->pc, pc);
-        EXPECT_EQ(h.Reg(kRegPc), pc);
+        EXPECT_EQ(std::tuple(stop->reason, stop->pc, h.Reg(kRegPc)),
+                  std::tuple(StopReason::StepDone, pc, pc));
         EXPECT_EQ(h.Target().InstructionCount(), before + 1);
     }
     EXPECT_EQ(h.Word(h.Symbol("mailbox")), 1u);
@@ -40,8 +39,7 @@ TEST(SimStep, FromAnItInstructionRunsTheWholeBlockWhereNoBreakpointCanStop)
     const uint64_t before = h.Target().InstructionCount();
     auto stop = h.StepOnce();
     ASSERT_TRUE(stop);
-    EXPECT_EQ(stop->reason, StopReason::StepDone);
-    EXPECT_EQ(stop->pc, h.Symbol("after_it"));
+    EXPECT_EQ(std::pair(stop->reason, stop->pc), std::pair(StopReason::StepDone, h.Symbol("after_it")));
     // itte, two moves taken and one skipped.
     EXPECT_EQ(h.Target().InstructionCount(), before + 4);
     EXPECT_EQ(std::tuple(h.Reg(kRegR0 + 1), h.Reg(kRegR0 + 2), h.Reg(kRegR0 + 3)), std::tuple(1u, 2u, 0u));
@@ -53,10 +51,9 @@ TEST(SimStep, FromAnItInstructionRunsTheWholeBlockWhereNoBreakpointCanStop)
     stop = h.Run();
     ASSERT_TRUE(stop);
     // The engine cannot stop inside the block: the report names the PC it reached.
-    EXPECT_EQ(stop->reason, StopReason::Breakpoint);
+    EXPECT_EQ(std::pair(stop->reason, h.Reg(kRegPc)), std::pair(StopReason::Breakpoint, stop->pc));
     EXPECT_GE(stop->pc, h.Symbol("after_it"));
     EXPECT_LE(stop->pc, h.Symbol("undef_insn"));
-    EXPECT_EQ(h.Reg(kRegPc), stop->pc);
     EXPECT_EQ(h.Reg(kRegR0 + 2), 2u);
 }
 
@@ -110,11 +107,9 @@ TEST(SimInstructionCount, FreeRunsCountWhatSingleStepsCount)
         auto free = RunProgram(p, false);
         auto stepped = RunProgram(p, true);
         ASSERT_TRUE(free && stepped);
-        EXPECT_EQ(free->reason, stepped->reason);
-        EXPECT_EQ(free->pc, stepped->pc);
-        EXPECT_EQ(free->instructions, stepped->instructions);
         // Stepping over a semihosting call prints as running through it does.
-        EXPECT_EQ(free->output, stepped->output);
+        EXPECT_EQ(std::tie(free->reason, free->pc, free->instructions, free->output),
+                  std::tie(stepped->reason, stepped->pc, stepped->instructions, stepped->output));
         EXPECT_GT(free->instructions, 10u);
     }
 }

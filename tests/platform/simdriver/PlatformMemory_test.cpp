@@ -73,8 +73,7 @@ TEST_F(PlatformMemory, AreasAreTheRegionsOfTheMap)
     uint32_t order = 0, info = 0, flags = 7;
     VariantBool sized = 1, a1 = 1, a2 = 1, a3 = 1;
     ASSERT_EQ(memory.GetArea(1, start, end, order, info, sized, a1, a2, a3), S_OK);
-    EXPECT_EQ(start, kRam);
-    EXPECT_EQ(end, kRam + 0xFFFFu);
+    EXPECT_EQ(std::pair(start.Value(), end.Value()), std::pair(kRam, kRam + 0xFFFFu));
     // The target is little-endian: 1 on a little-endian host, 2 elsewhere.
     EXPECT_EQ(order, std::endian::native == std::endian::little ? 1u : 2u);
     EXPECT_EQ(info, 1u) << "the region's kind";

@@ -2,6 +2,7 @@
 
 #include <climits>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "boundary/Ids.h"
@@ -20,16 +21,13 @@ TEST(SettingsStore, KeepsValuesOfOneNameInDifferentPlacesApart)
     ASSERT_EQ(store.SetString("Platform", "global"), S_OK);
     ASSERT_EQ(store.SetNumber("Platform", 7), S_OK);
     ASSERT_EQ(store.SetProperty("FIRST_CONNECTION_TAG", "NO", "w", "p", "s"), S_OK);
-    std::string text;
+    std::string platform, property, global, text;
     int32_t number = 0;
-    EXPECT_EQ(store.GetPlatform("w", "p", "s", text), S_OK);
-    EXPECT_EQ(text, "sim");
-    EXPECT_EQ(store.GetProperty("Platform", "w", "p", "s", text), S_OK);
-    EXPECT_EQ(text, "prop");
-    EXPECT_EQ(store.GetString("Platform", text), S_OK);
-    EXPECT_EQ(text, "global");
-    EXPECT_EQ(store.GetNumber("Platform", number), S_OK);
-    EXPECT_EQ(number, 7);
+    EXPECT_EQ(store.GetPlatform("w", "p", "s", platform) |
+                  store.GetProperty("Platform", "w", "p", "s", property) |
+                  store.GetString("Platform", global) | store.GetNumber("Platform", number),
+              S_OK);
+    EXPECT_EQ(std::tuple(platform, property, global, number), std::tuple("sim", "prop", "global", 7));
     // Property tags and global keys are exact.
     EXPECT_EQ(store.GetProperty("first_connection_tag", "w", "p", "s", text), S_FALSE);
     EXPECT_EQ(store.GetString("platform", text), S_FALSE);

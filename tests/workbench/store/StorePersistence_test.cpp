@@ -246,12 +246,10 @@ TEST(StorePersistence, ADamagedValueOrOneOfAnotherKindReadsAsEmptyAndLeavesTheRe
     EXPECT_NE(store.LastError().find("setting 'Modules' of session w/p/s is damaged (not a stored value)"),
               std::string::npos)
         << store.LastError();
-    VariantBool flag = VARIANT_TRUE;
-    EXPECT_EQ(store.GetNoAutoConnect("w", "p", "s", flag), E_FAIL);
-    EXPECT_EQ(flag, VARIANT_FALSE);
-    flag = VARIANT_TRUE;
-    EXPECT_EQ(store.GetDownloadAfterBuild("w", "p", "s", flag), E_FAIL);
-    EXPECT_EQ(flag, VARIANT_FALSE);
+    VariantBool flags[2] = {VARIANT_TRUE, VARIANT_TRUE};
+    EXPECT_EQ(store.GetNoAutoConnect("w", "p", "s", flags[0]), E_FAIL);
+    EXPECT_EQ(store.GetDownloadAfterBuild("w", "p", "s", flags[1]), E_FAIL);
+    EXPECT_EQ(std::pair(flags[0], flags[1]), std::pair(VARIANT_FALSE, VARIANT_FALSE));
     EXPECT_NE(store.LastError().find("not a number of its kind"), std::string::npos) << store.LastError();
     std::string text = "stale";
     EXPECT_EQ(store.GetPlatform("w", "p", "s", text), E_FAIL);

@@ -50,8 +50,7 @@ TEST(VariantCodec, EveryValueReadsBackEqualWithItsType)
         std::string error;
         auto back = VariantCodec::Decode(*blob, error);
         ASSERT_TRUE(back) << error;
-        EXPECT_EQ(*back, value);
-        EXPECT_EQ(back->Type(), value.Type());
+        EXPECT_EQ(std::pair(*back, back->Type()), std::pair(value, value.Type()));
     }
 }
 

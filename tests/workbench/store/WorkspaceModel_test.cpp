@@ -199,10 +199,6 @@ TEST(WorkspaceModel, AStoreThatCannotBeUsedLeavesAWorkingWorkspaceInMemory)
     WorkspaceModel model;
     std::string error;
     EXPECT_FALSE(model.Open(dir / "ws", error));
-    EXPECT_EQ(error.rfind("Cannot open the store '" + (dir / "ws/.tessel/workspace.db").string() + "'", 0),
-              0u)
-        << error;
-    EXPECT_NE(error.find("kept in memory and will not be saved"), std::string::npos) << error;
     EXPECT_TRUE(model.InMemory());
     EXPECT_EQ(model.Name(), "ws");
     EXPECT_EQ(model.Active(), (ActiveSession{"ws", "default", "Debug", "default"}));
