@@ -60,23 +60,6 @@ struct LabelManager : ::testing::Test {
     }
 };
 
-TEST_F(LabelManager, PublishesItsTwoFacesForItsLifetime)
-{
-    void* internal = nullptr;
-    ASSERT_EQ(labels->QueryInterface(Ids::IQLabelManagerInternal, &internal), S_OK);
-    EXPECT_EQ(registry.Service(Ids::IQLabelManager), static_cast<IQLabelManager2*>(labels->Primary()));
-    EXPECT_EQ(registry.Service(Ids::IQLabelManager2), static_cast<IQLabelManager2*>(labels->Primary()));
-    EXPECT_EQ(registry.Service(Ids::IQLabelManagerInternal), internal);
-    void* other = labels.get();
-    EXPECT_EQ(labels->QueryInterface(Ids::IQEvaluator, &other), E_NOINTERFACE);
-    labels.reset();
-    EXPECT_EQ(Strings(log.end() - 3, log.end()),
-              (Strings{"UnregisterService " + IdName(Ids::IQLabelManagerInternal),
-                       "UnregisterService " + IdName(Ids::IQLabelManager2),
-                       "UnregisterService " + IdName(Ids::IQLabelManager)}));
-    EXPECT_EQ(registry.Service(Ids::IQLabelManager), nullptr);
-}
-
 TEST_F(LabelManager, LogsWhatAUserDoesBeforeDoingIt)
 {
     Add("main", 0x1a);
