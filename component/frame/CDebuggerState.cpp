@@ -256,7 +256,7 @@ HRESULT CDebuggerState::LoadMemoryDialog(VariantBool, TargetAddress)
 }
 HRESULT CDebuggerState::CanVerifyMemory()
 {
-    return E_FAIL;
+    return IsConnected() && Memory && Memory->GetCanVerify() == S_OK ? S_OK : E_FAIL;
 }
 HRESULT CDebuggerState::VerifyMemoryDialog(VariantBool, TargetAddress)
 {

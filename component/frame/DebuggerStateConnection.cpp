@@ -145,6 +145,11 @@ bool CDebuggerState::MakeDrivers(const std::string& platform, bool commandsExist
 
 void CDebuggerState::AnnounceConnection(bool runBatch, bool commandsExist)
 {
+    // The function-name family keeps what its own platform said.
+    if (PlatformMode == PLATFORM_MODE_VEL) {
+        auto* symbols = GetServiceAs<IQPlatformSymbols>(Registry, Ids::PlatformSymbolsQuery);
+        PlatformSymbolic = symbols != nullptr && symbols->UsesPlatformSymbols() == S_OK;
+    }
     if (runBatch)
         RunConnectionBatch();
     ShowDebugOutput();

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "component/session/CDyxSessionDataCtrl.h"
+#include "support/FakePlatformMemory.h"
 #include "support/StateFixture.h"
 
 namespace
@@ -255,6 +256,43 @@ TEST_F(Connection, OpeningASessionConnectsUnlessTold)
     ctrl.WorkspaceClosing("boards");
     EXPECT_FALSE(state->IsConnected());
     EXPECT_TRUE(state->GetPlatformName().empty());
+}
+
+struct SymbolicPlatform : IQPlatformSymbols {
+    FAKE_WITHOUT_INTERFACES
+    HRESULT UsesPlatformSymbols() override { return answer; }
+    HRESULT answer = S_OK;
+};
+
+// What a connection learns of the platform: whether it knows the symbols
+// itself and whether its memory can be verified.
+TEST_F(Connection, AConnectionAsksWhatThePlatformOffers)
+{
+    SymbolicPlatform symbols;
+    FakePlatformMemory memory({{0, 0xFFFF}});
+    memory.RegisterIn(registry);
+    EXPECT_EQ(state->CanVerifyMemory(), E_FAIL) << "not connected";
+    struct Case {
+        bool service;
+        HRESULT answer;
+        uint32_t offered;
+        bool symbolic;
+        HRESULT canVerify;
+    };
+    const Case cases[] = {
+        {false, S_OK, 0x7F, false, S_OK},
+        {true, S_OK, 0x7F, true, S_OK},
+        {true, S_FALSE, 0, false, E_FAIL},
+    };
+    for (const auto& c : cases) {
+        registry.Provide(Ids::PlatformSymbolsQuery, c.service ? &symbols : nullptr);
+        symbols.answer = c.answer;
+        memory.offered = c.offered;
+        ASSERT_EQ(state->Connect(), S_OK);
+        EXPECT_EQ(state->UsesPlatformSymbols(), c.symbolic);
+        EXPECT_EQ(state->CanVerifyMemory(), c.canVerify);
+        state->Disconnect();
+    }
 }
 
 } // namespace
