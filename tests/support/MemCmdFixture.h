@@ -14,7 +14,7 @@
 #include "component/command/memory/CCmdMemoryMove.h"
 #include "component/command/memory/CCmdMemoryTest.h"
 #include "support/MemoryRig.h"
-#include "support/PrefixEvaluator.h"
+#include "support/RecordingEvaluator.h"
 #include "workbench/CommandHelpService.h"
 
 // The real manager over a recording platform with one big-endian area at
@@ -34,7 +34,7 @@ protected:
     MemCmd() : MemoryRig({FakeArea{0x1000, 0x1FFF, 2}})
     {
         registry.RegisterService(Ids::CommandHelpService, &help);
-        registry.RegisterService(Ids::IQEvaluator2, &evaluator);
+        registry.RegisterService(Ids::IQEvaluator2, evaluator.Service());
         for (uint32_t a = 0x1000; a <= 0x1FFF; ++a)
             platform.Poke(a, {static_cast<uint8_t>(a)});
     }
@@ -85,7 +85,7 @@ protected:
     }
 
     CommandHelpService help;
-    PrefixEvaluator evaluator;
+    RecordingEvaluator evaluator;
     int changes = 0;
     CCmdMemory::MemoryChanged onChange = [this] { ++changes; };
 };

@@ -9,7 +9,7 @@
 #include "boundary/interfaces/Component.h"
 #include "boundary/interfaces/Platform.h"
 #include "boundary/interfaces/Workbench.h"
-#include "support/FakeEvaluator.h"
+#include "support/RecordingEvaluator.h"
 #include "workbench/ServiceRegistry.h"
 
 // Readable name of a known identifier, or its text.

@@ -19,7 +19,7 @@ struct StateFixture : ::testing::Test {
     RecordingPromptTable prompts{log};
     RecordingMessageBox messages;
     CommandRecorder recorder;
-    FakeEvaluator evaluator;
+    RecordingEvaluator evaluator;
     FakePlatformCatalog platforms{log};
     FakeStore store{log};
     std::unique_ptr<CDebuggerState> state = std::make_unique<CDebuggerState>();
@@ -30,7 +30,7 @@ struct StateFixture : ::testing::Test {
         registry.Provide(Ids::UserPromptTable, &prompts);
         registry.Provide(Ids::MessageBoxService, &messages);
         registry.Provide(Ids::IQCommandRecorder, &recorder);
-        registry.Provide(Ids::IQEvaluator2, &evaluator);
+        registry.Provide(Ids::IQEvaluator2, evaluator.Service());
         registry.Provide(Ids::PlatformList, static_cast<IQPlatformList*>(&platforms));
         registry.Provide(Ids::DriverFactory, static_cast<IQDriverFactory*>(&platforms));
     }

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "boundary/Ids.h"
-#include "support/FakeEvaluator.h"
+#include "support/RecordingEvaluator.h"
 #include "workbench/EvaluatorHost.h"
 #include "workbench/ServiceRegistry.h"
 
@@ -12,13 +12,13 @@ namespace
 struct EvaluatorHostTest : ::testing::Test {
     ServiceRegistry registry;
     EvaluatorHost host{registry};
-    FakeEvaluator platform, session, later;
+    RecordingEvaluator platform, session, later;
     IQEvaluator2* Current() { return GetServiceAs<IQEvaluator2>(&registry, Ids::IQEvaluator2); }
 };
 
 TEST_F(EvaluatorHostTest, ASessionEvaluatorCoversThePlatformsUntilCleared)
 {
-    registry.RegisterService(Ids::IQEvaluator2, &platform);
+    registry.RegisterService(Ids::IQEvaluator2, platform.Service());
     EXPECT_EQ(host.SetEvaluator(&session), S_OK);
     EXPECT_EQ(Current(), &session);
     EXPECT_EQ(host.ClearEvaluator(), S_OK);
@@ -34,9 +34,9 @@ TEST_F(EvaluatorHostTest, ClearingLeavesWhatWasThereBeforeOrRegisteredMeanwhile)
     host.SetEvaluator(&session);
     host.ClearEvaluator();
     EXPECT_EQ(Current(), nullptr);
-    registry.RegisterService(Ids::IQEvaluator2, &platform);
+    registry.RegisterService(Ids::IQEvaluator2, platform.Service());
     host.SetEvaluator(&session);
-    registry.RegisterService(Ids::IQEvaluator2, &later);
+    registry.RegisterService(Ids::IQEvaluator2, later.Service());
     host.ClearEvaluator();
     EXPECT_EQ(Current(), &later);
 }

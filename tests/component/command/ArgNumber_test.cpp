@@ -5,7 +5,7 @@
 #include "component/command/CArgNumberUnsigned.h"
 #include "component/command/CCmdEvaluator.h"
 #include "support/CommandFakes.h"
-#include "support/FakeEvaluator.h"
+#include "support/RecordingEvaluator.h"
 
 namespace
 {
@@ -22,16 +22,16 @@ struct NumberCase {
     bool usedDefault;
 };
 
-IQServiceRegistry* Serving(HelpRecordingRegistry& host, FakeEvaluator& evaluator)
+IQServiceRegistry* Serving(HelpRecordingRegistry& host, RecordingEvaluator& evaluator)
 {
-    host.RegisterService(Ids::IQEvaluator2, &evaluator);
+    host.RegisterService(Ids::IQEvaluator2, evaluator.Service());
     return &host;
 }
 
 class NumberArgs : public ::testing::Test
 {
 protected:
-    FakeEvaluator evaluator;
+    RecordingEvaluator evaluator;
     HelpRecordingRegistry host;
     CCmdEvaluator proxy{Serving(host, evaluator)};
 };

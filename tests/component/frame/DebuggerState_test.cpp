@@ -176,14 +176,14 @@ TEST_F(DebuggerState, RadixIsRecordedAsACommandOnlyWhenItChanges)
     for (auto [radix, word] : {std::pair{2, "bin"}, {8, "oct"}, {10, "dec"}, {16, "hex"}}) {
         state->SetRadix(radix);
         EXPECT_EQ(recorder.Lines().back(), std::string("radix ") + word);
-        EXPECT_EQ(evaluator.radix, radix);
+        EXPECT_EQ(evaluator.Radix(), radix);
     }
     state->SetRadix(7);
-    EXPECT_EQ(evaluator.radix, 16) << "no such radix: nothing changes";
+    EXPECT_EQ(evaluator.Radix(), 16) << "no such radix: nothing changes";
     recorder.SetLogging(false);
     state->SetRadix(2);
     EXPECT_EQ(recorder.Lines().size(), 4u);
-    EXPECT_EQ(evaluator.radix, 2) << "with the log off the radix still changes";
+    EXPECT_EQ(evaluator.Radix(), 2) << "with the log off the radix still changes";
 
     // In the function family the session's own evaluator holds the radix.
     state->SelectPlatformMode("pdsim");

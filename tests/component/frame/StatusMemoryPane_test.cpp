@@ -4,14 +4,14 @@
 #include <cstdio>
 
 #include "component/memory/CStatusMemoryPane.h"
-#include "support/FakeEvaluator.h"
+#include "support/RecordingEvaluator.h"
 #include "support/StateFixture.h"
 
 namespace
 {
 
 // Writes addresses the way a platform may: lower case, no prefix.
-struct LowerCaseAddresses : FakeEvaluator {
+struct LowerCaseAddresses : RecordingEvaluator {
     HRESULT FormatAddress(uint32_t v, VariantBool, VariantBool autoSize, VariantBool prefix,
                           std::string& t) override
     {

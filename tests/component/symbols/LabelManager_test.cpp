@@ -10,7 +10,7 @@
 #include "component/symbols/CPDLabelManager.h"
 #include "component/symbols/CVELLabelManager.h"
 #include "component/symbols/SymbolFile.h"
-#include "support/FakeEvaluator.h"
+#include "support/RecordingEvaluator.h"
 #include "support/FakePlatformFunctions.h"
 #include "support/Recording.h"
 #include "support/TempFolder.h"
@@ -147,8 +147,8 @@ TEST_F(LabelManager, RefusesAFileThatDoesNotBeginExactly)
 
 TEST_F(LabelManager, SymbolCommandsTellTheViewsOfAChangeOnly)
 {
-    FakeEvaluator numbers;
-    registry.Provide(Ids::IQEvaluator2, &numbers);
+    RecordingEvaluator numbers;
+    registry.Provide(Ids::IQEvaluator2, numbers.Service());
     CCmdLabelSymbolAdd add(owner, *labels, &registry);
     CCmdLabelSymbolClear clear(owner, *labels, &registry);
     const struct {

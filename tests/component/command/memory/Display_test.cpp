@@ -11,9 +11,9 @@ using Display = MemCmd;
 TEST_F(Display, AsciiShowsCharactersZeroAsDotAndTheRestAsQuestionMarks)
 {
     platform.Poke(0x1000, {'H', 'i', 0, 0x7F, ' ', '~', 0x80, 'z'});
-    evaluator.radix = 10;
+    evaluator.SetRadix(10);
     EXPECT_EQ(Line("md 4096 8 ascii").message, "00001000  Hi.? ~?z");
-    EXPECT_EQ(evaluator.sets, 0);
+    EXPECT_EQ(evaluator.Radix(), 10);
 }
 
 TEST_F(Display, AMapUpToTheTopHasNoLimitButARangeMayNotWrap)
@@ -33,7 +33,7 @@ TEST_F(Display, TheEvaluatorIsLookedUpOncePerCommand)
 {
     // Gone after its first text: a display that looked it up again would
     // lose every later cell.
-    evaluator.onText = [this] { registry.UnregisterService(Ids::IQEvaluator2, &evaluator); };
+    evaluator.onText = [this] { registry.UnregisterService(Ids::IQEvaluator2, evaluator.Service()); };
     EXPECT_EQ(Line("md 1000 20").message, "00001000  00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F \r\n"
                                           "00001010  10 11 12 13 14 15 16 17 18 19 1A 1B 1C 1D 1E 1F ");
 }

@@ -78,7 +78,7 @@ TEST_F(Transfer, FindLooksForTheValueAsWideAsTheMode)
 
 TEST_F(Transfer, FindReadsTheValueInTheSessionRadix)
 {
-    evaluator.radix = 10;
+    evaluator.SetRadix(10);
     EXPECT_EQ(Line("mi 4096 8191 18").message, "String found at memory address H'00001012");
 }
 
