@@ -67,18 +67,18 @@ void CMRUProgram::Load(IQRecentListStore& store, const std::string& section, int
     CMRUFile::Load(store, section, number);
 }
 
-int CMRUProgramOpen::Compare(const CMRUObject& other) const
+int CMRUProgramAtOffset::Compare(const CMRUObject& other) const
 {
-    return CompareWithin(*this, other, {&CMRUProgramOpen::Address});
+    return CompareWithin(*this, other, {&CMRUProgramAtOffset::Address});
 }
 
-void CMRUProgramOpen::Save(IQRecentListStore& store, const std::string& section, int number) const
+void CMRUProgramAtOffset::Save(IQRecentListStore& store, const std::string& section, int number) const
 {
     WriteNumber(store, section, Numbered("Address", number), Address);
     CMRUProgram::Save(store, section, number);
 }
 
-void CMRUProgramOpen::Load(IQRecentListStore& store, const std::string& section, int number)
+void CMRUProgramAtOffset::Load(IQRecentListStore& store, const std::string& section, int number)
 {
     ReadNumber(store, section, Numbered("Address", number), Address);
     CMRUProgram::Load(store, section, number);
@@ -100,22 +100,5 @@ void CMRUProgramSave::Load(IQRecentListStore& store, const std::string& section,
 {
     ReadNumber(store, section, Numbered("AddressStart", number), AddressStart);
     ReadNumber(store, section, Numbered("AddressEnd", number), AddressEnd);
-    CMRUProgram::Load(store, section, number);
-}
-
-int CMRUProgramVerify::Compare(const CMRUObject& other) const
-{
-    return CompareWithin(*this, other, {&CMRUProgramVerify::Address});
-}
-
-void CMRUProgramVerify::Save(IQRecentListStore& store, const std::string& section, int number) const
-{
-    WriteNumber(store, section, Numbered("Address", number), Address);
-    CMRUProgram::Save(store, section, number);
-}
-
-void CMRUProgramVerify::Load(IQRecentListStore& store, const std::string& section, int number)
-{
-    ReadNumber(store, section, Numbered("Address", number), Address);
     CMRUProgram::Load(store, section, number);
 }

@@ -53,12 +53,12 @@ public:
     uint32_t AccessSize = 1;
 };
 
-// A file loaded at an offset.
-class CMRUProgramOpen : public CMRUProgram
+// A file used at an offset: a load or a verify.
+class CMRUProgramAtOffset : public CMRUProgram
 {
 public:
-    CMRUProgramOpen() = default;
-    CMRUProgramOpen(std::string fileName, std::string format, uint32_t accessSize, uint32_t address)
+    CMRUProgramAtOffset() = default;
+    CMRUProgramAtOffset(std::string fileName, std::string format, uint32_t accessSize, uint32_t address)
         : CMRUProgram(std::move(fileName), std::move(format), accessSize), Address(address)
     {
     }
@@ -68,6 +68,13 @@ public:
     void Load(IQRecentListStore& store, const std::string& section, int number) override;
 
     uint32_t Address = 0;
+};
+
+// A file loaded at an offset.
+class CMRUProgramOpen : public CMRUProgramAtOffset
+{
+public:
+    using CMRUProgramAtOffset::CMRUProgramAtOffset;
 };
 
 // Target memory from AddressStart to AddressEnd saved to a file.
@@ -91,18 +98,8 @@ public:
 };
 
 // A file compared with target memory at an offset.
-class CMRUProgramVerify : public CMRUProgram
+class CMRUProgramVerify : public CMRUProgramAtOffset
 {
 public:
-    CMRUProgramVerify() = default;
-    CMRUProgramVerify(std::string fileName, std::string format, uint32_t accessSize, uint32_t address)
-        : CMRUProgram(std::move(fileName), std::move(format), accessSize), Address(address)
-    {
-    }
-
-    int Compare(const CMRUObject& other) const override;
-    void Save(IQRecentListStore& store, const std::string& section, int number) const override;
-    void Load(IQRecentListStore& store, const std::string& section, int number) override;
-
-    uint32_t Address = 0;
+    using CMRUProgramAtOffset::CMRUProgramAtOffset;
 };
