@@ -17,11 +17,7 @@ std::string Fields(const CMRUProgram& entry, const std::string& at)
 {
     return entry.FileName + "@" + at + " " + entry.Format + "/" + std::to_string(entry.AccessSize);
 }
-std::string Text(const CMRUProgramOpen& e)
-{
-    return Fields(e, std::to_string(e.Address));
-}
-std::string Text(const CMRUProgramVerify& e)
+std::string Text(const CMRUProgramAtOffset& e)
 {
     return Fields(e, std::to_string(e.Address));
 }
@@ -72,31 +68,19 @@ TEST(MRUList, AddKeepsTheMostRecentFirstAndEachEntryOnce)
         std::vector<Use> uses;
         std::string list;
     } cases[] = {
-        {"a fifth entry pushes out the oldest",
-         Opens,
-         {{"a"}, {"b"}, {"c"}, {"d"}, {"e"}},
+        // clang-format off
+        {"a fifth entry pushes out the oldest", Opens, {{"a"}, {"b"}, {"c"}, {"d"}, {"e"}},
          "e@0 x/1, d@0 x/1, c@0 x/1, b@0 x/1"},
-        {"the same file at the same address moves up with its new format",
-         Opens,
-         {{"a", 8}, {"b", 8}, {"a", 8, 0, "srec"}},
-         "a@8 srec/1, b@8 x/1"},
-        {"the same file at another address is another entry",
-         Opens,
-         {{"a", 0}, {"a", 4}},
-         "a@4 x/1, a@0 x/1"},
+        {"the same file at the same address moves up with its new format", Opens,
+         {{"a", 8}, {"b", 8}, {"a", 8, 0, "srec"}}, "a@8 srec/1, b@8 x/1"},
+        {"the same file at another address is another entry", Opens, {{"a", 0}, {"a", 4}}, "a@4 x/1, a@0 x/1"},
         {"verify entries likewise", Verifies, {{"a", 0}, {"a", 4}, {"a", 0}}, "a@0 x/1, a@4 x/1"},
-        {"a save with a new end alone is another entry",
-         Saves,
-         {{"a", 0, 9}, {"a", 0, 19}},
+        {"a save with a new end alone is another entry", Saves, {{"a", 0, 9}, {"a", 0, 19}},
          "a@0-19 x/1, a@0-9 x/1"},
-        {"a save of the same range moves up",
-         Saves,
-         {{"a", 0, 9}, {"b", 0, 9}, {"a", 0, 9}},
+        {"a save of the same range moves up", Saves, {{"a", 0, 9}, {"b", 0, 9}, {"a", 0, 9}},
          "a@0-9 x/1, b@0-9 x/1"},
-        {"names that differ in case alone are one entry",
-         Opens,
-         {{"Fw/A.BIN"}, {"fw/a.bin"}},
-         "fw/a.bin@0 x/1"},
+        {"names that differ in case alone are one entry", Opens, {{"Fw/A.BIN"}, {"fw/a.bin"}}, "fw/a.bin@0 x/1"},
+        // clang-format on
     };
     for (const auto& c : cases)
         EXPECT_EQ(c.addAll(c.uses), c.list) << c.name;
@@ -157,25 +141,15 @@ TEST(MRUList, LoadTakesWhatIsStoredAndLeavesWhatIsNot)
         int32_t room;
         std::string browse;
     } cases[] = {
+        // clang-format off
         {"a partly empty section",
-         {{"Browse", ""},
-          {"Files", "3"},
-          {"File1", "/fw/a.bin"},
-          {"Format1", "elf"},
-          {"Address1", "16"},
-          {"File2", ""},
-          {"Address2", "abc"},
-          {"AccessSize2", "12abc"},
-          {"Address3", " -1"}},
-         "/fw/a.bin@16 elf/1, @0 /12, @4294967295 /1",
-         4,
-         "/old"},
-        {"a stored room and folder",
-         {{"Browse", "/new"}, {"MaxFiles", "10"}, {"Files", "1"}, {"File1", "b"}},
-         "b@0 /1",
-         10,
-         "/new"},
+         {{"Browse", ""}, {"Files", "3"}, {"File1", "/fw/a.bin"}, {"Format1", "elf"}, {"Address1", "16"},
+          {"File2", ""}, {"Address2", "abc"}, {"AccessSize2", "12abc"}, {"Address3", " -1"}},
+         "/fw/a.bin@16 elf/1, @0 /12, @4294967295 /1", 4, "/old"},
+        {"a stored room and folder", {{"Browse", "/new"}, {"MaxFiles", "10"}, {"Files", "1"}, {"File1", "b"}},
+         "b@0 /1", 10, "/new"},
         {"an empty section", {}, "", 4, "/old"},
+        // clang-format on
     };
     for (const auto& c : cases) {
         FakeRecentListStore store;
