@@ -13,24 +13,19 @@ namespace
 
 const std::string kSection = "MRU Program Open";
 
-std::string Fields(const CMRUProgram& entry, const std::string& at)
-{
-    return entry.FileName + "@" + at + " " + entry.Format + "/" + std::to_string(entry.AccessSize);
-}
-std::string Text(const CMRUProgramAtOffset& e)
-{
-    return Fields(e, std::to_string(e.Address));
-}
-std::string Text(const CMRUProgramSave& e)
-{
-    return Fields(e, std::to_string(e.AddressStart) + "-" + std::to_string(e.AddressEnd));
-}
-
 template <class List> std::string Describe(const List& list)
 {
     std::string text;
-    for (size_t i = 0; i < list.Count(); ++i)
-        text += (i == 0 ? "" : ", ") + Text(list.At(i));
+    for (size_t i = 0; i < list.Count(); ++i) {
+        const auto& e = list.At(i);
+        std::string at;
+        if constexpr (requires { e.Address; })
+            at = std::to_string(e.Address);
+        else
+            at = std::to_string(e.AddressStart) + "-" + std::to_string(e.AddressEnd);
+        text += (i == 0 ? "" : ", ") + e.FileName + "@" + at + " " + e.Format + "/" +
+                std::to_string(e.AccessSize);
+    }
     return text;
 }
 
