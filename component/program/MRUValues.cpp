@@ -1,6 +1,7 @@
 #include "component/program/MRUValues.h"
 
 #include <cstdlib>
+#include <utility>
 
 #include "boundary/interfaces/Workbench.h"
 
