@@ -12,6 +12,7 @@
 #include "workbench/MessageLoop.h"
 #include "workbench/OutputWindow.h"
 #include "workbench/PostMessageService.h"
+#include "workbench/RecentListService.h"
 #include "workbench/ServiceRegistry.h"
 #include "workbench/UserPromptTableService.h"
 
@@ -40,6 +41,7 @@ public:
     OutputWindow& Output() { return output_; }
     EvaluatorHost& Evaluators() { return evaluators_; }
     FileMonitorService& Files() { return files_; }
+    RecentListService& RecentLists() { return recent_; }
 
 private:
     MessageLoop loop_;
@@ -53,5 +55,6 @@ private:
     OutputWindow output_;
     EvaluatorHost evaluators_;
     FileMonitorService files_;
+    RecentListService recent_;
     CommandWindow window_;
 };

@@ -165,6 +165,17 @@ struct IQOutputWindow : IUnknown {
     virtual HRESULT BringForward(const std::string& tab) = 0;                        // 5
 };
 
+// Recent lists of files, kept by the workbench for a component across its
+// runs: text values under a section. A value never written is not read.
+struct IQRecentListStore : IUnknown {
+    // 3: not used by the component
+    virtual HRESULT WriteValue(const std::string& section, const std::string& key,
+                               const std::string& value) = 0; // 4
+    // 5 to 7: not used by the component
+    virtual HRESULT ReadValue(const std::string& section, const std::string& key,
+                              std::string& value) = 0; // 8
+};
+
 // Given to LibraryRegister2.
 struct IQRegistrar : IUnknown {
     virtual HRESULT RegisterComponent(const std::string& name, int32_t count, const Guid* const* ids,
