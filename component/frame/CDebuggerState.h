@@ -11,6 +11,7 @@
 #include "boundary/interfaces/Platform.h"
 #include "boundary/interfaces/Workbench.h"
 #include "component/frame/CCommandFile.h"
+#include "component/frame/RecentLists.h"
 #include "component/frame/SyncGroup.h"
 #include "component/frame/TargetConnection.h"
 #include "component/frame/ViewServers.h"
@@ -150,6 +151,7 @@ public:
     CRunner* GetRunner() { return Runner.get(); }
     CPCBreakManager* GetBreaks() { return Breaks.get(); }
     CLabelManager* GetLabels() { return Labels.get(); }
+    RecentLists& GetRecentLists() { return Recent; }
     CMemoryManager* GetMemory() { return Memory.get(); }
     CPDEvaluator* GetEvaluator() { return Evaluator.get(); }
     CUserPrompts* GetPrompts() { return Prompts.get(); }
@@ -300,6 +302,7 @@ protected:
     ViewServers Views;
     std::vector<int32_t> ReloadQueue;
     std::vector<std::string> RecentVerifyFiles;
+    RecentLists Recent;
     int32_t PlatformMode = PLATFORM_MODE_VEL;
     bool Stepping = false, SteppingBatch = false;
     uint32_t StopAddress = 0;

@@ -86,6 +86,7 @@ HRESULT CDebuggerState::Terminate(int32_t flag)
     Commands.clear();
     RetiredCommands.clear();
     StatusPane.reset();
+    Recent.Save(Registry);
 
     for (auto it = RegisteredRunnerIds.rbegin(); it != RegisteredRunnerIds.rend(); ++it) {
         void* face = nullptr;
@@ -156,6 +157,7 @@ void CDebuggerState::RegisterPrompts()
     PromptBuild = Prompts->Add(StringTable::Load(57710), true);
     PromptGoEmpty = Prompts->Add(StringTable::Load(57716), true);
     PromptBatchMissing = Prompts->Add(StringTable::Load(57728), true);
+    Recent.Load(Registry);
 }
 
 void CDebuggerState::DeletePrompts()

@@ -6,6 +6,7 @@
 #include "component/session/CDyxSessionDataCommandSink.h"
 #include "component/symbols/CLabelManager.h"
 #include "component/symbols/CPDEvaluator.h"
+#include "support/FakeRecentListStore.h"
 #include "support/StateFixture.h"
 
 namespace
@@ -92,7 +93,7 @@ TEST_F(DebuggerState, TerminateGivesEverythingBackInReverse)
         prompts.push_back(std::string("DeletePrompt '") + name + "'");
     const CallLog expected =
         CallLog{"Broadcast {4A135B5C-8CD7-11D5-80DB-00C04F68EAD7}", "UnregisterProvider IQStatusClient",
-                "UnregisterService IQRunner"} +
+                "GetService {374027C8-E512-4DB2-8531-38B08B323CF9}", "UnregisterService IQRunner"} +
         Each("UnregisterService", kBreakIds) +
         Each("UnregisterService", {Ids::IQSourceManager, Ids::IQDebuggerApplicationServer}) + prompts +
         Each("UnregisterProvider", {Ids::IQPostMessageClient, Ids::IQFileMonitorClient}) +
@@ -208,6 +209,34 @@ TEST_F(DebuggerState, LookupsOutOfRangeFailWithANullPointer)
                                     state->IsDisconnected(), state->IsTargetAbsent(), state->GetTargetKind(),
                                     state->GetTargetNames(a, b), state->ForwardToService(low, limit)}),
               (std::vector<HRESULT>{E_FAIL, E_FAIL, S_OK, S_OK, E_FAIL, S_FALSE, E_FAIL}));
+}
+
+} // namespace
+
+namespace
+{
+
+// The recent lists are read once the questions exist and written back at the end,
+// each under its own section.
+TEST_F(DebuggerState, RecentListsComeFromTheStoreAndGoBackToIt)
+{
+    FakeRecentListStore recent;
+    recent.values = {{{"MRU Program Save", "Files"}, "1"},
+                     {{"MRU Program Save", "File1"}, "/fw/dump.bin"},
+                     {{"MRU Program Save", "AddressEnd1"}, "-1"}};
+    registry.Provide(Ids::RecentListService, &recent);
+    StartSession();
+    auto& lists = state->GetRecentLists();
+    ASSERT_EQ(lists.MruProgramSave.Count(), 1u);
+    EXPECT_EQ(lists.MruProgramSave.At(0).AddressEnd, 0xFFFFFFFFu);
+    EXPECT_EQ(lists.MruProgramOpen.Count(), 0u);
+    lists.MruProgramOpen.Add(std::make_unique<CMRUProgramOpen>("/fw/app.elf", "elf", 4, 0x8000));
+    state->Terminate(1);
+    for (const char* section :
+         {"MRU Memory Load", "MRU Program Open", "MRU Program Save", "MRU Program Verify"})
+        EXPECT_TRUE(recent.values.count(std::pair<std::string, std::string>(section, "Files"))) << section;
+    EXPECT_EQ(recent.values[std::pair("MRU Program Open", "File1")], "/fw/app.elf");
+    EXPECT_EQ(recent.values[std::pair("MRU Program Save", "File1")], "/fw/dump.bin");
 }
 
 } // namespace
