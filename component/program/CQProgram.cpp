@@ -165,8 +165,10 @@ bool CQProgram::Open(IQServiceRegistry* services)
         return false;
     readerObject_ = object;
     reader2_ = QueryAs<IQObjectReader2>(object, Ids::IQObjectReader2);
-    if (reader2_ == nullptr)
-        reader_ = QueryAs<IQObjectReader>(object, Ids::IQObjectReader);
+    if (reader2_ != nullptr)
+        reader2_->AddRef();
+    else if ((reader_ = QueryAs<IQObjectReader>(object, Ids::IQObjectReader)) != nullptr)
+        reader_->AddRef();
     if (Failed(CreateHandle())) {
         Close(services);
         return false;

@@ -145,18 +145,20 @@ TEST_F(ProgramRig, ATouchedFileIsOutOfDateOnceCheckFileOnlyClearsLoadedAndAMissi
 {
     TempFolder folder;
     const std::string file = folder.WriteFile("copy.elf", "unchanged bytes");
-    auto touch = [&] {
-        timespec times[2]{{0, UTIME_OMIT}, {1000, 5}};
+    auto touch = [&](long nanoseconds) {
+        timespec times[2]{{0, UTIME_OMIT}, {1000, nanoseconds}};
         ASSERT_EQ(utimensat(AT_FDCWD, file.c_str(), times, 0), 0);
     };
     CQProgram program = Make(file);
     EXPECT_FALSE(program.IsOutOfDate()) << "the status was taken when it was made";
-    touch();
+    touch(5);
     program.SetLoaded(true);
     program.CheckFile();
     EXPECT_EQ(program.IsLoaded(), E_FAIL);
     EXPECT_TRUE(program.IsOutOfDate()) << "CheckFile leaves the status";
     EXPECT_FALSE(program.IsOutOfDate());
+    touch(6);
+    EXPECT_TRUE(program.IsOutOfDate()) << "within the same second";
 
     std::filesystem::remove(file);
     program.SetLoaded(true);
