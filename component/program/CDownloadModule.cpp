@@ -16,22 +16,14 @@ CDownloadModule::CDownloadModule(const CDownloadModule& other)
 
 CDownloadModule& CDownloadModule::operator=(const CDownloadModule& other)
 {
-    FileName = other.FileName;
-    Offset = other.Offset;
-    Format = other.Format;
-    DebugOnly = other.DebugOnly;
-    Verify = other.Verify;
-    AccessSize = other.AccessSize;
-    AutoDownload = other.AutoDownload;
+    Fields(*this) = Fields(other);
     Assigned = 1;
     return *this;
 }
 
 bool CDownloadModule::operator==(const CDownloadModule& other) const
 {
-    return FileName == other.FileName && Offset == other.Offset && Format == other.Format &&
-           DebugOnly == other.DebugOnly && Verify == other.Verify && AccessSize == other.AccessSize &&
-           AutoDownload == other.AutoDownload;
+    return Fields(*this) == Fields(other);
 }
 
 std::string CDownloadModule::Key() const

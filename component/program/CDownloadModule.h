@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <string>
+#include <tuple>
 
 // One object file a session wants in its target, as the debug settings hold
 // it: the file (placeholders unexpanded), where it goes, how it is read and
@@ -34,4 +35,11 @@ public:
     int32_t AccessSize = 1;
     int32_t AutoDownload = 0;
     int32_t Assigned = 0;
+
+private:
+    // The seven fields that make the value, without the assigned mark.
+    template <class Module> static auto Fields(Module& m)
+    {
+        return std::tie(m.FileName, m.Offset, m.Format, m.DebugOnly, m.Verify, m.AccessSize, m.AutoDownload);
+    }
 };

@@ -1,12 +1,11 @@
 #pragma once
-#include <cstdint>
 #include <optional>
-#include <string>
 
 #include "component/program/CDownloadModule.h"
 
-// The record form of a module, the latest of four generations. Each older
-// generation held a prefix of the seven fields: the first four, five or six.
+// The record form of a module, the latest of four generations: the seven
+// fields with the defaults of a new module. Each older generation held a
+// prefix of them: the first four, five or six.
 class CDownloadModuleRecord4
 {
 public:
@@ -14,20 +13,15 @@ public:
     static constexpr int kOldestFieldCount = 4;
 
     CDownloadModuleRecord4() = default;
-    explicit CDownloadModuleRecord4(const CDownloadModule& module);
+    explicit CDownloadModuleRecord4(const CDownloadModule& module) : module_(module) {}
 
     // A record made from an older one that held the first `fields` fields of
     // `values`; the fields it lacked take their defaults. Nothing for fewer
     // fields than the oldest generation held.
     static std::optional<CDownloadModuleRecord4> FromOlder(const CDownloadModule& values, int fields);
 
-    CDownloadModule Module() const;
+    const CDownloadModule& Module() const { return module_; }
 
-    std::string FileName;
-    uint32_t Offset = 0;
-    std::string Format;
-    int32_t DebugOnly = 0;
-    int32_t Verify = 0;
-    int32_t AccessSize = 1;
-    int32_t AutoDownload = 0;
+private:
+    CDownloadModule module_;
 };
