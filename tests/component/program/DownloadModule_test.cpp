@@ -2,6 +2,7 @@
 // the checks of a list and of one edited entry.
 #include <gtest/gtest.h>
 
+#include "boundary/ComUtils.h"
 #include "component/program/CDownloadModuleRecord4.h"
 #include "component/program/DownloadModuleList.h"
 
@@ -24,14 +25,10 @@ CDownloadModule WithFlags(CDownloadModule m, int32_t debugOnly, int32_t verify, 
     return m;
 }
 
-TEST(DownloadModuleKey, OffsetAndAccessSizeInSignedDecimalRunTogetherWithFileAndFormat)
+TEST(DownloadModuleKey, OneModuleUnlessFileOffsetFormatOrAccessSizeDiffer)
 {
     EXPECT_EQ(Module("a.elf", 0x10, "Elf", 4).Key(), "a.elf16Elf4");
     EXPECT_EQ(Module("a.elf", 0xFFFFFFFF).Key(), "a.elf-1elf1");
-}
-
-TEST(DownloadModuleKey, OneModuleUnlessFileOffsetFormatOrAccessSizeDiffer)
-{
     struct Case {
         CDownloadModule second;
         bool same;
@@ -96,12 +93,9 @@ TEST(ModuleVariant, WritesSevenSignedDecimalTextsAModuleAndReadsThemBack)
                           CDownloadModule("b.elf", 0x80000000, "srec", 0, 1, 1, 0)};
     Variant stored;
     WriteModuleList(modules, stored);
-    ASSERT_EQ(stored.Type(), VT_ARRAY_BSTR);
-    std::vector<std::string> texts;
-    for (const auto& e : stored.Elements())
-        texts.push_back(e.Text());
-    EXPECT_EQ(texts, (std::vector<std::string>{"$(PROJDIR)/a.elf", "-1", "elf", "1", "0", "4", "1", "b.elf",
-                                               "-2147483648", "srec", "0", "1", "1", "0"}));
+    EXPECT_EQ(CComUtils::VariantToStringList(stored),
+              (std::vector<std::string>{"$(PROJDIR)/a.elf", "-1", "elf", "1", "0", "4", "1", "b.elf",
+                                        "-2147483648", "srec", "0", "1", "1", "0"}));
     Modules read;
     ReadModuleList(stored, read);
     EXPECT_EQ(read, modules);
@@ -114,12 +108,7 @@ TEST(ModuleVariant, WritesSevenSignedDecimalTextsAModuleAndReadsThemBack)
 
 TEST(ModuleVariant, AnythingButSevenStringsAModuleReadsAsNoModulesAndNonNumbersAsZero)
 {
-    auto strings = [](std::vector<std::string> texts) {
-        std::vector<Variant> elements;
-        for (auto& t : texts)
-            elements.push_back(Variant::String(t));
-        return Variant::Array(VT_ARRAY_BSTR, elements);
-    };
+    auto strings = CComUtils::StringListToVariant;
     const std::vector<std::string> seven{"a.elf", "0x10", "elf", "abc", "1", "4", "0"};
     std::vector<std::string> eight = seven;
     eight.push_back("b.elf");
@@ -138,12 +127,9 @@ TEST(ModuleVariant, AnythingButSevenStringsAModuleReadsAsNoModulesAndNonNumbersA
 
 TEST(ModuleEditCheck, SameKeyIsItselfAnotherModulesExpandedKeyIsRefused)
 {
-    auto expand = [](const std::string& text) {
-        const std::string placeholder = "$(PD)";
-        std::string out = text;
-        if (auto at = out.find(placeholder); at != std::string::npos)
-            out.replace(at, placeholder.size(), "/proj");
-        return out;
+    auto expand = [](std::string text) {
+        const size_t at = text.find("$(PD)");
+        return at == std::string::npos ? text : text.replace(at, 5, "/proj");
     };
     const CDownloadModule opened = Module("/proj/a.elf");
     const Modules list{opened, Module("/proj/b.elf"), Module("c.elf", 0x100)};

@@ -3,6 +3,8 @@
 // that touch.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "component/program/CMemoryLoadDataList.h"
 
 namespace
@@ -18,15 +20,12 @@ Ranges Held(const CMemoryLoadDataList& list)
     return out;
 }
 
-bool Invariant(const Ranges& ranges)
+// Sorted, and at least one address between neighbours.
+bool Invariant(const Ranges& r)
 {
-    for (size_t i = 0; i < ranges.size(); ++i) {
-        if (ranges[i].second < ranges[i].first)
-            return false;
-        if (i > 0 && uint64_t{ranges[i - 1].second} + 1 >= ranges[i].first)
-            return false;
-    }
-    return true;
+    auto joinable = [](const auto& a, const auto& b) { return uint64_t{a.second} + 1 >= b.first; };
+    return std::all_of(r.begin(), r.end(), [](const auto& x) { return x.first <= x.second; }) &&
+           std::adjacent_find(r.begin(), r.end(), joinable) == r.end();
 }
 
 TEST(LoadAreas, JoinWhatTheyTouchOrOverlapAtEveryEdge)

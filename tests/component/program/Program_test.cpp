@@ -15,7 +15,6 @@
 #include "platform/objfile/ObjectCodes.h"
 #include "support/FakePlatformMemory.h"
 #include "support/FirmwareProgram.h"
-#include "support/PlainObject.h"
 #include "support/Recording.h"
 #include "support/RecordingTask.h"
 #include "support/TempFolder.h"
@@ -33,32 +32,25 @@ struct OwnerAnswers : ProgramOwner {
     std::string platform;
 };
 
-// A reader of the older generation, whose handles have no face of their own.
-struct OlderReader final : PlatformDriver, IQObjectReader {
-    IUnknown* Object() override { return static_cast<IQObjectReader*>(this); }
+// A reader of the older generation, or without it one with no reader face at
+// all; a handle is the reader itself.
+template <bool Older> struct OtherReader final : PlatformDriver, IQObjectReader {
+    explicit OtherReader(IQServiceRegistry*) {}
+    IUnknown* Object() override { return this; }
     HRESULT QueryInterface(const Guid& iid, void** out) override
     {
-        return AnswerFrom({Ids::IUnknown, Ids::IQObjectReader}, iid, static_cast<IQObjectReader*>(this), out);
+        return AnswerFrom({Ids::IUnknown, Older ? Ids::IQObjectReader : Ids::IUnknown}, iid,
+                          static_cast<IQObjectReader*>(this), out);
     }
     TESSEL_NOT_REFCOUNTED
-    HRESULT CreateModule(IUnknown** handle, IQProgram*) override { return *handle = &module, S_OK; }
+    HRESULT CreateModule(IUnknown** handle, IQProgram*) override { return *handle = this, S_OK; }
     HRESULT DestroyModule(IUnknown*) override { return S_OK; }
-    PlainObject module;
-};
-
-// A reader object with no reader face at all.
-struct FacelessReader final : PlatformDriver {
-    IUnknown* Object() override { return &object; }
-    PlainObject object;
 };
 
 template <class Reader> ReaderEntry Entry(const char* name, const char* platform = "")
 {
     return {name, platform, [](IQServiceRegistry* registry) -> std::unique_ptr<PlatformDriver> {
-                if constexpr (std::is_constructible_v<Reader, IQServiceRegistry*>)
-                    return std::make_unique<Reader>(registry);
-                else
-                    return std::make_unique<Reader>();
+                return std::make_unique<Reader>(registry);
             }};
 }
 
@@ -75,7 +67,7 @@ protected:
 
     PlatformTable table{{},
                         {Entry<ElfReader>("elf"), Entry<ElfReader>("pdelf", "pdsim"),
-                         Entry<OlderReader>("old"), Entry<FacelessReader>("faceless")}};
+                         Entry<OtherReader<true>>("old"), Entry<OtherReader<false>>("faceless")}};
     DriverFactory factory{table};
     CallLog log;
     RecordingRegistry registry{log};
@@ -206,13 +198,9 @@ TEST_F(ProgramRig, FaceOfTheProgramAndWhatACopyTakes)
           Case{"b.elf", "elf", std::nullopt, false}})
         EXPECT_EQ(debugOnly.Matches(c.name, c.format, c.offset), c.matches) << c.name << " " << c.format;
 
-    IQProgram3* face = nullptr;
-    for (const Guid& id : {Ids::IQProgram, Ids::IQProgram2, Ids::IQProgram3}) {
-        void* out = nullptr;
-        ASSERT_EQ(debugOnly.QueryInterface(id, &out), S_OK);
-        face = static_cast<IQProgram3*>(out);
-        EXPECT_EQ(face, &debugOnly);
-    }
+    for (const Guid& id : {Ids::IQProgram, Ids::IQProgram2, Ids::IQProgram3})
+        EXPECT_EQ(QueryAs<IQProgram3>(&debugOnly, id), &debugOnly);
+    IQProgram3* face = &debugOnly;
     EXPECT_EQ(face->SetVerify(VARIANT_TRUE), S_OK);
     EXPECT_EQ(face->IsVerifyOff(), S_FALSE);
     EXPECT_EQ(face->AddArea(0x20, 0x10), E_INVALIDARG);
