@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <string>
 
+#include "boundary/Flags.h"
 #include "boundary/TargetAddress.h"
 #include "boundary/Unknown.h"
 
@@ -18,6 +19,7 @@ inline constexpr Guid IQDebugInfo = "{EC4C10B6-F454-416E-8E7A-4924A559AB53}"_gui
 inline constexpr Guid IQLineTable = "{DD809377-8379-47B4-B9A9-1B9F2ECD987B}"_guid;
 inline constexpr Guid IQModuleVariables = "{80B94A20-1317-11D5-BC4E-006097BC78CC}"_guid;
 inline constexpr Guid IQProgram = "{40FED9CC-73A0-4AC1-8449-DB540F0DC77C}"_guid;
+inline constexpr Guid IQProgram2 = "{66303D42-F2D1-4C07-A47B-8F94859B05FB}"_guid;
 inline constexpr Guid IQProgram3 = "{4947CBAB-E6F4-47D5-ACAD-2029ADE6713B}"_guid;
 inline constexpr Guid IQTC = "{4F3042EB-AC56-43C9-8233-727457F2E7BA}"_guid;
 inline constexpr Guid IQTCP = "{1CF8C010-3668-4AA9-ABC0-4F74A98FB901}"_guid;
@@ -37,6 +39,18 @@ struct IQProgram : IUnknown {
     virtual HRESULT AddArea(TargetAddress start, TargetAddress end) = 0;                   // 8
     virtual HRESULT GetAreaCount(uint32_t& count) = 0;                                     // 9
     virtual HRESULT GetArea(uint32_t index, TargetAddress& start, TargetAddress& end) = 0; // 10
+};
+
+struct IQProgram2 : IQProgram {
+    // The file name as stored, placeholders unexpanded.
+    virtual HRESULT GetRawFileName(std::string& name) = 0; // 11
+    // S_OK when the download does not verify, S_FALSE when it does.
+    virtual HRESULT IsVerifyOff() = 0;               // 12
+    virtual HRESULT SetVerify(VariantBool flag) = 0; // 13
+};
+
+struct IQProgram3 : IQProgram2 {
+    virtual HRESULT GetAccessSize(int32_t& size) = 0; // 14
 };
 
 // Status of a task: 0 running, 1 cancelled, 2 done, 3 failed.
@@ -61,6 +75,12 @@ struct IQTCPObject : IQTCP {
 
 // The reader object the factory gives: it makes one module handle per program.
 struct IQObjectReader2 : IUnknown {
+    virtual HRESULT CreateModule(IUnknown** handle, IQProgram* program) = 0; // 3
+    virtual HRESULT DestroyModule(IUnknown* handle) = 0;                     // 4
+};
+
+// The older generation of the same, still offered by older readers.
+struct IQObjectReader : IUnknown {
     virtual HRESULT CreateModule(IUnknown** handle, IQProgram* program) = 0; // 3
     virtual HRESULT DestroyModule(IUnknown* handle) = 0;                     // 4
 };
