@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 
 #include "boundary/Ids.h"
 #include "component/frame/StringTable.h"
@@ -18,11 +19,14 @@ constexpr const char* CancelText = "Show message when cancelling directory brows
 constexpr const char* SearchText = "Show Dialog to search on OK for directory browse dialog";
 constexpr const char* NotLocatedNote = "Please note, one or more files were not located.";
 
+using NameSet = std::set<std::string, FileManagerSearch::NoCaseLess>;
+
 std::vector<std::string> Unique(const std::vector<std::string>& names)
 {
+    NameSet seen;
     std::vector<std::string> out;
     for (const auto& name : names)
-        if (std::none_of(out.begin(), out.end(), [&](const std::string& n) { return Same(n, name); }))
+        if (seen.insert(name).second)
             out.push_back(name);
     return out;
 }
@@ -31,9 +35,10 @@ std::vector<std::string> Unique(const std::vector<std::string>& names)
 std::vector<std::string> Namings(const std::vector<std::string>& named,
                                  const std::vector<std::string>& pending)
 {
+    NameSet open(pending.begin(), pending.end());
     std::vector<std::string> out;
     for (const auto& name : named)
-        if (std::any_of(pending.begin(), pending.end(), [&](const std::string& p) { return Same(p, name); }))
+        if (open.count(name) != 0)
             out.push_back(name);
     return out;
 }
@@ -154,10 +159,9 @@ void CDownloadModuleFileManager::ReadList(const Scan& scan)
             FirstScan(scan);
             return;
         }
-        auto where = listed.SearchDirectories;
         listed.FileStates.clear();
         listed.DuplicateCounts.clear();
-        NoteMissing(Locate(listed, scan, where).missing);
+        NoteMissing(Locate(listed, scan, listed.SearchDirectories).missing);
         Store(scan, listed);
     }
     CDownloadModuleData& data = data_[scan.project] = std::move(listed);
@@ -180,8 +184,8 @@ void CDownloadModuleFileManager::Rescan(const Scan& scan, CDownloadModuleData& d
     EnterModuleFiles(scan.project, data, scan.modulePath, located.found);
 }
 
-CDownloadModuleFileManager::Located
-CDownloadModuleFileManager::Locate(CDownloadModuleData& data, const Scan& scan, const Directories& where)
+CDownloadModuleFileManager::Located CDownloadModuleFileManager::Locate(CDownloadModuleData& data,
+                                                                       const Scan& scan, Directories where)
 {
     auto named = owner_.ModuleSourceFiles(scan.moduleIndex);
     auto pending = Unique(named);

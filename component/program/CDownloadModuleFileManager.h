@@ -63,8 +63,9 @@ private:
     void FirstScan(const Scan& scan);
     void ReadList(const Scan& scan);
     void Rescan(const Scan& scan, CDownloadModuleData& data, bool forced);
-    // Searches the module's source files in the directories, in their order.
-    Located Locate(CDownloadModuleData& data, const Scan& scan, const Directories& where);
+    // Searches the module's source files in the directories, in their order;
+    // a copy, since a search enters its directory in the data.
+    Located Locate(CDownloadModuleData& data, const Scan& scan, Directories where);
     void NoteMissing(bool missing) const;
     void Store(const Scan& scan, CDownloadModuleData& data);
     void EnterModuleFiles(const std::string& project, CDownloadModuleData& data,

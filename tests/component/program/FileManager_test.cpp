@@ -64,20 +64,31 @@ public:
 
 const char* const NotLocatedNote = "Please note, one or more files were not located.";
 
-// A session's file manager over the workbench's real project service and a temporary folder.
+void SetTime(const std::string& path, time_t seconds)
+{
+    const timespec times[2] = {{seconds, 0}, {seconds, 0}};
+    utimensat(AT_FDCWD, path.c_str(), times, 0);
+}
+
+// A session's file manager over the workbench's real project service and a
+// temporary folder that holds the module "mod/app.elf".
 struct Rig {
     Rig()
     {
         prompts.enabled = false;
         registry.Provide(Ids::UserPromptTable, static_cast<IQUserPromptTable*>(&prompts));
         registry.Provide(Ids::ProjectFileService, static_cast<IQProjectFileService*>(&files));
+        owner.modulePath = module;
         Start();
     }
-    void Start()
+    // A new session: what it knows comes from the list beside the module.
+    void Start(VariantBool reply = VARIANT_TRUE)
     {
         manager.reset();
         manager.emplace(owner, &registry);
         manager->SetDebugOnlyProjects({"Other", "Demo"});
+        owner.box = RecordingMessageBox{};
+        owner.box.reply = reply;
     }
     std::string Make(const std::string& relative) const
     {
@@ -85,9 +96,15 @@ struct Rig {
         return folder.WriteFile(relative, relative).string();
     }
     std::string At(const std::string& relative) const { return (folder / relative).string(); }
-    HRESULT Download(const std::string& module, bool forced = false)
+    // The module, built at `seconds`, downloaded with these source names.
+    HRESULT Load(std::vector<std::string> sources, time_t seconds = 1000000, bool forced = false,
+                 const std::string& relative = "mod/app.elf")
     {
-        return manager->OnModuleDownloaded("Demo", At(module), 0, forced);
+        if (!fs::exists(At(relative)))
+            Make(relative);
+        SetTime(At(relative), seconds);
+        owner.sources = std::move(sources);
+        return manager->OnModuleDownloaded("Demo", At(relative), 0, forced);
     }
     std::vector<std::string> ProjectFiles()
     {
@@ -108,6 +125,7 @@ struct Rig {
     std::vector<std::string> Shown() { return owner.box.shown; }
 
     TempFolder folder;
+    std::string module = At("mod/app.elf");
     CallLog log;
     RecordingRegistry registry{log};
     RecordingPromptTable prompts{log};
@@ -115,12 +133,6 @@ struct Rig {
     FakeOwner owner;
     std::optional<CDownloadModuleFileManager> manager;
 };
-
-void SetTime(const std::string& path, time_t seconds)
-{
-    const timespec times[2] = {{seconds, 0}, {seconds, 0}};
-    utimensat(AT_FDCWD, path.c_str(), times, 0);
-}
 
 TEST(FileManager, RegistersItsThreePromptsAndRevokesThem)
 {
@@ -140,35 +152,28 @@ TEST(FileManager, RegistersItsThreePromptsAndRevokesThem)
 
 TEST(FileManager, FirstScanSearchesTheModulesFolderAndItsSubfolders)
 {
-    Rig rig;
-    rig.Make("mod/app.elf");
-    auto main = rig.Make("mod/main.c"), a = rig.Make("mod/a/util.c"), b = rig.Make("mod/b/util.c");
-    auto defs = rig.Make("inc/defs.h"), deep = rig.Make("mod/b/c/deep.c");
-    rig.owner.sources = {"main.c", "util.c", "./util.c", "../inc/defs.h", "/nowhere/abs.c",
-                         "deep.c", "gone.c", "GONE.C",   "main.c"};
-    ASSERT_EQ(rig.Download("mod/app.elf"), S_OK);
+    for (bool browseSwitchedOff : {false, true}) {
+        Rig rig;
+        rig.prompts.enabled = browseSwitchedOff;
+        auto main = rig.Make("mod/main.c"), a = rig.Make("mod/a/util.c"), b = rig.Make("mod/b/util.c");
+        auto defs = rig.Make("inc/defs.h"), deep = rig.Make("mod/b/c/deep.c");
+        ASSERT_EQ(rig.Load({"main.c", "util.c", "./util.c", "../inc/defs.h", "/nowhere/abs.c", "deep.c",
+                            "gone.c", "GONE.C", "main.c"}),
+                  S_OK);
 
-    // "./util.c" means a file of its own, not the one "util.c" took; a name
-    // given twice is one file, and one not found twice counts a duplicate.
-    EXPECT_EQ(rig.States(),
-              (std::map<std::string, int>{
-                  {main, 1}, {a, 1}, {b, 1}, {defs, 1}, {deep, 1}, {"/nowhere/abs.c", 0}, {"gone.c", 0}}));
-    EXPECT_EQ(rig.manager->Data("Demo")->DuplicateCounts,
-              (decltype(CDownloadModuleData::DuplicateCounts){{"gone.c", 1}}));
-    EXPECT_EQ(rig.ProjectFiles(), (std::vector<std::string>{defs, a, deep, b, main}));
-    EXPECT_EQ(rig.Shown(), std::vector<std::string>{NotLocatedNote});
-    EXPECT_TRUE(fs::exists(rig.At("mod/app_files.qdd")));
-}
-
-TEST(FileManager, NothingIsNotedWhenTheBrowseDialogIsSwitchedOff)
-{
-    Rig rig;
-    rig.prompts.enabled = true;
-    rig.Make("mod/app.elf");
-    rig.owner.sources = {"gone.c"};
-    rig.Download("mod/app.elf");
-    EXPECT_TRUE(rig.Shown().empty());
-    EXPECT_EQ(rig.States(), (std::map<std::string, int>{{"gone.c", 0}}));
+        // "./util.c" means a file of its own, not the one "util.c" took; a name
+        // given twice is one file, and one not found twice counts a duplicate.
+        EXPECT_EQ(
+            rig.States(),
+            (std::map<std::string, int>{
+                {main, 1}, {a, 1}, {b, 1}, {defs, 1}, {deep, 1}, {"/nowhere/abs.c", 0}, {"gone.c", 0}}));
+        EXPECT_EQ(rig.manager->Data("Demo")->DuplicateCounts,
+                  (decltype(CDownloadModuleData::DuplicateCounts){{"gone.c", 1}}));
+        EXPECT_EQ(rig.ProjectFiles(), (std::vector<std::string>{defs, a, deep, b, main}));
+        // Where the search dialog would be shown.
+        EXPECT_EQ(rig.Shown().size(), browseSwitchedOff ? 0u : 1u);
+        EXPECT_TRUE(fs::exists(rig.At("mod/app_files.qdd")));
+    }
 }
 
 TEST(FileManager, SearchFindsANameByTheRulesOfItsKind)
@@ -231,16 +236,14 @@ TEST(FileManager, ASourceNameIsMatchedInThreePasses)
 TEST(FileManager, FindSourceFileLooksOnlyAtTheModulesLocatedFiles)
 {
     Rig rig;
-    auto module = rig.Make("mod/app.elf");
     auto a = rig.Make("mod/a/util.c");
     rig.Make("mod/b/util.c");
-    rig.owner.sources = {"a/util.c", "b/util.c", "gone.c"};
     bool ambiguous = false;
-    EXPECT_FALSE(rig.manager->FindSourceFile("util.c", module, ambiguous));
-    rig.Download("mod/app.elf");
-    EXPECT_EQ(rig.manager->FindSourceFile("util.c", module, ambiguous).value_or(""), a);
+    EXPECT_FALSE(rig.manager->FindSourceFile("util.c", rig.module, ambiguous));
+    rig.Load({"a/util.c", "b/util.c", "gone.c"});
+    EXPECT_EQ(rig.manager->FindSourceFile("util.c", rig.module, ambiguous).value_or(""), a);
     EXPECT_TRUE(ambiguous);
-    EXPECT_FALSE(rig.manager->FindSourceFile("gone.c", module, ambiguous));
+    EXPECT_FALSE(rig.manager->FindSourceFile("gone.c", rig.module, ambiguous));
     EXPECT_FALSE(rig.manager->FindSourceFile("util.c", rig.At("mod/other.elf"), ambiguous));
 }
 
@@ -249,19 +252,12 @@ TEST(FileManager, AMovedModuleAsksOnceAndTakesTheNewPlaceOnlyOnYes)
     for (VariantBool reply : {VARIANT_FALSE, VARIANT_TRUE}) {
         SCOPED_TRACE(reply);
         Rig rig;
-        auto oldModule = rig.Make("old/app.elf");
         auto oldMain = rig.Make("old/src/main.c");
-        SetTime(oldModule, 1000000);
-        rig.owner.sources = {"src/main.c", "gone.c"};
-        rig.Download("old/app.elf");
-
+        rig.Load({"src/main.c", "gone.c"}, 1000000, false, "old/app.elf");
         fs::copy(rig.At("old"), rig.At("new"), fs::copy_options::recursive);
-        SetTime(rig.At("new/app.elf"), 1000000);
-        rig.Start(); // a new session finds the list beside the module
-        rig.owner.box = RecordingMessageBox{};
-        rig.owner.box.reply = reply;
-        ASSERT_EQ(rig.Download("new/app.elf"), S_OK);
 
+        rig.Start(reply);
+        ASSERT_EQ(rig.Load({"src/main.c", "gone.c"}, 1000000, false, "new/app.elf"), S_OK);
         EXPECT_EQ(rig.Shown(),
                   std::vector<std::string>{"Module " + rig.At("new/app.elf") +
                                            " has been moved.\nWould you like the module file paths "
@@ -271,10 +267,8 @@ TEST(FileManager, AMovedModuleAsksOnceAndTakesTheNewPlaceOnlyOnYes)
         EXPECT_EQ(rig.owner.sourceCalls, 1);
 
         // What was answered is what the next session reads, without asking when it was yes.
-        rig.Start();
-        rig.owner.box = RecordingMessageBox{};
-        rig.owner.box.reply = VARIANT_FALSE;
-        rig.Download("new/app.elf");
+        rig.Start(VARIANT_FALSE);
+        rig.Load({}, 1000000, false, "new/app.elf");
         EXPECT_EQ(rig.Shown().size(), reply ? 0u : 1u);
         EXPECT_EQ(rig.States(), (std::map<std::string, int>{{main, 1}, {"gone.c", 0}}));
     }
@@ -283,16 +277,10 @@ TEST(FileManager, AMovedModuleAsksOnceAndTakesTheNewPlaceOnlyOnYes)
 TEST(FileManager, AListOfAnotherTimeIsSearchedAgainWhereItSays)
 {
     Rig rig;
-    auto module = rig.Make("mod/app.elf");
-    SetTime(module, 1000000);
-    rig.owner.sources = {"main.c"};
-    rig.Download("mod/app.elf");
-    auto main = rig.Make("mod/lib/main.c");
-    auto added = rig.Make("mod/lib/added.c");
-    SetTime(module, 2000000);
-    rig.owner.sources = {"main.c", "added.c"};
+    rig.Load({"main.c"});
+    auto main = rig.Make("mod/lib/main.c"), added = rig.Make("mod/lib/added.c");
     rig.Start();
-    rig.Download("mod/app.elf");
+    rig.Load({"main.c", "added.c"}, 2000000);
     EXPECT_EQ(rig.States(), (std::map<std::string, int>{{added, 1}, {main, 1}}));
     EXPECT_EQ(rig.ProjectFiles(), (std::vector<std::string>{added, main}));
 }
@@ -300,41 +288,25 @@ TEST(FileManager, AListOfAnotherTimeIsSearchedAgainWhereItSays)
 TEST(FileManager, AChangedModuleIsScannedAgainAndAnUnchangedOneOnlyReentered)
 {
     Rig rig;
-    auto module = rig.Make("mod/app.elf");
     auto main = rig.Make("mod/main.c");
-    SetTime(module, 1000000);
-    rig.owner.sources = {"main.c"};
-    rig.Download("mod/app.elf");
-
-    rig.Download("mod/app.elf");
+    rig.Load({"main.c"});
+    rig.Load({"main.c"});
     EXPECT_EQ(rig.owner.sourceCalls, 1);
-    rig.manager->ForgetModule("Demo", module);
+    rig.manager->ForgetModule("Demo", rig.module);
     EXPECT_TRUE(rig.ProjectFiles().empty());
-    rig.Download("mod/app.elf");
+    rig.Load({"main.c"});
     EXPECT_EQ(rig.owner.sourceCalls, 1);
     EXPECT_EQ(rig.ProjectFiles(), std::vector<std::string>{main});
 
     auto extra = rig.Make("mod/sub/extra.c");
-    SetTime(module, 2000000);
-    rig.owner.sources = {"main.c", "extra.c"};
-    rig.Download("mod/app.elf");
+    rig.Load({"main.c", "extra.c"}, 2000000);
     EXPECT_EQ(rig.owner.sourceCalls, 2);
     EXPECT_EQ(rig.ProjectFiles(), (std::vector<std::string>{main, extra}));
-    EXPECT_EQ(rig.manager->Data("Demo")->ModuleTime, CFileTime::OfFile(module, nullptr));
-}
+    EXPECT_EQ(rig.manager->Data("Demo")->ModuleTime, CFileTime::OfFile(rig.module, nullptr));
 
-TEST(FileManager, AForcedRescanSearchesTheSearchedFoldersAndNotesWhatIsMissing)
-{
-    Rig rig;
-    auto module = rig.Make("mod/app.elf");
-    rig.Make("mod/main.c");
-    SetTime(module, 1000000);
-    rig.owner.sources = {"main.c"};
-    rig.Download("mod/app.elf");
-    SetTime(module, 2000000);
-    rig.owner.sources = {"main.c", "gone.c"};
-    rig.Download("mod/app.elf", true);
-    EXPECT_EQ(rig.States(), (std::map<std::string, int>{{rig.At("mod/main.c"), 1}, {"gone.c", 0}}));
+    // Forced: searched where the data searched before, and what is missing noted.
+    rig.Load({"main.c", "gone.c"}, 3000000, true);
+    EXPECT_EQ(rig.States(), (std::map<std::string, int>{{main, 1}, {"gone.c", 0}}));
     EXPECT_EQ(rig.Shown(), std::vector<std::string>{NotLocatedNote});
 }
 
@@ -342,18 +314,17 @@ TEST(FileManager, AMissingModuleCountsAsChangedAndIsReported)
 {
     Rig rig;
     rig.owner.sources = {"main.c"};
-    rig.Download("mod/app.elf");
-    rig.Download("mod/app.elf");
+    rig.manager->OnModuleDownloaded("Demo", rig.module, 0, false);
+    rig.manager->OnModuleDownloaded("Demo", rig.module, 0, false);
     EXPECT_EQ(rig.owner.sourceCalls, 2);
     ASSERT_EQ(rig.owner.debug.size(), 2u);
-    EXPECT_EQ(rig.owner.debug[0],
-              "Cannot access file " + rig.At("mod/app.elf") + ",No such file or directory\n");
+    EXPECT_EQ(rig.owner.debug[0], "Cannot access file " + rig.module + ",No such file or directory\n");
 }
 
 TEST(FileManager, AProjectThatIsntDebugOnlyIsLeftAlone)
 {
     Rig rig;
-    auto module = rig.Make("mod/app.elf");
+    rig.Make("mod/app.elf");
     rig.Make("mod/main.c");
     rig.owner.sources = {"main.c"};
     FakeChooser chooser;
@@ -361,12 +332,12 @@ TEST(FileManager, AProjectThatIsntDebugOnlyIsLeftAlone)
     auto& m = *rig.manager;
     std::string path;
     std::vector<std::string> paths;
-    EXPECT_EQ(m.OnModuleDownloaded("Built", module, 0, true), S_FALSE);
+    EXPECT_EQ(m.OnModuleDownloaded("Built", rig.module, 0, true), S_FALSE);
     EXPECT_EQ(m.AddDownloadFile("Built", "main.c", path), S_FALSE);
     EXPECT_EQ(m.AddDownloadFiles("Built", {"main.c"}, paths), S_FALSE);
     EXPECT_EQ(m.RelocateModuleFiles("Built", 0), S_FALSE);
     m.SetDebugOnlyProjects({});
-    EXPECT_EQ(rig.Download("mod/app.elf"), S_FALSE);
+    EXPECT_EQ(m.OnModuleDownloaded("Demo", rig.module, 0, true), S_FALSE);
     EXPECT_EQ(m.Data("Built"), nullptr);
     EXPECT_EQ(m.Data("Demo"), nullptr);
     EXPECT_EQ(rig.owner.sourceCalls, 0);
@@ -377,12 +348,9 @@ TEST(FileManager, AProjectThatIsntDebugOnlyIsLeftAlone)
 TEST(FileManager, AFileIsLocatedByHandThroughTheChooser)
 {
     Rig rig;
-    auto module = rig.Make("mod/app.elf");
     auto main = rig.Make("mod/main.c");
     auto moved = rig.Make("elsewhere/util.c");
-    rig.owner.sources = {"main.c", "util.c"};
-    rig.owner.modulePath = module;
-    rig.Download("mod/app.elf");
+    rig.Load({"main.c", "util.c"});
     rig.owner.box.shown.clear();
     std::string path;
     std::vector<std::string> paths;
@@ -424,11 +392,8 @@ TEST(FileManager, AFileIsLocatedByHandThroughTheChooser)
 TEST(FileManager, RelocatingAModuleSearchesTheChosenFolderForAllItsFiles)
 {
     Rig rig;
-    auto module = rig.Make("mod/app.elf");
     rig.Make("mod/src/main.c");
-    rig.owner.sources = {"src/main.c", "/build/gone.c"};
-    rig.owner.modulePath = module;
-    rig.Download("mod/app.elf");
+    rig.Load({"src/main.c", "/build/gone.c"});
     auto main = rig.Make("copy/deep/main.c"), gone = rig.Make("copy/gone.c");
     FakeChooser chooser;
     chooser.answer = rig.At("copy");
@@ -439,25 +404,23 @@ TEST(FileManager, RelocatingAModuleSearchesTheChosenFolderForAllItsFiles)
     EXPECT_EQ(rig.States(), (std::map<std::string, int>{{main, 1}, {gone, 1}}));
     EXPECT_EQ(rig.ProjectFiles(), (std::vector<std::string>{main, gone}));
     bool ambiguous = false;
-    EXPECT_EQ(rig.manager->FindSourceFile("gone.c", module, ambiguous).value_or(""), gone);
+    EXPECT_EQ(rig.manager->FindSourceFile("gone.c", rig.module, ambiguous).value_or(""), gone);
 }
 
 TEST(FileManager, FilesAreAddedToAndRemovedFromAModule)
 {
     Rig rig;
-    auto module = rig.Make("mod/app.elf");
     auto main = rig.Make("mod/main.c");
     auto extra = rig.Make("other/extra.c");
-    rig.owner.sources = {"main.c"};
-    EXPECT_EQ(rig.manager->AddFileToModule(module, extra), E_FAIL);
-    rig.Download("mod/app.elf");
-    EXPECT_EQ(rig.manager->AddFileToModule(module, extra), S_OK);
+    EXPECT_EQ(rig.manager->AddFileToModule(rig.module, extra), E_FAIL);
+    rig.Load({"main.c"});
+    EXPECT_EQ(rig.manager->AddFileToModule(rig.module, extra), S_OK);
     EXPECT_EQ(rig.ProjectFiles(), (std::vector<std::string>{main, extra}));
-    EXPECT_EQ(rig.manager->RemoveFileFromModule(module, main), S_OK);
-    EXPECT_EQ(rig.manager->RemoveFileFromModule(module, main), E_FAIL);
+    EXPECT_EQ(rig.manager->RemoveFileFromModule(rig.module, main), S_OK);
+    EXPECT_EQ(rig.manager->RemoveFileFromModule(rig.module, main), E_FAIL);
     EXPECT_EQ(rig.ProjectFiles(), std::vector<std::string>{extra});
     bool ambiguous = false;
-    EXPECT_EQ(rig.manager->FindSourceFile("extra.c", module, ambiguous).value_or(""), extra);
+    EXPECT_EQ(rig.manager->FindSourceFile("extra.c", rig.module, ambiguous).value_or(""), extra);
 
     rig.manager->ClearAll();
     EXPECT_EQ(rig.manager->Data("Demo"), nullptr);
