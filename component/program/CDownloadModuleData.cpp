@@ -24,20 +24,11 @@ void CDownloadModuleData::SetActive(const std::string& modulePath, bool active)
         ActiveModules.push_back(modulePath);
 }
 
-std::vector<std::string> CDownloadModuleData::Located() const
+std::vector<std::string> CDownloadModuleData::WithState(int state) const
 {
     std::vector<std::string> out;
-    for (const auto& [path, state] : FileStates)
-        if (state == 1)
-            out.push_back(path);
-    return out;
-}
-
-std::vector<std::string> CDownloadModuleData::NotLocated() const
-{
-    std::vector<std::string> out;
-    for (const auto& [path, state] : FileStates)
-        if (state == 0)
+    for (const auto& [path, value] : FileStates)
+        if (value == state)
             out.push_back(path);
     return out;
 }

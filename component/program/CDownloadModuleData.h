@@ -30,8 +30,8 @@ public:
     bool IsLocated(const std::string& path) const;
     bool IsActive(const std::string& modulePath) const;
     void SetActive(const std::string& modulePath, bool active);
-    std::vector<std::string> Located() const;
-    std::vector<std::string> NotLocated() const;
+    std::vector<std::string> Located() const { return WithState(1); }
+    std::vector<std::string> NotLocated() const { return WithState(0); }
 
     // Searches the pending names, in their order, in a directory; the names
     // found leave `pending` and their paths are located. Gives the paths found.
@@ -42,4 +42,7 @@ public:
     void MarkNotLocated(const std::vector<std::string>& names);
     // Takes a located path back, so that a search can find it again.
     void Unlocate(const std::string& path);
+
+private:
+    std::vector<std::string> WithState(int state) const;
 };
