@@ -1,5 +1,6 @@
 // Locating files by hand: the person names the file or directory through the chooser.
 #include <algorithm>
+#include <filesystem>
 
 #include "component/frame/StringTable.h"
 #include "component/program/CDownloadModuleFileManager.h"
@@ -62,6 +63,11 @@ HRESULT CDownloadModuleFileManager::AddDownloadFiles(const std::string& project,
 HRESULT CDownloadModuleFileManager::LocateByHand(const std::string& project, CDownloadModuleData& data,
                                                  const std::string& wanted, std::string& newPath, bool tell)
 {
+    if (data.FileStates.count(wanted) == 0) {
+        if (tell)
+            owner_.ShowMessage(FormatText("%s is not a file of this project.", wanted.c_str()));
+        return E_INVALIDARG;
+    }
     std::string name = FileManagerSearch::FileName(wanted);
     auto chosen =
         chooser_->ChooseFile("Please select new location of file",
@@ -69,6 +75,12 @@ HRESULT CDownloadModuleFileManager::LocateByHand(const std::string& project, CDo
     if (!chosen || chosen->empty())
         return E_FAIL;
     std::string path = PathUtil::Normalise(*chosen);
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path, ec)) {
+        if (tell)
+            owner_.ShowMessage(FormatText("The file %s can not be found.", path.c_str()));
+        return E_FAIL;
+    }
     data.LastDirectory = PathUtil::DirectoryOf(path);
     if (data.IsLocated(path) && !Same(path, wanted)) {
         if (tell)
@@ -120,6 +132,11 @@ HRESULT CDownloadModuleFileManager::RelocateModuleFiles(const std::string& proje
     if (!chosen || chosen->empty())
         return E_FAIL;
     std::string directory = PathUtil::Normalise(*chosen);
+    std::error_code ec;
+    if (!std::filesystem::is_directory(directory, ec)) {
+        owner_.ShowMessage(FormatText("The directory %s can not be found.", directory.c_str()));
+        return E_FAIL;
+    }
     CDownloadModuleData& data = found->second;
     auto taken = [&](const std::string& path) { return data.IsLocated(path); };
     // A located file is looked for by its file name; so is a name that was

@@ -369,6 +369,11 @@ TEST(FileManager, AFileIsLocatedByHandThroughTheChooser)
     EXPECT_EQ(rig.manager->AddDownloadFile("Demo", "util.c", path), E_FAIL);
     EXPECT_EQ(rig.Shown(), std::vector<std::string>{"This file can not be located to " + main +
                                                     ", this file already exists in this project."});
+    chooser.answer = rig.At("elsewhere/none.c");
+    EXPECT_EQ(rig.manager->AddDownloadFile("Demo", "util.c", path), E_FAIL);
+    EXPECT_EQ(rig.manager->AddDownloadFile("Demo", "other.c", path), E_INVALIDARG);
+    EXPECT_EQ(rig.Shown().size(), 3u);
+    EXPECT_EQ(rig.States(), (std::map<std::string, int>{{main, 1}, {"util.c", 0}}));
     chooser.answer = moved;
     EXPECT_EQ(rig.manager->AddDownloadFile("Demo", "util.c", path), S_OK);
     EXPECT_EQ(path, moved);
@@ -396,11 +401,13 @@ TEST(FileManager, RelocatingAModuleSearchesTheChosenFolderForAllItsFiles)
     rig.Load({"src/main.c", "/build/gone.c"});
     auto main = rig.Make("copy/deep/main.c"), gone = rig.Make("copy/gone.c");
     FakeChooser chooser;
-    chooser.answer = rig.At("copy");
+    chooser.answer = rig.At("nowhere");
     rig.manager->SetChooser(&chooser);
+    EXPECT_EQ(rig.manager->RelocateModuleFiles("Demo", 0), E_FAIL);
+    EXPECT_EQ(rig.Shown().back(), "The directory " + rig.At("nowhere") + " can not be found.");
+    chooser.answer = rig.At("copy");
     ASSERT_EQ(rig.manager->RelocateModuleFiles("Demo", 0), S_OK);
-    EXPECT_EQ(chooser.asked,
-              std::vector<std::string>{"Please select new location of module files MRU_WORKSPACES"});
+    EXPECT_EQ(chooser.asked.back(), "Please select new location of module files MRU_WORKSPACES");
     EXPECT_EQ(rig.States(), (std::map<std::string, int>{{main, 1}, {gone, 1}}));
     EXPECT_EQ(rig.ProjectFiles(), (std::vector<std::string>{main, gone}));
     bool ambiguous = false;
