@@ -88,6 +88,7 @@ inline constexpr Guid IQSessionData = "{4F5DB7F5-2214-4673-A559-91C67ABDFDDE}"_g
 inline constexpr Guid IQTargetRegistry = "{2E26763E-6CD2-4E4E-8DFA-D3DD21509CD6}"_guid;
 inline constexpr Guid IQWorkspaceInfo = "{A538CBA2-D5B7-11D4-BE81-00C04F794B59}"_guid;
 inline constexpr Guid CustomPlaceholders = "{8403CE5C-6C18-4EF5-89DB-F9E6205C0A3A}"_guid;
+inline constexpr Guid ProjectFileService = "{E6D8CCD8-6966-4AF4-A2FF-B2ABD002AE15}"_guid;
 inline constexpr Guid UserPromptTable = "{6080BCB2-BBFD-4E9C-BE8D-8AC4F6A6ABA6}"_guid;
 inline constexpr Guid IQCommandRecorder = "{F0FC2120-D4A5-4A2D-AC02-B56864625CEA}"_guid;
 inline constexpr Guid CommandLineService = "{A27DD118-38A0-11D5-80CC-00C04F68EAD7}"_guid;

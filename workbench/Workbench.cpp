@@ -18,6 +18,7 @@ Workbench::Workbench(std::ostream& out, std::istream* in, bool interactive, Mess
     registry_.RegisterService(Ids::PostMessageService, static_cast<IQPostMessageService*>(&posts_));
     registry_.RegisterService(Ids::MessageBoxService, static_cast<IQMessageBox*>(&messages_));
     registry_.RegisterService(Ids::CommandHelpService, static_cast<IQCommandHelpService*>(&help_));
+    registry_.RegisterService(Ids::ProjectFileService, static_cast<IQProjectFileService*>(&projectFiles_));
     registry_.RegisterService(Ids::OutputWindow, static_cast<IQOutputWindow*>(&output_));
     registry_.RegisterService(Ids::IQEvaluatorHost, static_cast<IQEvaluatorHost*>(&evaluators_));
     registry_.RegisterService(Ids::FileMonitor, static_cast<IQFileMonitor*>(&files_));

@@ -12,6 +12,7 @@
 #include "workbench/MessageLoop.h"
 #include "workbench/OutputWindow.h"
 #include "workbench/PostMessageService.h"
+#include "workbench/ProjectFileService.h"
 #include "workbench/RecentListService.h"
 #include "workbench/ServiceRegistry.h"
 #include "workbench/UserPromptTableService.h"
@@ -52,6 +53,7 @@ private:
     CommandRecorder recorder_;
     PostMessageService posts_;
     CommandHelpService help_;
+    ProjectFileService projectFiles_;
     OutputWindow output_;
     EvaluatorHost evaluators_;
     FileMonitorService files_;
