@@ -102,7 +102,6 @@ public:
     void SetAutoDownload(int32_t flag) { autoDownload_ = flag; }
     void SetRawFileName(std::string name) { fileName_ = std::move(name); }
     void SetLoaded(bool loaded) { loaded_ = loaded; }
-    const ProgramContext& Context() const { return context_; }
 
 private:
     CQProgram(const CDownloadModule& module, int32_t loadMode, ProgramContext context, ProgramOwner& owner,

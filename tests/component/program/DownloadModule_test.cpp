@@ -11,8 +11,8 @@ namespace
 
 using Modules = std::vector<CDownloadModule>;
 
-CDownloadModule Module(const std::string& file, uint32_t offset = 0, const std::string& format = "elf",
-                       int32_t accessSize = 1)
+CDownloadModule Download(const std::string& file, uint32_t offset = 0, const std::string& format = "elf",
+                         int32_t accessSize = 1)
 {
     return CDownloadModule(file, offset, format, 0, 0, accessSize, 0);
 }
@@ -27,20 +27,20 @@ CDownloadModule WithFlags(CDownloadModule m, int32_t debugOnly, int32_t verify, 
 
 TEST(DownloadModuleKey, OneModuleUnlessFileOffsetFormatOrAccessSizeDiffer)
 {
-    EXPECT_EQ(Module("a.elf", 0x10, "Elf", 4).Key(), "a.elf16Elf4");
-    EXPECT_EQ(Module("a.elf", 0xFFFFFFFF).Key(), "a.elf-1elf1");
+    EXPECT_EQ(Download("a.elf", 0x10, "Elf", 4).Key(), "a.elf16Elf4");
+    EXPECT_EQ(Download("a.elf", 0xFFFFFFFF).Key(), "a.elf-1elf1");
     struct Case {
         CDownloadModule second;
         bool same;
     };
-    const CDownloadModule first = Module("prog1", 6);
+    const CDownloadModule first = Download("prog1", 6);
     for (const auto& [second, same] : {
-             Case{Module("PROG1", 6, "ELF"), true},
-             Case{Module("prog", 16), true}, // no separators: the digit moves into the offset
+             Case{Download("PROG1", 6, "ELF"), true},
+             Case{Download("prog", 16), true}, // no separators: the digit moves into the offset
              Case{WithFlags(first, 1, 1, 1), true},
-             Case{Module("prog1", 7), false},
-             Case{Module("prog1", 6, "srec"), false},
-             Case{Module("prog1", 6, "elf", 2), false},
+             Case{Download("prog1", 7), false},
+             Case{Download("prog1", 6, "srec"), false},
+             Case{Download("prog1", 6, "elf", 2), false},
          }) {
         ModuleKeyMap map;
         EXPECT_EQ(MakeModuleKeyMap({first, second}, map), same) << second.Key();
@@ -116,7 +116,7 @@ TEST(ModuleVariant, AnythingButSevenStringsAModuleReadsAsNoModulesAndNonNumbersA
     numberInside.Elements()[1] = Variant::UInt(16);
     for (const Variant& bad :
          {Variant(), Variant::String("a.elf"), Variant::Array(VT_ARRAY_UINT), strings(eight), numberInside}) {
-        Modules read{Module("left over")};
+        Modules read{Download("left over")};
         ReadModuleList(bad, read);
         EXPECT_TRUE(read.empty()) << bad.Type() << " " << bad.Elements().size();
     }
@@ -131,21 +131,21 @@ TEST(ModuleEditCheck, SameKeyIsItselfAnotherModulesExpandedKeyIsRefused)
         const size_t at = text.find("$(PD)");
         return at == std::string::npos ? text : text.replace(at, 5, "/proj");
     };
-    const CDownloadModule opened = Module("/proj/a.elf");
-    const Modules list{opened, Module("/proj/b.elf"), Module("c.elf", 0x100)};
+    const CDownloadModule opened = Download("/proj/a.elf");
+    const Modules list{opened, Download("/proj/b.elf"), Download("c.elf", 0x100)};
     struct Case {
         CDownloadModule edited;
         const Modules* list;
         ModuleEdit expected;
     };
     for (const auto& c : {
-             Case{Module("/proj/b.elf"), nullptr, ModuleEdit::Accepted},
-             Case{Module("/PROJ/A.ELF"), &list, ModuleEdit::Cancelled},
-             Case{Module("$(PD)/a.elf"), &list, ModuleEdit::Cancelled},
+             Case{Download("/proj/b.elf"), nullptr, ModuleEdit::Accepted},
+             Case{Download("/PROJ/A.ELF"), &list, ModuleEdit::Cancelled},
+             Case{Download("$(PD)/a.elf"), &list, ModuleEdit::Cancelled},
              Case{WithFlags(opened, 0, 1, 0), &list, ModuleEdit::Accepted},
-             Case{Module("$(PD)/B.elf"), &list, ModuleEdit::AlreadyExists},
-             Case{Module("c.elf", 0x100), &list, ModuleEdit::AlreadyExists},
-             Case{Module("c.elf", 0x200), &list, ModuleEdit::Accepted},
+             Case{Download("$(PD)/B.elf"), &list, ModuleEdit::AlreadyExists},
+             Case{Download("c.elf", 0x100), &list, ModuleEdit::AlreadyExists},
+             Case{Download("c.elf", 0x200), &list, ModuleEdit::Accepted},
          })
         EXPECT_EQ(CheckModuleEdit(c.edited, opened, c.list, expand), c.expected) << c.edited.Key();
 }

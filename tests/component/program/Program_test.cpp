@@ -47,7 +47,7 @@ template <bool Older> struct OtherReader final : PlatformDriver, IQObjectReader 
     HRESULT DestroyModule(IUnknown*) override { return S_OK; }
 };
 
-template <class Reader> ReaderEntry Entry(const char* name, const char* platform = "")
+template <class Reader> ReaderEntry ReaderEntryOf(const char* name, const char* platform = "")
 {
     return {name, platform, [](IQServiceRegistry* registry) -> std::unique_ptr<PlatformDriver> {
                 return std::make_unique<Reader>(registry);
@@ -66,8 +66,9 @@ protected:
     }
 
     PlatformTable table{{},
-                        {Entry<ElfReader>("elf"), Entry<ElfReader>("pdelf", "pdsim"),
-                         Entry<OtherReader<true>>("old"), Entry<OtherReader<false>>("faceless")}};
+                        {ReaderEntryOf<ElfReader>("elf"), ReaderEntryOf<ElfReader>("pdelf", "pdsim"),
+                         ReaderEntryOf<OtherReader<true>>("old"),
+                         ReaderEntryOf<OtherReader<false>>("faceless")}};
     DriverFactory factory{table};
     CallLog log;
     RecordingRegistry registry{log};
