@@ -400,6 +400,10 @@ TEST(FileManager, RelocatingAModuleSearchesTheChosenFolderForAllItsFiles)
     rig.Make("mod/src/main.c");
     rig.Load({"src/main.c", "/build/gone.c"});
     auto main = rig.Make("copy/deep/main.c"), gone = rig.Make("copy/gone.c");
+    // Another module of the project, taken out of it before, stays out.
+    auto other = rig.At("lib/other.elf");
+    rig.Load({}, 5000000, false, "lib/other.elf");
+    rig.manager->ForgetModule("Demo", other);
     FakeChooser chooser;
     chooser.answer = rig.At("nowhere");
     rig.manager->SetChooser(&chooser);
@@ -410,6 +414,7 @@ TEST(FileManager, RelocatingAModuleSearchesTheChosenFolderForAllItsFiles)
     EXPECT_EQ(chooser.asked.back(), "Please select new location of module files MRU_WORKSPACES");
     EXPECT_EQ(rig.States(), (std::map<std::string, int>{{main, 1}, {gone, 1}}));
     EXPECT_EQ(rig.ProjectFiles(), (std::vector<std::string>{main, gone}));
+    EXPECT_FALSE(rig.manager->Data("Demo")->IsActive(other));
     bool ambiguous = false;
     EXPECT_EQ(rig.manager->FindSourceFile("gone.c", rig.module, ambiguous).value_or(""), gone);
 }
