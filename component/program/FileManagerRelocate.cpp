@@ -166,6 +166,9 @@ HRESULT CDownloadModuleFileManager::RelocateModuleFiles(const std::string& proje
     std::string modulePath = owner_.ExpandedModulePath(moduleIndex);
     data.ModuleFiles[modulePath];
     for (auto& [module, ids] : data.ModuleFiles) {
+        // A module taken out of the project stays out.
+        if (!Same(module, modulePath) && !data.IsActive(module))
+            continue;
         std::vector<std::string> paths;
         for (const auto& [id, path] : ids)
             paths.push_back(moved.count(path) != 0 ? moved[path] : path);

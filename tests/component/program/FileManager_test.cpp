@@ -233,20 +233,6 @@ TEST(FileManager, ASourceNameIsMatchedInThreePasses)
     }
 }
 
-TEST(FileManager, FindSourceFileLooksOnlyAtTheModulesLocatedFiles)
-{
-    Rig rig;
-    auto a = rig.Make("mod/a/util.c");
-    rig.Make("mod/b/util.c");
-    bool ambiguous = false;
-    EXPECT_FALSE(rig.manager->FindSourceFile("util.c", rig.module, ambiguous));
-    rig.Load({"a/util.c", "b/util.c", "gone.c"});
-    EXPECT_EQ(rig.manager->FindSourceFile("util.c", rig.module, ambiguous).value_or(""), a);
-    EXPECT_TRUE(ambiguous);
-    EXPECT_FALSE(rig.manager->FindSourceFile("gone.c", rig.module, ambiguous));
-    EXPECT_FALSE(rig.manager->FindSourceFile("util.c", rig.At("mod/other.elf"), ambiguous));
-}
-
 TEST(FileManager, AMovedModuleAsksOnceAndTakesTheNewPlaceOnlyOnYes)
 {
     for (VariantBool reply : {VARIANT_FALSE, VARIANT_TRUE}) {
@@ -400,6 +386,10 @@ TEST(FileManager, RelocatingAModuleSearchesTheChosenFolderForAllItsFiles)
     rig.Make("mod/src/main.c");
     rig.Load({"src/main.c", "/build/gone.c"});
     auto main = rig.Make("copy/deep/main.c"), gone = rig.Make("copy/gone.c");
+    // Another module of the project, taken out of it before, stays out.
+    auto other = rig.At("lib/other.elf");
+    rig.Load({}, 5000000, false, "lib/other.elf");
+    rig.manager->ForgetModule("Demo", other);
     FakeChooser chooser;
     chooser.answer = rig.At("nowhere");
     rig.manager->SetChooser(&chooser);
@@ -410,24 +400,32 @@ TEST(FileManager, RelocatingAModuleSearchesTheChosenFolderForAllItsFiles)
     EXPECT_EQ(chooser.asked.back(), "Please select new location of module files MRU_WORKSPACES");
     EXPECT_EQ(rig.States(), (std::map<std::string, int>{{main, 1}, {gone, 1}}));
     EXPECT_EQ(rig.ProjectFiles(), (std::vector<std::string>{main, gone}));
+    EXPECT_FALSE(rig.manager->Data("Demo")->IsActive(other));
     bool ambiguous = false;
     EXPECT_EQ(rig.manager->FindSourceFile("gone.c", rig.module, ambiguous).value_or(""), gone);
 }
 
-TEST(FileManager, FilesAreAddedToAndRemovedFromAModule)
+TEST(FileManager, AModulesFilesAreAddedRemovedAndFound)
 {
     Rig rig;
-    auto main = rig.Make("mod/main.c");
+    auto a = rig.Make("mod/a/util.c"), b = rig.Make("mod/b/util.c");
     auto extra = rig.Make("other/extra.c");
-    EXPECT_EQ(rig.manager->AddFileToModule(rig.module, extra), E_FAIL);
-    rig.Load({"main.c"});
-    EXPECT_EQ(rig.manager->AddFileToModule(rig.module, extra), S_OK);
-    EXPECT_EQ(rig.ProjectFiles(), (std::vector<std::string>{main, extra}));
-    EXPECT_EQ(rig.manager->RemoveFileFromModule(rig.module, main), S_OK);
-    EXPECT_EQ(rig.manager->RemoveFileFromModule(rig.module, main), E_FAIL);
-    EXPECT_EQ(rig.ProjectFiles(), std::vector<std::string>{extra});
     bool ambiguous = false;
+    EXPECT_EQ(rig.manager->AddFileToModule(rig.module, extra), E_FAIL);
+    EXPECT_FALSE(rig.manager->FindSourceFile("util.c", rig.module, ambiguous));
+    rig.Load({"a/util.c", "b/util.c", "gone.c"});
+    EXPECT_EQ(rig.manager->FindSourceFile("util.c", rig.module, ambiguous).value_or(""), a);
+    EXPECT_TRUE(ambiguous);
+    EXPECT_FALSE(rig.manager->FindSourceFile("gone.c", rig.module, ambiguous));
+    EXPECT_FALSE(rig.manager->FindSourceFile("util.c", rig.At("mod/other.elf"), ambiguous));
+
+    EXPECT_EQ(rig.manager->AddFileToModule(rig.module, extra), S_OK);
+    EXPECT_EQ(rig.manager->RemoveFileFromModule(rig.module, a), S_OK);
+    EXPECT_EQ(rig.manager->RemoveFileFromModule(rig.module, a), E_FAIL);
+    EXPECT_EQ(rig.ProjectFiles(), (std::vector<std::string>{b, extra}));
     EXPECT_EQ(rig.manager->FindSourceFile("extra.c", rig.module, ambiguous).value_or(""), extra);
+    EXPECT_EQ(rig.manager->FindSourceFile("util.c", rig.module, ambiguous).value_or(""), b);
+    EXPECT_FALSE(ambiguous);
 
     rig.manager->ClearAll();
     EXPECT_EQ(rig.manager->Data("Demo"), nullptr);
