@@ -23,6 +23,7 @@ inline constexpr Guid IQProgram2 = "{66303D42-F2D1-4C07-A47B-8F94859B05FB}"_guid
 inline constexpr Guid IQProgram3 = "{4947CBAB-E6F4-47D5-ACAD-2029ADE6713B}"_guid;
 inline constexpr Guid IQTC = "{4F3042EB-AC56-43C9-8233-727457F2E7BA}"_guid;
 inline constexpr Guid IQTCP = "{1CF8C010-3668-4AA9-ABC0-4F74A98FB901}"_guid;
+inline constexpr Guid ModuleListener = "{3820B0DF-56F5-4F64-9521-86E9433289C9}"_guid;
 inline constexpr Guid IQTCPObject = "{6457AE49-A2CD-4D4F-8D15-C65F638805C2}"_guid;
 // Asked of the label manager service: takes the labels of the module being
 // loaded, with the manager's current module as their owner.
@@ -120,4 +121,10 @@ struct IQLineTable : IUnknown {
 struct IQModuleVariables : IUnknown {
     virtual HRESULT GetVariable(const std::string& name, uint32_t& size, std::string& data, int32_t& kind,
                                 std::string& typeText, std::string& valueText) = 0; // 11
+};
+
+// Told of each module handle that a load brought in or that went again.
+struct IQModuleListener : IUnknown {
+    virtual HRESULT OnModuleLoaded(IUnknown* handle) = 0;   // 3
+    virtual HRESULT OnModuleUnloaded(IUnknown* handle) = 0; // 4
 };

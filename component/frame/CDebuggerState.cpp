@@ -90,18 +90,19 @@ HRESULT CDebuggerState::GetTargetText3(std::string& text)
     return S_OK;
 }
 
-// The session has no programs until loading exists; the lookups answer as for
-// an empty list.
 int32_t CDebuggerState::GetProgramCountA()
 {
-    return 0;
+    return Programs.Count();
 }
-HRESULT CDebuggerState::GetProgram(int32_t, IUnknown** program)
+HRESULT CDebuggerState::GetProgram(int32_t index, IUnknown** program)
 {
-    if (program != nullptr)
-        *program = nullptr;
-    return E_FAIL;
+    if (program == nullptr)
+        return E_POINTER;
+    CQProgram* found = Programs.At(index);
+    *program = found != nullptr ? static_cast<IQProgram*>(found) : nullptr;
+    return found != nullptr ? S_OK : E_FAIL;
 }
+// Finding a program by its source file comes with source lookup.
 HRESULT CDebuggerState::FindProgramByFile(const std::string&, IUnknown** loader)
 {
     if (loader != nullptr)
@@ -113,22 +114,42 @@ HRESULT CDebuggerState::GetProgramCount(int32_t& count)
     count = GetProgramCountA();
     return S_OK;
 }
-HRESULT CDebuggerState::GetProgramByName(const std::string&, IUnknown** program)
+HRESULT CDebuggerState::GetProgramByName(const std::string& name, IUnknown** program)
 {
-    return GetProgram(-1, program);
+    auto index = FindProgramIndexByKey(name);
+    if (!index) {
+        if (program != nullptr)
+            *program = nullptr;
+        return E_FAIL;
+    }
+    return GetProgram(*index, program);
 }
-HRESULT CDebuggerState::DownloadProgramByName(const std::string&)
+HRESULT CDebuggerState::DownloadProgramByName(const std::string& name)
 {
-    return E_FAIL;
+    auto index = FindProgramIndexByKey(name);
+    return index ? DownloadProgramAt(*index) : E_FAIL;
 }
-HRESULT CDebuggerState::UnloadProgramByName(const std::string&)
+HRESULT CDebuggerState::UnloadProgramByName(const std::string& name)
 {
-    return E_FAIL;
+    auto index = FindProgramIndexByKey(name);
+    return index ? UnloadProgramAt(*index) : E_FAIL;
 }
-HRESULT CDebuggerState::GetProgramDetails(int32_t, std::string&, uint32_t&, std::string&, VariantBool&,
-                                          VariantBool&, AccessSize&)
+HRESULT CDebuggerState::GetProgramDetails(int32_t index, std::string& file, uint32_t& offset,
+                                          std::string& format, VariantBool& debugOnly, VariantBool& verify,
+                                          AccessSize& size)
 {
-    return E_FAIL;
+    CQProgram* program = Programs.At(index);
+    if (program == nullptr)
+        return E_FAIL;
+    program->GetRawFileName(file);
+    program->GetOffset(offset);
+    program->GetFormat(format);
+    debugOnly = program->LoadMode() == 1 ? VARIANT_TRUE : VARIANT_FALSE;
+    verify = program->IsVerifyOff() == S_OK ? VARIANT_FALSE : VARIANT_TRUE;
+    int32_t access = 1;
+    program->GetAccessSize(access);
+    size = static_cast<AccessSize>(access);
+    return S_OK;
 }
 
 HRESULT CDebuggerState::IsConnectedA()
@@ -310,10 +331,6 @@ HRESULT CDebuggerState::AddDownloadFile(const std::string&)
 HRESULT CDebuggerState::AddDownloadFiles(const Variant&)
 {
     return E_FAIL;
-}
-HRESULT CDebuggerState::OnFileChanged(const std::string&)
-{
-    return S_OK;
 }
 
 // The debugger's log is the "Debug" tab of the workbench's output window.

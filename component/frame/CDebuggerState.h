@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,10 +12,12 @@
 #include "boundary/interfaces/Platform.h"
 #include "boundary/interfaces/Workbench.h"
 #include "component/frame/CCommandFile.h"
+#include "component/frame/ProgramList.h"
 #include "component/frame/RecentLists.h"
 #include "component/frame/SyncGroup.h"
 #include "component/frame/TargetConnection.h"
 #include "component/frame/ViewServers.h"
+#include "component/program/CFileTime.h"
 
 class CPCBreakManager;
 class CRunner;
@@ -224,6 +227,24 @@ public:
     bool IsAlwaysConnected() const { return Connection.IsAlwaysConnected(); }
     size_t CommandCount() const { return Commands.size(); }
 
+    // The programs of the session, one for each download module.
+    const ProgramList& GetPrograms() const { return Programs; }
+    // Indexes of the programs a posted message will reload.
+    const std::vector<int32_t>& GetReloadQueue() const { return ReloadQueue; }
+    // The module list as the settings store holds it; empty when it cannot be read.
+    std::vector<CDownloadModule> ReadModules();
+    // Builds a program for each module the store lists, after those there are.
+    void BuildPrograms();
+    // Takes the program out of the list, with its labels; the target keeps what it loaded.
+    void RemoveProgram(int32_t index);
+    void RemoveAllPrograms();
+    // Brings the programs into line with the store's module list after the
+    // settings changed; true, and the programs-changed event, when anything did.
+    bool ApplyModuleList();
+    std::optional<int32_t> FindProgramIndexByKey(const std::string& key) const;
+    // A program's file name with its placeholders filled in, for this session.
+    std::string ExpandForSession(const std::string& text) const;
+
     // Session changes.
     HRESULT OpenSession(bool force, bool runBatch, bool plant);
     void FinishOpenSession();
@@ -303,6 +324,11 @@ protected:
     std::vector<int32_t> ReloadQueue;
     std::vector<std::string> RecentVerifyFiles;
     RecentLists Recent;
+    ProgramList Programs;
+    // The module list the programs were last made from.
+    std::vector<CDownloadModule> Modules;
+    // The last known time of each watched file, by expanded path.
+    std::map<std::string, CFileTime> FileTimes;
     int32_t PlatformMode = PLATFORM_MODE_VEL;
     bool Stepping = false, SteppingBatch = false;
     uint32_t StopAddress = 0;
@@ -319,6 +345,19 @@ protected:
     void BuildCommands();
 
 private:
+    // What a program asks of its session.
+    struct ProgramHost final : ProgramOwner {
+        explicit ProgramHost(CDebuggerState& state) : state(state) {}
+        bool UsesFunctionFamily() const override { return state.IsFunctionFamily(); }
+        std::string TargetPlatformName() const override { return state.GetPlatformName(); }
+        int32_t DriverMode() const override { return state.Connection.DriverMode(); }
+        CDebuggerState& state;
+    };
+    ProgramHost ProgramHostFace{*this};
+    ProgramContext SessionContext() const { return {WorkspaceName, ProjectName, SessionName}; }
+    void AppendProgram(const CDownloadModule& module);
+    void TellModuleListeners(bool loaded, IUnknown* handle);
+
     std::string ReadPlatformName();
     bool IsFunctionFamily() const { return PlatformMode == PLATFORM_MODE_PD; }
     // The steps of ConnectTo.

@@ -284,6 +284,7 @@ std::vector<std::string> CDebuggerState::ListReaders(const std::string& platform
 
 HRESULT CDebuggerState::OpenSession(bool force, bool runBatch, bool plant)
 {
+    RemoveAllPrograms();
     RemoveAllCommandFiles();
     LoadCommandFiles();
     auto* store = GetServiceAs<IQDebugSettingsStore>(Registry, Ids::IQDebugSettingsStore);
@@ -306,6 +307,7 @@ HRESULT CDebuggerState::OpenSession(bool force, bool runBatch, bool plant)
                 ConnectTo(platform, runBatch, false);
         }
     }
+    BuildPrograms();
     if (IsConnected()) {
         Broadcast(Event{Ids::EVENT_CONNECTED, 0});
         if (plant)
@@ -323,6 +325,7 @@ void CDebuggerState::FinishOpenSession()
 
 HRESULT CDebuggerState::CloseSession()
 {
+    RemoveAllPrograms();
     RemoveAllCommandFiles();
     DisconnectTarget(true, false);
     ReleaseReader();

@@ -125,6 +125,7 @@ HRESULT CDebuggerState::Terminate(int32_t flag)
 
 void CDebuggerState::EmptySession()
 {
+    RemoveAllPrograms();
     RemoveAllCommandFiles();
     DisconnectTarget(true, false);
     ReleaseReader();

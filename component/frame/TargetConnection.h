@@ -81,8 +81,10 @@ public:
     void SetStopAddress(uint32_t address);
     uint32_t TakeStopAddress(uint32_t reported);
 
-private:
+    // The workbench's mode for making drivers and readers.
     int32_t DriverMode() const;
+
+private:
     // Hands a driver back to the factory that made it.
     void GiveBack(IUnknown*& driver);
 

@@ -1,0 +1,155 @@
+// The session's programs: made from the download modules the settings list,
+// kept in their order, and reloaded when their file changes on disk.
+#include <strings.h>
+
+#include "boundary/Ids.h"
+#include "boundary/interfaces/ObjectReader.h"
+#include "boundary/interfaces/Store.h"
+#include "component/frame/CDebuggerState.h"
+#include "component/frame/CUserPrompts.h"
+#include "component/frame/StringTable.h"
+#include "component/program/DownloadModuleList.h"
+#include "component/session/PlaceholderExpander.h"
+#include "component/symbols/CLabelManager.h"
+#include "component/util/MessageFormat.h"
+
+std::vector<CDownloadModule> CDebuggerState::ReadModules()
+{
+    std::vector<CDownloadModule> modules;
+    Variant stored;
+    auto* store = GetServiceAs<IQDebugSettingsStore>(Registry, Ids::IQDebugSettingsStore);
+    if (store != nullptr && Succeeded(store->GetModules(WorkspaceName, ProjectName, SessionName, stored)))
+        ReadModuleList(stored, modules);
+    return modules;
+}
+
+void CDebuggerState::AppendProgram(const CDownloadModule& module)
+{
+    Programs.Insert(CQProgram(module, SessionContext(), ProgramHostFace, Registry), -1, Registry);
+}
+
+void CDebuggerState::BuildPrograms()
+{
+    Modules = ReadModules();
+    for (const CDownloadModule& module : Modules)
+        AppendProgram(module);
+}
+
+void CDebuggerState::TellModuleListeners(bool loaded, IUnknown* handle)
+{
+    if (Registry == nullptr || handle == nullptr)
+        return;
+    int32_t count = 0;
+    IUnknown** listeners = nullptr;
+    if (Failed(Registry->GetProviders(Ids::ModuleListener, count, listeners)))
+        return;
+    for (int32_t i = 0; i < count; ++i)
+        if (auto* listener = QueryAs<IQModuleListener>(listeners[i], Ids::ModuleListener))
+            loaded ? listener->OnModuleLoaded(handle) : listener->OnModuleUnloaded(handle);
+}
+
+void CDebuggerState::RemoveProgram(int32_t index)
+{
+    std::unique_ptr<CQProgram> program = Programs.Take(index);
+    if (!program)
+        return;
+    TellModuleListeners(false, program->ModuleHandle());
+    if (Labels && program->ModuleId() != 0)
+        Labels->RemoveModuleLabels(program->ModuleId());
+    program->Close(Registry);
+}
+
+void CDebuggerState::RemoveAllPrograms()
+{
+    for (int32_t i = Programs.Count() - 1; i >= 0; --i)
+        RemoveProgram(i);
+    Modules.clear();
+}
+
+std::string CDebuggerState::ExpandForSession(const std::string& text) const
+{
+    return PlaceholderExpander(Registry).ExpandFor(text, WorkspaceName, ProjectName, ConfigurationName);
+}
+
+std::optional<int32_t> CDebuggerState::FindProgramIndexByKey(const std::string& key) const
+{
+    return Programs.FindByKey(key, [this](const std::string& text) { return ExpandForSession(text); });
+}
+
+bool CDebuggerState::ApplyModuleList()
+{
+    std::vector<CDownloadModule> wanted = ReadModules();
+    if (wanted == Modules)
+        return false;
+    ModuleKeyMap before, after;
+    const bool duplicates = MakeModuleKeyMap(Modules, before) | MakeModuleKeyMap(wanted, after);
+    if (duplicates)
+        if (auto* box = GetServiceAs<IQMessageBox>(Registry, Ids::MessageBoxService))
+            box->ShowMessage(kDuplicateModulesText, MessageIcon::Warning);
+    const auto raw = [](const std::string& text) { return text; };
+    bool changed = false;
+    for (const auto& [key, module] : before)
+        if (after.count(key) == 0)
+            if (auto index = Programs.FindByKey(key, raw)) {
+                RemoveProgram(*index);
+                changed = true;
+            }
+    // The wanted list without its repeats, in its own order.
+    std::vector<CDownloadModule> kept;
+    ModuleKeyMap seen;
+    for (const CDownloadModule& module : wanted) {
+        if (!seen.emplace(module.Key(), module).second)
+            continue;
+        kept.push_back(module);
+        if (before.count(module.Key()) == 0) {
+            AppendProgram(module);
+            changed = true;
+        }
+    }
+    for (const CDownloadModule& module : kept) {
+        auto index = Programs.FindByKey(module.Key(), raw);
+        if (!index)
+            continue;
+        CQProgram& program = *Programs.At(*index);
+        program.SetVerify(module.Verify ? VARIANT_TRUE : VARIANT_FALSE);
+        program.SetLoadMode(module.DebugOnly ? 1 : 3);
+        program.SetAutoDownload(module.AutoDownload);
+        std::string name;
+        program.GetRawFileName(name);
+        if (name != module.FileName) {
+            program.SetRawFileName(module.FileName);
+            changed = true;
+        }
+    }
+    changed = Programs.ArrangeAs(kept) || changed;
+    Modules = std::move(wanted);
+    if (changed)
+        Broadcast(Event{Ids::EVENT_PROGRAMS_CHANGED, 0});
+    return changed;
+}
+
+// A watched file changed on disk: offer to reload the programs made from it,
+// unless a download is running, which notes the new time itself.
+HRESULT CDebuggerState::OnFileChanged(const std::string& path)
+{
+    CFileTime now;
+    now.ReadFrom(path, [this](const std::string& text) { WriteDebugLine(text.substr(0, text.find('\n'))); });
+    const bool loading = Registry != nullptr && Registry->IsBusy(Ids::BusyLoad) != 0;
+    if (!loading) {
+        auto known = FileTimes.find(path);
+        const CFileTime before = known != FileTimes.end() ? known->second : CFileTime{};
+        if (before != now &&
+            AskUser(MessageFormat::Format(StringTable::Load(57782).c_str(), path.c_str()), PromptReload)) {
+            for (int32_t i = 0; i < Programs.Count(); ++i) {
+                std::string file;
+                Programs.At(i)->GetFilePath(file);
+                if (strcasecmp(file.c_str(), path.c_str()) == 0)
+                    ReloadQueue.push_back(i);
+            }
+            if (!ReloadQueue.empty())
+                PostToSelf(0x447);
+        }
+    }
+    FileTimes[path] = now;
+    return S_OK;
+}
