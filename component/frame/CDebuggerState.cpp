@@ -319,20 +319,6 @@ HRESULT CDebuggerState::AddProgram(const std::string&, const std::string&, uint3
 {
     return S_FALSE;
 }
-HRESULT CDebuggerState::GetFileList(Variant& list)
-{
-    list = Variant();
-    return E_FAIL;
-}
-HRESULT CDebuggerState::AddDownloadFile(const std::string&)
-{
-    return E_FAIL;
-}
-HRESULT CDebuggerState::AddDownloadFiles(const Variant&)
-{
-    return E_FAIL;
-}
-
 // The debugger's log is the "Debug" tab of the workbench's output window.
 HRESULT CDebuggerState::ClearDebugOutput()
 {

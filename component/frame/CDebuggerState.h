@@ -18,6 +18,7 @@
 #include "component/frame/TargetConnection.h"
 #include "component/frame/ViewServers.h"
 #include "component/program/CFileTime.h"
+#include "component/program/FileManagerOwner.h"
 
 class CPCBreakManager;
 class CRunner;
@@ -27,6 +28,7 @@ class CPDEvaluator;
 class CStatusMemoryPane;
 class CUserPrompts;
 class CDyxSessionDataCommandSink;
+class CDownloadModuleFileManager;
 class CCmd;
 
 enum PlatformModeValue : int32_t { PLATFORM_MODE_VEL = 0, PLATFORM_MODE_PD = 1 };
@@ -229,6 +231,9 @@ public:
 
     // The programs of the session, one for each download module.
     const ProgramList& GetPrograms() const { return Programs; }
+    // The session control's manager of the files of debug-only projects; null without one.
+    void SetFileManager(CDownloadModuleFileManager* manager) { FileManager = manager; }
+    FileManagerOwner& FileManagerFace() { return FileManagerHostFace; }
     // Indexes of the programs a posted message will reload.
     const std::vector<int32_t>& GetReloadQueue() const { return ReloadQueue; }
     // The module list as the settings store holds it; empty when it cannot be read.
@@ -241,6 +246,8 @@ public:
     // Brings the programs into line with the store's module list after the
     // settings changed; true, and the programs-changed event, when anything did.
     bool ApplyModuleList();
+    // After a build: each program's file is checked and its time noted.
+    void NoteRebuiltFiles();
     std::optional<int32_t> FindProgramIndexByKey(const std::string& key) const;
     // A program's file name with its placeholders filled in, for this session.
     std::string ExpandForSession(const std::string& text) const;
@@ -354,6 +361,23 @@ private:
         CDebuggerState& state;
     };
     ProgramHost ProgramHostFace{*this};
+    // What the file manager asks of its session.
+    struct FileManagerHost final : FileManagerOwner {
+        explicit FileManagerHost(CDebuggerState& state) : state(state) {}
+        std::vector<std::string> ModuleSourceFiles(int32_t index) override;
+        std::string ExpandedModulePath(int32_t index) override;
+        void ShowMessage(const std::string& text) override;
+        bool AskYesNo(const std::string& question) override;
+        void DebugText(const std::string& text) override { state.DebugLines()(text); }
+        CDebuggerState& state;
+    };
+    FileManagerHost FileManagerHostFace{*this};
+    CDownloadModuleFileManager* FileManager = nullptr;
+    // Texts for the debug output that end in a line break of their own.
+    CFileTime::DebugStream DebugLines()
+    {
+        return [this](const std::string& text) { WriteDebugLine(text.substr(0, text.find('\n'))); };
+    }
     ProgramContext SessionContext() const { return {WorkspaceName, ProjectName, SessionName}; }
     void AppendProgram(const CDownloadModule& module);
     void TellModuleListeners(bool loaded, IUnknown* handle);

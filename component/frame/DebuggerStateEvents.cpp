@@ -58,8 +58,10 @@ HRESULT CDebuggerState::OnEvent(const Event& event)
     } else if (id == Ids::EVENT_BUILD_STARTED) {
         Building = true;
     } else if (id == Ids::EVENT_BUILD_FINISHED) {
-        // Reloading changed modules after a build needs loaded programs;
-        // a session without any has nothing to bring up to date.
+        // Downloading the rebuilt modules comes with downloading itself; the
+        // times and the programs' status are brought up to date either way.
+        if (IsConnected())
+            NoteRebuiltFiles();
         Building = false;
     } else if (id == Ids::EVENT_SYMBOLS_CHANGED) {
         Breaks->OnSymbolsChanged();

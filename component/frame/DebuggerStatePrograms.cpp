@@ -2,12 +2,14 @@
 // kept in their order, and reloaded when their file changes on disk.
 #include <strings.h>
 
+#include "boundary/ComUtils.h"
 #include "boundary/Ids.h"
 #include "boundary/interfaces/ObjectReader.h"
 #include "boundary/interfaces/Store.h"
 #include "component/frame/CDebuggerState.h"
 #include "component/frame/CUserPrompts.h"
 #include "component/frame/StringTable.h"
+#include "component/program/CDownloadModuleFileManager.h"
 #include "component/program/DownloadModuleList.h"
 #include "component/session/PlaceholderExpander.h"
 #include "component/symbols/CLabelManager.h"
@@ -128,12 +130,23 @@ bool CDebuggerState::ApplyModuleList()
     return changed;
 }
 
+void CDebuggerState::NoteRebuiltFiles()
+{
+    for (int32_t i = 0; i < Programs.Count(); ++i) {
+        CQProgram& program = *Programs.At(i);
+        program.CheckFile();
+        std::string path;
+        if (Succeeded(program.GetFilePath(path)))
+            FileTimes[path].ReadFrom(path, DebugLines());
+    }
+}
+
 // A watched file changed on disk: offer to reload the programs made from it,
 // unless a download is running, which notes the new time itself.
 HRESULT CDebuggerState::OnFileChanged(const std::string& path)
 {
     CFileTime now;
-    now.ReadFrom(path, [this](const std::string& text) { WriteDebugLine(text.substr(0, text.find('\n'))); });
+    now.ReadFrom(path, DebugLines());
     const bool loading = Registry != nullptr && Registry->IsBusy(Ids::BusyLoad) != 0;
     if (!loading) {
         auto known = FileTimes.find(path);
@@ -152,4 +165,63 @@ HRESULT CDebuggerState::OnFileChanged(const std::string& path)
     }
     FileTimes[path] = now;
     return S_OK;
+}
+
+std::vector<std::string> CDebuggerState::FileManagerHost::ModuleSourceFiles(int32_t index)
+{
+    std::vector<std::string> files;
+    if (CQProgram* program = state.Programs.At(index))
+        program->GetSourceFiles(files);
+    return files;
+}
+
+std::string CDebuggerState::FileManagerHost::ExpandedModulePath(int32_t index)
+{
+    std::string path;
+    if (CQProgram* program = state.Programs.At(index))
+        program->GetFilePath(path);
+    return path;
+}
+
+void CDebuggerState::FileManagerHost::ShowMessage(const std::string& text)
+{
+    if (auto* box = GetServiceAs<IQMessageBox>(state.Registry, Ids::MessageBoxService))
+        box->ShowMessage(text, MessageIcon::Information);
+}
+
+bool CDebuggerState::FileManagerHost::AskYesNo(const std::string& question)
+{
+    VariantBool answer = VARIANT_FALSE;
+    auto* box = GetServiceAs<IQMessageBox>(state.Registry, Ids::MessageBoxService);
+    return box != nullptr && Succeeded(box->AskYesNo(question, VARIANT_TRUE, answer)) &&
+           answer == VARIANT_TRUE;
+}
+
+// The located files of the session's project, for the workbench's tree.
+HRESULT CDebuggerState::GetFileList(Variant& list)
+{
+    list = Variant();
+    const CDownloadModuleData* data = FileManager ? FileManager->Data(ProjectName) : nullptr;
+    if (data == nullptr)
+        return E_FAIL;
+    std::vector<std::string> located;
+    for (const auto& [path, state] : data->FileStates)
+        if (state == 1)
+            located.push_back(path);
+    list = CComUtils::StringListToVariant(located);
+    return S_OK;
+}
+
+HRESULT CDebuggerState::AddDownloadFile(const std::string& file)
+{
+    std::string moved;
+    return FileManager ? FileManager->AddDownloadFile(ProjectName, file, moved) : E_FAIL;
+}
+
+HRESULT CDebuggerState::AddDownloadFiles(const Variant& files)
+{
+    std::vector<std::string> moved;
+    if (FileManager == nullptr)
+        return E_FAIL;
+    return FileManager->AddDownloadFiles(ProjectName, CComUtils::VariantToStringList(files), moved);
 }

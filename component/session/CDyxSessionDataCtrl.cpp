@@ -5,6 +5,7 @@
 #include "component/command/CCmdEvaluate.h"
 #include "component/frame/CDebuggerState.h"
 #include "component/frame/CDllResource.h"
+#include "component/program/CDownloadModuleFileManager.h"
 #include "component/symbols/CLabelManager.h"
 #include "component/util/PathUtil.h"
 
@@ -75,6 +76,8 @@ HRESULT CDyxSessionDataCtrl::Initialise(IQServiceRegistry* registry, int32_t fla
     // keeps working.
     state_.RegisterPrompts();
     state_.RegisterErrorTexts();
+    fileManager_ = std::make_unique<CDownloadModuleFileManager>(state_.FileManagerFace(), registry);
+    state_.SetFileManager(fileManager_.get());
     evaluate_ = std::make_unique<CCmdEvaluate>(registry);
     connect_ = std::make_unique<CCmdConnect>(registry, state_);
     registry->RegisterProvider(Ids::IQWorkSpaceExtendedClient, static_cast<IQWorkSpaceExtendedClient*>(this));
@@ -105,6 +108,8 @@ HRESULT CDyxSessionDataCtrl::Terminate(int32_t flag)
     if (registry_ != nullptr)
         registry_->UnregisterProvider(Ids::IQWorkSpaceExtendedClient,
                                       static_cast<IQWorkSpaceExtendedClient*>(this));
+    state_.SetFileManager(nullptr);
+    fileManager_.reset();
     connect_.reset();
     evaluate_.reset();
     resource_.reset();
@@ -122,6 +127,27 @@ HRESULT CDyxSessionDataCtrl::SessionOpening(Name ws, Name project, Name cfg, Nam
 HRESULT CDyxSessionDataCtrl::SessionOpened(Name, Name, Name, Name)
 {
     state_.FinishOpenSession();
+    return S_OK;
+}
+
+HRESULT CDyxSessionDataCtrl::WorkspaceClosed(Name)
+{
+    if (fileManager_)
+        fileManager_->ClearAll();
+    return S_OK;
+}
+
+// The session's modules leave its project's file lists until their next download.
+HRESULT CDyxSessionDataCtrl::SessionLeft(Name, Name project, Name, Name)
+{
+    if (!fileManager_)
+        return S_OK;
+    const ProgramList& programs = state_.GetPrograms();
+    for (int32_t i = 0; i < programs.Count(); ++i) {
+        std::string path;
+        programs.At(i)->GetFilePath(path);
+        fileManager_->ForgetModule(project, path);
+    }
     return S_OK;
 }
 

@@ -11,6 +11,7 @@ class CDebuggerState;
 class CRunner;
 class CDllResource;
 class CCmd;
+class CDownloadModuleFileManager;
 
 // The second half of a debugger instance: what the workbench sees as the
 // owner of the session's data. It installs the resource module the texts come
@@ -37,13 +38,14 @@ public:
 
     // IQWorkSpaceExtendedClient
     HRESULT WorkspaceClosing(Name ws) override;
-    HRESULT WorkspaceClosed(Name) override { return S_OK; }
+    HRESULT WorkspaceClosed(Name) override;
     HRESULT SessionLeaving(Name, Name, Name, Name) override { return S_OK; }
-    HRESULT SessionLeft(Name, Name, Name, Name) override { return S_OK; }
+    HRESULT SessionLeft(Name, Name project, Name, Name) override;
     HRESULT SessionOpening(Name ws, Name project, Name cfg, Name session) override;
     HRESULT SessionOpened(Name ws, Name project, Name cfg, Name session) override;
 
     const CDllResource* Resource() const { return resource_.get(); }
+    CDownloadModuleFileManager* FileManager() const { return fileManager_.get(); }
 
     // Where the component's own file is looked for. Tests and packagers point
     // it elsewhere; nullopt goes back to the file that holds this code.
@@ -61,4 +63,6 @@ private:
     // The commands that exist from the start of the session.
     std::unique_ptr<CCmd> evaluate_;
     std::unique_ptr<CCmd> connect_;
+    // The files of debug-only projects, for as long as the session control lives.
+    std::unique_ptr<CDownloadModuleFileManager> fileManager_;
 };

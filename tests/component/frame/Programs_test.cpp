@@ -155,6 +155,14 @@ TEST_F(Programs, AChangedFileIsOfferedForReloadUnlessADownloadRuns)
     state->OnFileChanged(path);
     EXPECT_EQ(state->GetReloadQueue(), (std::vector<int32_t>{0, 2}));
     EXPECT_EQ(posts.posted, (std::vector<uint32_t>{0x447}));
+
+    // A finished build notes the new times, so the notice that follows asks nothing.
+    std::filesystem::last_write_time(path, std::filesystem::last_write_time(path) + std::chrono::seconds(5));
+    store.text["platform"] = "sim";
+    ASSERT_EQ(state->Connect(), S_OK);
+    state->OnEvent(Event{Ids::EVENT_BUILD_FINISHED, 0});
+    state->OnFileChanged(path);
+    EXPECT_EQ(asked(), 2);
 }
 
 } // namespace

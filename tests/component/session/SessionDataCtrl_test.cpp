@@ -6,6 +6,7 @@
 
 #include "component/frame/CDllResource.h"
 #include "component/frame/ErrorTexts.h"
+#include "component/program/CDownloadModuleFileManager.h"
 #include "component/session/CDyxSessionDataCtrl.h"
 #include "support/StateFixture.h"
 #include "support/TempFolder.h"
@@ -60,9 +61,20 @@ TEST_F(SessionCtrl, InstallsTheModuleThenRegistersQuestionsInOrder)
                          "AddPrompt Component 'Build out of date download modules' 1",
                          "AddPrompt Component 'Go when no programs downloaded' 1",
                          "AddPrompt Component 'Command batch file does not exist' 1",
+                         // The file manager's, for debug-only projects.
+                         "AddPrompt Component 'Do not show Debug only workspace browse dialog on download' 0",
+                         "AddPrompt Component 'Show message when cancelling directory browse dialog' 1",
+                         "AddPrompt Component 'Show Dialog to search on OK for directory browse dialog' 1",
                      }));
+    // The session's file list comes from the controller's file manager while it lives.
+    ASSERT_NE(ctrl->FileManager(), nullptr);
+    ctrl->FileManager()->SetDebugOnlyProjects({"blinky"});
+    EXPECT_TRUE(ctrl->FileManager()->IsDebugOnlyProject("blinky"));
+    Variant list;
+    EXPECT_EQ(state->GetFileList(list), E_FAIL) << "no module of the project was downloaded";
     Stop();
     EXPECT_EQ(ctrl->Resource(), nullptr);
+    EXPECT_EQ(state->AddDownloadFile("main.c"), E_FAIL) << "no file manager any more";
 }
 
 TEST_F(SessionCtrl, ErrorTableKeepsATextAnotherComponentEnteredFirst)
@@ -107,7 +119,7 @@ TEST_F(SessionCtrl, AWrongModuleIsReportedAndTheSessionRunsOnOwnTexts)
     std::string text;
     EXPECT_EQ(errors.GetText(static_cast<HRESULT>(0x80040904u), text), S_OK);
     EXPECT_EQ(text, "Divide by zero");
-    EXPECT_EQ(prompts.names.rbegin()->second, "Command batch file does not exist");
+    EXPECT_EQ(prompts.names.rbegin()->second, "Show Dialog to search on OK for directory browse dialog");
     Stop();
 }
 
