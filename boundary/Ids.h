@@ -106,6 +106,8 @@ inline constexpr Guid ForwardTarget = "{8B1C7AA0-2E92-11D5-A5D8-0000E2257DCD}"_g
 inline constexpr Guid PlatformSymbolsQuery = "{BCA5283E-5208-4B96-9778-8D9B41D3DB93}"_guid;
 // The workbench's console question and message box: on this system a service
 // of its own, since there is no windowing layer to call directly.
+// Progress of long tasks on the terminal, with the user's cancel.
+inline constexpr Guid ProgressDisplay = "{B3A7C2E1-4D5F-4A8B-9E6C-1F2A3B4C5D6E}"_guid;
 inline constexpr Guid MessageBoxService = "{5E0F2C3A-7B41-4D6E-9A12-3C8D4F6B7E21}"_guid;
 
 // Platform services.

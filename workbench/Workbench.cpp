@@ -8,7 +8,8 @@ Workbench::Workbench(std::ostream& out, std::istream* in, bool interactive, Mess
                      std::ostream* questions)
     : loop_(std::move(clock)), messages_(questions != nullptr ? *questions : out, in, interactive),
       prompts_(&messages_), posts_(loop_), output_(out), evaluators_(registry_), files_(loop_, registry_),
-      recent_(registry_), window_(registry_, loop_, help_, out)
+      recent_(registry_), progress_(loop_, questions != nullptr ? *questions : out, interactive),
+      window_(registry_, loop_, help_, out)
 {
     // Registration only fails when memory runs out, and then the console
     // could not start anyway; a missing service is answered E_FAIL to the component.
@@ -24,4 +25,5 @@ Workbench::Workbench(std::ostream& out, std::istream* in, bool interactive, Mess
     registry_.RegisterService(Ids::FileMonitor, static_cast<IQFileMonitor*>(&files_));
     // Answers from the workspace's store for as long as one is registered.
     registry_.RegisterService(Ids::RecentListService, static_cast<IQRecentListStore*>(&recent_));
+    registry_.RegisterService(Ids::ProgressDisplay, static_cast<IQProgressDisplay*>(&progress_));
 }

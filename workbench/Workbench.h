@@ -12,6 +12,7 @@
 #include "workbench/MessageLoop.h"
 #include "workbench/OutputWindow.h"
 #include "workbench/PostMessageService.h"
+#include "workbench/ProgressDisplayService.h"
 #include "workbench/ProjectFileService.h"
 #include "workbench/RecentListService.h"
 #include "workbench/ServiceRegistry.h"
@@ -43,6 +44,7 @@ public:
     EvaluatorHost& Evaluators() { return evaluators_; }
     FileMonitorService& Files() { return files_; }
     RecentListService& RecentLists() { return recent_; }
+    ProgressDisplayService& Progress() { return progress_; }
 
 private:
     MessageLoop loop_;
@@ -58,5 +60,6 @@ private:
     EvaluatorHost evaluators_;
     FileMonitorService files_;
     RecentListService recent_;
+    ProgressDisplayService progress_;
     CommandWindow window_;
 };

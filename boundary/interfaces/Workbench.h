@@ -165,6 +165,23 @@ struct IQOutputWindow : IUnknown {
     virtual HRESULT BringForward(const std::string& tab) = 0;                        // 5
 };
 
+// The progress of a long task (a download, a save, a verify) as the user
+// sees it: a bar with the share done, the bytes and the rate, and the way to
+// stop the task without stopping the program. One task at a time.
+struct IQProgressDisplay : IUnknown {
+    // `visible` false: the platform shows its own progress; only the cancel is watched.
+    virtual HRESULT Begin(const std::string& title, const std::string& text, VariantBool visible) = 0;
+    virtual HRESULT SetText(const std::string& text) = 0;
+    virtual HRESULT SetRange(uint32_t upper) = 0;
+    virtual HRESULT SetPosition(uint32_t position) = 0;
+    // S_OK once the user has asked to stop the task, S_FALSE until then.
+    virtual HRESULT IsCancelRequested() = 0;
+    // Runs what the workbench has queued for at most `ms` milliseconds, for a
+    // task whose end comes as a posted message.
+    virtual HRESULT Wait(uint32_t ms) = 0;
+    virtual HRESULT End() = 0;
+};
+
 // Recent lists of files, kept by the workbench for a component across its
 // runs: text values under a section. A value never written is not read.
 struct IQRecentListStore : IUnknown {

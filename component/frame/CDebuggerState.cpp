@@ -283,13 +283,13 @@ HRESULT CDebuggerState::VerifyMemoryDialog(VariantBool, TargetAddress)
 {
     return kNotBuilt;
 }
-HRESULT CDebuggerState::DownloadProgramAt(int32_t)
+HRESULT CDebuggerState::DownloadProgramAt(int32_t index)
 {
-    return E_FAIL;
+    return DownloadPrograms(index, true, false, false, true, true);
 }
-HRESULT CDebuggerState::UnloadProgramAt(int32_t)
+HRESULT CDebuggerState::UnloadProgramAt(int32_t index)
 {
-    return E_FAIL;
+    return UnloadPrograms(index);
 }
 HRESULT CDebuggerState::ShowSourceAt(TargetAddress)
 {
@@ -304,9 +304,11 @@ HRESULT CDebuggerState::ReadSymbolValue(const std::string&, uint32_t& low, uint3
     low = high = 0;
     return kNotBuilt;
 }
-HRESULT CDebuggerState::DownloadProgramEx(int32_t, VariantBool)
+HRESULT CDebuggerState::DownloadProgramEx(int32_t index, VariantBool debugDataOnly)
 {
-    return E_FAIL;
+    if (index >= Programs.Count())
+        return E_FAIL;
+    return DownloadPrograms(index, true, debugDataOnly == VARIANT_TRUE, true, true, true);
 }
 HRESULT CDebuggerState::AddAndDownloadProgram(const std::string&, const std::string&, uint32_t, AccessSize,
                                               VariantBool, VariantBool, std::string& loadedRanges)

@@ -252,6 +252,21 @@ public:
     // A program's file name with its placeholders filled in, for this session.
     std::string ExpandForSession(const std::string& text) const;
 
+    // Loading, saving and verifying (each gives the task's status: 1
+    // cancelled, 2 done, 3 failed). `quiet`: the caller tells the outcome.
+    int32_t LoadProgram(CQProgram& program, bool debugDataOnly, bool log, bool quiet);
+    // Index -1: every program. The result is negative when a program failed.
+    HRESULT DownloadPrograms(int32_t index, bool reload, bool debugDataOnly, bool skipBuildCheck,
+                             bool exclusive, bool log);
+    int32_t DownloadProgram(int32_t index, bool quiet);
+    HRESULT UnloadPrograms(int32_t index);
+    int32_t SaveMemory(TargetAddress start, TargetAddress end, const std::string& path,
+                       const std::string& format, int32_t accessSize, bool quiet);
+    int32_t VerifyMemory(const std::string& format, const std::string& path, uint32_t offset,
+                         int32_t accessSize, bool quiet);
+    // Shows the program's entry in its source; silent when there is none.
+    void ShowEntry(CQProgram* program);
+
     // Session changes.
     HRESULT OpenSession(bool force, bool runBatch, bool plant);
     void FinishOpenSession();
@@ -381,6 +396,12 @@ private:
     ProgramContext SessionContext() const { return {WorkspaceName, ProjectName, SessionName}; }
     void AppendProgram(const CDownloadModule& module);
     void TellModuleListeners(bool loaded, IUnknown* handle);
+    // The reader's text for a code, or the error table's when the reader has none.
+    std::string ErrorTextOf(const CQProgram& program, HRESULT code);
+    void ShowText(const std::string& text, MessageIcon icon);
+    bool ResetAfterDownload();
+    // The work after a download that something was loaded by.
+    void FinishDownload(CQProgram* last);
 
     std::string ReadPlatformName();
     bool IsFunctionFamily() const { return PlatformMode == PLATFORM_MODE_PD; }

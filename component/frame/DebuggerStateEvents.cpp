@@ -146,8 +146,11 @@ void CDebuggerState::PostToSelf(uint32_t value)
 HRESULT CDebuggerState::OnPostedMessage(uint32_t value)
 {
     if (value == 0x447) {
-        // Reloads wait here until program loading picks them up.
-        ReloadQueue.clear();
+        // The programs whose file changed, reloaded now that the notice has returned.
+        std::vector<int32_t> queue;
+        queue.swap(ReloadQueue);
+        for (int32_t index : queue)
+            DownloadPrograms(index, true, false, false, true, true);
         return S_OK;
     }
     // The second half of opening a session.

@@ -73,6 +73,13 @@ public:
     bool CanDisconnect(bool runnerIdle) const;
     HRESULT GetTargetNames(std::string& a, std::string& b) const;
     HRESULT GetTargetKind() const;
+    // Whether the target driver takes over what follows a download, to do it at its next stop.
+    bool TakesOverDownload() const { return control_ != nullptr && control_->TakeOverDownload() == S_OK; }
+    // A face the target driver offers beyond the ones held; null without a target.
+    template <class T> T* TargetFace(const Guid& iid) const
+    {
+        return target_ ? QueryAs<T>(target_, iid) : nullptr;
+    }
     // The CPU's default for limiting disassembly memory access; 1 without an options face.
     HRESULT LimitDisassemblyDefault() const;
 
