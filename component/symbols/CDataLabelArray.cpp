@@ -83,6 +83,8 @@ HRESULT CDataLabelArray::ReplaceLabel(const LabelRecord& oldRecord, const LabelR
 void CDataLabelArray::RemoveModuleLabels(uint32_t moduleId)
 {
     worker_.Wait();
+    // A load that failed takes back also what it added while deferred.
+    std::erase_if(pending_, [moduleId](const auto& label) { return label->ModuleId == moduleId; });
     std::erase_if(names_, [moduleId](const CLabelKeyName& key) { return key.Label->ModuleId == moduleId; });
     for (auto at = addresses_.begin(); at != addresses_.end();) {
         CDataLabel* label = at->Label;

@@ -6,8 +6,12 @@
 #include <fstream>
 
 #include "component/program/DownloadModuleList.h"
+#include "component/symbols/CLabelManager.h"
+#include "support/FakeObjectReader.h"
+#include "support/FakePlatformMemory.h"
 #include "support/StateFixture.h"
 #include "support/TempFolder.h"
+#include "workbench/ProgressDisplayService.h"
 
 namespace
 {
@@ -163,6 +167,146 @@ TEST_F(Programs, AChangedFileIsOfferedForReloadUnlessADownloadRuns)
     state->OnEvent(Event{Ids::EVENT_BUILD_FINISHED, 0});
     state->OnFileChanged(path);
     EXPECT_EQ(asked(), 2);
+}
+
+// Loads, saves and verifies through a scripted reader, connected to a target
+// whose memory takes the download mode.
+struct Downloads : Programs {
+    CallLog loads;
+    FakeObjectReaders readers{loads, registry};
+    FakePlatformMemory memory{{{0, 0xFFFF}}};
+    MessageLoop loop;
+    ProgressDisplayService progress{loop, std::cout, false};
+
+    void SetUp() override
+    {
+        Programs::SetUp();
+        memory.RegisterIn(registry);
+        registry.Provide(Ids::DriverFactory, nullptr);
+        registry.Provide(Ids::DriverFactory, &readers);
+        registry.Provide(Ids::ProgressDisplay, &progress);
+        store.text["platform"] = "sim";
+        StoreModules({Module("/fw/boot.elf"), Module("/fw/app.elf", 0x100, 0, 1)});
+        ASSERT_EQ(state->OpenSession(true, false, false), S_OK);
+        ASSERT_TRUE(state->IsConnected());
+        log.clear();
+        memory.log.clear();
+    }
+    bool HasLabel(const std::string& name)
+    {
+        LabelRecord record{name};
+        return state->GetLabels()->FindLabelByName(record, 1) == S_OK;
+    }
+    bool Busy() { return registry.IsBusy(Ids::BusyLoad) != 0; }
+    CQProgram& Program(int32_t index) { return *state->GetPrograms().At(index); }
+};
+
+TEST_F(Downloads, EveryEndOfALoadLeavesLabelsModeAndMarksInOrder)
+{
+    struct Case {
+        const char* name;
+        ReaderScript script;
+        int32_t status;
+        std::vector<std::string> shown;
+    };
+    ReaderScript failed, cancelled, mismatch;
+    failed.status = cancelled.status = mismatch.status = TASK_FAILED;
+    failed.code = MakeResult(0x80043010u);
+    cancelled.userCancels = true;
+    mismatch.mismatch = std::tuple(0x1004u, 7, 9);
+    mismatch.code = failed.code;
+    const Case cases[] = {
+        {"done", ReaderScript{}, TASK_DONE, {}},
+        {"failed", failed, TASK_FAILED, {"Checksum error in object module\r\n\r\nFile: /fw/boot.elf"}},
+        {"cancelled", cancelled, TASK_CANCELLED, {"Download Aborted"}},
+        {"mismatch", mismatch, TASK_FAILED, {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        readers.script = c.script;
+        messages.shown.clear();
+        memory.log.clear();
+        EXPECT_EQ(state->LoadProgram(Program(0), false, false, false), c.status);
+        EXPECT_EQ(Program(0).IsLoaded() == S_OK, c.status == TASK_DONE);
+        EXPECT_EQ(HasLabel("_main"), c.status == TASK_DONE) << "a failed load takes its labels away";
+        EXPECT_EQ(memory.log, (std::vector<std::string>{"SetDownloadMode2 0xFFFFFFFF..0xFFFFFFFF",
+                                                        "SetDownloadMode2 0x0..0x0"}));
+        if (c.script.mismatch) {
+            ASSERT_EQ(messages.shown.size(), 1u);
+            EXPECT_NE(messages.shown[0].find("Address: 0x00001004\r\nValue in memory: 7\r\nValue in file: 9"),
+                      std::string::npos);
+        } else {
+            EXPECT_EQ(messages.shown, c.shown);
+        }
+    }
+}
+
+TEST_F(Downloads, DownloadingAllLoadsEachProgramOnceAndLeavesTheMarkClear)
+{
+    ASSERT_EQ(state->DownloadPrograms(-1, false, false, false, true, true), S_OK);
+    EXPECT_EQ(loads, (CallLog{"Load 3 /fw/boot.elf", "Load 1 /fw/app.elf"}))
+        << "a debug-only module loads its data";
+    EXPECT_TRUE(Program(0).IsLoaded() == S_OK && Program(1).IsLoaded() == S_OK);
+    EXPECT_EQ(recorder.Lines().front(), "file_load_all");
+    EXPECT_FALSE(Busy());
+
+    // All again, without the reload flag: the first pass has made them not loaded.
+    loads.clear();
+    readers.script.status = TASK_FAILED;
+    EXPECT_LT(state->DownloadPrograms(-1, false, false, false, true, true), 0);
+    EXPECT_EQ(loads, (CallLog{"Load 3 /fw/boot.elf"})) << "a failed program ends the walk";
+    EXPECT_FALSE(Busy());
+
+    registry.SetBusy(Ids::BusyLoad);
+    loads.clear();
+    EXPECT_EQ(state->DownloadPrograms(0, true, false, false, true, true), E_FAIL);
+    EXPECT_TRUE(loads.empty()) << "another load holds the mark";
+    registry.ClearBusy(Ids::BusyLoad);
+}
+
+TEST_F(Downloads, UnloadingAsksForLoadedProgramsAndKeepsThemInTheList)
+{
+    ASSERT_EQ(state->DownloadPrograms(0, true, false, false, true, false), S_OK);
+    ASSERT_TRUE(HasLabel("_main"));
+    prompts.answerYes = false;
+    EXPECT_EQ(state->UnloadPrograms(-1), S_OK);
+    EXPECT_EQ(Program(0).IsLoaded(), S_OK) << "no to the question";
+    prompts.answerYes = true;
+    EXPECT_EQ(state->UnloadPrograms(-1), S_OK);
+    EXPECT_NE(Program(0).IsLoaded(), S_OK);
+    EXPECT_FALSE(HasLabel("_main"));
+    EXPECT_EQ(state->GetProgramCountA(), 2);
+    EXPECT_EQ(std::count_if(log.begin(), log.end(),
+                            [](const std::string& line) {
+                                return line.find("unload program '/fw/boot.elf'") != std::string::npos;
+                            }),
+              2)
+        << "asked each time, for the loaded program only";
+
+    state->Disconnect();
+    EXPECT_EQ(state->UnloadPrograms(-1), E_FAIL);
+    EXPECT_FALSE(Busy());
+}
+
+TEST_F(Downloads, SavesAndVerifiesGoThroughATemporaryProgram)
+{
+    EXPECT_EQ(state->SaveMemory(0x100, 0x1FF, "/tmp/out.elf", "elf", 4, true), TASK_DONE);
+    EXPECT_EQ(loads, (CallLog{"Save /tmp/out.elf 0x100-0x1FF", "Release reader"}));
+    EXPECT_EQ(recorder.Lines().back(), "file_save elf \"/tmp/out.elf\" 0x100 0x1FF long");
+    ASSERT_EQ(state->GetRecentLists().MruProgramSave.Count(), 1u);
+    EXPECT_EQ(state->GetRecentLists().MruProgramSave.At(0).AddressEnd, 0x1FFu);
+
+    EXPECT_EQ(state->VerifyMemory("elf", "/tmp/out.elf", 0x100, 1, false), TASK_DONE);
+    EXPECT_EQ(messages.shown.back(), "File verified ok '/tmp/out.elf'");
+    readers.script.status = TASK_FAILED;
+    readers.script.code = MakeResult(0x80043010u);
+    readers.script.mismatch = std::tuple(0x104u, 1, 2);
+    EXPECT_EQ(state->VerifyMemory("elf", "/tmp/out.elf", 0x100, 1, false), TASK_FAILED);
+    EXPECT_NE(messages.shown.back().find("Address: 0x00000104"), std::string::npos);
+    EXPECT_EQ(state->GetRecentLists().MruProgramVerify.Count(), 1u)
+        << "only a verify that worked is remembered";
+    EXPECT_EQ(state->SaveMemory(0, 1, "/tmp/x", "nosuch", 1, true), TASK_FAILED)
+        << "no reader for the format";
 }
 
 } // namespace
