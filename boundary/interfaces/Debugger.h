@@ -24,7 +24,15 @@ struct IQDebuggerSync : IUnknown {
 };
 struct IQSourceManager : IUnknown {
 };
+// How an outside application drives a session. Kinds: 1 assembly, 2 source.
 struct IQDebuggerApplicationServer : IUnknown {
+    virtual HRESULT SetRate(int32_t rate) = 0;                 // 3
+    virtual HRESULT StepIn(int32_t kind, int32_t count) = 0;   // 4
+    virtual HRESULT StepOut(int32_t kind) = 0;                 // 5
+    virtual HRESULT StepOver(int32_t kind, int32_t count) = 0; // 6
+    virtual HRESULT DownloadFile(const std::string& name) = 0; // 7
+    virtual HRESULT UnloadFile(const std::string& name) = 0;   // 8
+    virtual HRESULT Go() = 0;                                  // 9
 };
 
 struct IQDisassemblyDataManagerServer : IUnknown {

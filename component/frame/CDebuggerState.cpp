@@ -310,17 +310,6 @@ HRESULT CDebuggerState::DownloadProgramEx(int32_t index, VariantBool debugDataOn
         return E_FAIL;
     return DownloadPrograms(index, true, debugDataOnly == VARIANT_TRUE, true, true, true);
 }
-HRESULT CDebuggerState::AddAndDownloadProgram(const std::string&, const std::string&, uint32_t, AccessSize,
-                                              VariantBool, VariantBool, std::string& loadedRanges)
-{
-    loadedRanges.clear();
-    return kNotBuilt;
-}
-HRESULT CDebuggerState::AddProgram(const std::string&, const std::string&, uint32_t, AccessSize, int32_t,
-                                   int32_t, int32_t)
-{
-    return S_FALSE;
-}
 // The debugger's log is the "Debug" tab of the workbench's output window.
 HRESULT CDebuggerState::ClearDebugOutput()
 {

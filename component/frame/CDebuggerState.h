@@ -127,6 +127,14 @@ public:
 
     // IQRegistryClient
     HRESULT OnRegistry(IUnknown* argument) override;
+    // IQDebuggerApplicationServer
+    HRESULT SetRate(int32_t rate) override;
+    HRESULT StepIn(int32_t kind, int32_t count) override;
+    HRESULT StepOut(int32_t kind) override;
+    HRESULT StepOver(int32_t kind, int32_t count) override;
+    HRESULT DownloadFile(const std::string& name) override;
+    HRESULT UnloadFile(const std::string& name) override;
+    HRESULT Go() override;
     // IQComponent
     HRESULT OnEvent(const Event& event) override;
     HRESULT Initialise(IQServiceRegistry* registry, int32_t flag) override;
@@ -267,8 +275,13 @@ public:
     // Shows the program's entry in its source; silent when there is none.
     void ShowEntry(CQProgram* program);
 
+    // Downloads the programs marked for it, each on its own.
+    void RunAutomaticDownloads();
+
     // Session changes.
     HRESULT OpenSession(bool force, bool runBatch, bool plant);
+    // After the settings changed: platform, batch files and programs brought in line.
+    HRESULT ApplySessionSettings();
     void FinishOpenSession();
     HRESULT CloseSession();
 
@@ -402,6 +415,12 @@ private:
     bool ResetAfterDownload();
     // The work after a download that something was loaded by.
     void FinishDownload(CQProgram* last);
+    // The session's module list written back, after a command changed it.
+    void WriteModules(const std::vector<CDownloadModule>& modules);
+    std::string DefaultFormat();
+    bool KnowsFormat(const std::string& format);
+    // Whether a program made of these values can open its reader.
+    bool CanOpen(const CDownloadModule& module);
 
     std::string ReadPlatformName();
     bool IsFunctionFamily() const { return PlatformMode == PLATFORM_MODE_PD; }

@@ -77,6 +77,7 @@ HRESULT CDebuggerState::Connect()
                 workspaceClient->LoadSessionState(WorkspaceName, ProjectName, ConfigurationName, SessionName);
     Breaks->OnTargetAttached();
     RunConnectionBatch();
+    RunAutomaticDownloads();
     return S_OK;
 }
 

@@ -154,8 +154,10 @@ HRESULT CDebuggerState::OnPostedMessage(uint32_t value)
         return S_OK;
     }
     // The second half of opening a session.
-    if (IsConnected())
+    if (IsConnected()) {
         RunConnectionBatch();
+        RunAutomaticDownloads();
+    }
     return S_OK;
 }
 

@@ -309,4 +309,67 @@ TEST_F(Downloads, SavesAndVerifiesGoThroughATemporaryProgram)
         << "no reader for the format";
 }
 
+// Another component's requests: one file in, at once, kept in the session or not.
+TEST_F(Downloads, AddAndDownloadLeavesTheSessionAsItWasUnlessToldToKeep)
+{
+    std::string ranges = "untouched";
+    EXPECT_EQ(state->AddAndDownloadProgram("/fw/x.elf", "elf", 0, 3, VARIANT_FALSE, VARIANT_FALSE, ranges),
+              MakeResult(0x80043091u));
+    EXPECT_EQ(ranges, "");
+    readers.script.areas = {{0x1000, 0x1FFF}, {0x4000, 0x40FF}};
+    EXPECT_EQ(state->AddAndDownloadProgram("/fw/x.elf", "elf", 0, 4, VARIANT_FALSE, VARIANT_FALSE, ranges),
+              S_OK);
+    EXPECT_EQ(ranges, "00001000 - 00001FFF\n00004000 - 000040FF");
+    EXPECT_EQ(Files(), (std::vector<std::string>{"/fw/boot.elf", "/fw/app.elf"}));
+    EXPECT_NE(std::find(loads.begin(), loads.end(), "Load 3 /fw/x.elf"), loads.end());
+
+    EXPECT_EQ(state->AddAndDownloadProgram("/fw/x.elf", "elf", 0, 4, VARIANT_FALSE, VARIANT_TRUE, ranges),
+              S_OK);
+    EXPECT_EQ(Files(), (std::vector<std::string>{"/fw/x.elf"})) << "kept as the only module";
+    EXPECT_EQ(state->ReadModules().size(), 1u);
+
+    // AddProgram keeps a program only when its download works.
+    readers.script.status = TASK_FAILED;
+    EXPECT_EQ(state->AddProgram("/fw/bad.elf", "elf", 0, 4, 0, 0, 0), S_FALSE);
+    EXPECT_EQ(Files(), (std::vector<std::string>{"/fw/x.elf"}));
+    readers.script.status = TASK_DONE;
+    EXPECT_EQ(state->AddProgram("/fw/good.elf", "elf", 0, 4, 0, 0, 0), S_OK);
+    EXPECT_EQ(state->ReadModules().size(), 2u);
+}
+
+TEST_F(Downloads, AnApplicationNamesFilesByTheirNameAlone)
+{
+    store.text["reader"] = "elf";
+    EXPECT_EQ(state->UnloadFile("nothing.elf"), MakeResult(0x80040216u));
+    EXPECT_EQ(state->DownloadFile("/fw/new.elf"), S_OK);
+    EXPECT_EQ(Files(), (std::vector<std::string>{"/fw/new.elf"})) << "the session's modules give way";
+    EXPECT_EQ(Program(0).IsLoaded(), S_OK);
+    EXPECT_EQ(state->UnloadFile("NEW.ELF"), S_OK);
+    EXPECT_NE(Program(0).IsLoaded(), S_OK);
+    EXPECT_EQ(state->StepIn(3, 1), MakeResult(0x80040201u));
+    state->Disconnect();
+    EXPECT_EQ(state->DownloadFile("/fw/new.elf"), MakeResult(0x80040218u));
+}
+
+TEST_F(Downloads, ChangedSettingsReconnectAndDownloadWhatIsMarkedForIt)
+{
+    ASSERT_EQ(state->DownloadPrograms(-1, false, false, false, true, false), S_OK);
+    // The same platform: the programs stay loaded.
+    state->ApplySessionSettings();
+    EXPECT_EQ(Program(0).IsLoaded(), S_OK);
+
+    CDownloadModule automatic = Module("/fw/boot.elf");
+    automatic.AutoDownload = 1;
+    StoreModules({automatic, Module("/fw/app.elf", 0x100, 0, 1)});
+    store.text["platform"] = "pdsim-not-installed";
+    state->ApplySessionSettings();
+    EXPECT_FALSE(state->IsConnected());
+    EXPECT_NE(Program(0).IsLoaded(), S_OK) << "a new platform has none of the programs";
+    loads.clear();
+    store.text["platform"] = "sim";
+    state->ApplySessionSettings();
+    EXPECT_TRUE(state->IsConnected());
+    EXPECT_EQ(loads, (CallLog{"Load 3 /fw/boot.elf"})) << "only the module marked for it";
+}
+
 } // namespace
