@@ -25,6 +25,10 @@ inline constexpr Guid IQTC = "{4F3042EB-AC56-43C9-8233-727457F2E7BA}"_guid;
 inline constexpr Guid IQTCP = "{1CF8C010-3668-4AA9-ABC0-4F74A98FB901}"_guid;
 inline constexpr Guid ModuleListener = "{3820B0DF-56F5-4F64-9521-86E9433289C9}"_guid;
 inline constexpr Guid IQTCPObject = "{6457AE49-A2CD-4D4F-8D15-C65F638805C2}"_guid;
+inline constexpr Guid IQTCPObjectLoad = "{E16A2223-96C9-49A0-AF41-2986FF1D6F77}"_guid;
+inline constexpr Guid IQTCPObjectLoad2 = "{C29CF544-4775-4705-A816-B68E66A3A650}"_guid;
+inline constexpr Guid IQTCPObjectSave = "{058A4B80-E2F4-4E34-AB59-6091B1E695AA}"_guid;
+inline constexpr Guid IQTCPObjectVerify = "{058A4B81-E2F4-4E34-AB59-6091B1E695AA}"_guid;
 // Asked of the label manager service: takes the labels of the module being
 // loaded, with the manager's current module as their owner.
 } // namespace Ids
@@ -72,6 +76,22 @@ struct IQTCPObject : IQTCP {
     virtual HRESULT IsSave() = 0;                              // 10
     virtual HRESULT GetFileName(std::string& name) = 0;        // 11
     virtual HRESULT GetStartAddress(TargetAddress& value) = 0; // 12
+};
+
+struct IQTCPObjectLoad : IQTCPObject {
+};
+// A load that verifies what it wrote tells the first difference here.
+struct IQTCPObjectLoad2 : IQTCPObjectLoad {
+    virtual HRESULT Reserved13() = 0; // 13, answers E_NOTIMPL
+    virtual HRESULT ReportMismatch(TargetAddress address, int32_t inMemory, int32_t inFile) = 0; // 14
+};
+// A save covers GetStartAddress to GetEndAddress, both inclusive.
+struct IQTCPObjectSave : IQTCPObject {
+    virtual HRESULT GetEndAddress(TargetAddress& value) = 0; // 13
+};
+struct IQTCPObjectVerify : IQTCPObject {
+    virtual HRESULT ReportMismatchAddress(TargetAddress address) = 0;                            // 13
+    virtual HRESULT ReportMismatch(TargetAddress address, int32_t inMemory, int32_t inFile) = 0; // 14
 };
 
 // The reader object the factory gives: it makes one module handle per program.
