@@ -1,5 +1,6 @@
 #include "platform/objfile/IhexFormat.h"
 
+#include <algorithm>
 #include <numeric>
 
 #include "platform/objfile/ObjectCodes.h"
@@ -55,9 +56,14 @@ HRESULT ParseIhex(std::string_view text, TextImage& image)
             return OE_MODULE_FORMAT;
         const uint32_t value = BigEndian(data, count);
         switch (type) {
-        case kData:
-            read.Add(base + BigEndian(bytes->data() + 1, 2), data, count);
+        case kData: {
+            // Addresses wrap inside the 64 KiB the base names.
+            const uint32_t offset = BigEndian(bytes->data() + 1, 2);
+            const size_t below = std::min<size_t>(count, 0x10000 - offset);
+            read.Add(base + offset, data, below);
+            read.Add(base, data + below, count - below);
             break;
+        }
         case kEnd:
             image = std::move(read);
             return S_OK;

@@ -2,9 +2,11 @@
 // A reader as the platform hands it out, through the factory under a format
 // name, with a program that records the areas it is told of, over the fake
 // target memory.
+#include <cstdio>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <memory>
 
 #include "boundary/Ids.h"
 #include "boundary/interfaces/ObjectReader.h"
@@ -16,6 +18,18 @@
 #include "support/RecordingTask.h"
 
 inline const std::string Firmware = std::string(TESSEL_FIRMWARE_DIR) + "/sensors.elf";
+
+// What a command prints.
+inline std::string ToolOutput(const std::string& command)
+{
+    std::string out;
+    std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
+    char buffer[4096];
+    size_t n;
+    while (pipe && (n = fread(buffer, 1, sizeof buffer, pipe.get())) > 0)
+        out.append(buffer, n);
+    return out;
+}
 
 inline std::string FileText(const std::string& file)
 {
