@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <fstream>
 #include <limits>
+#include <new>
 
 #include "boundary/Ids.h"
 #include "boundary/interfaces/PlatformMemory.h"
@@ -166,10 +167,17 @@ HRESULT BlockTransfer::Save(const Encoder& encode)
         return OE_INVALID_PARAMETER;
     if (memory_ == nullptr)
         return OE_READ_FAILED;
-    std::vector<uint8_t> bytes(AddressRange(start, end).Size());
-    if (HRESULT hr = Read(start, bytes); Failed(hr))
-        return hr;
-    const std::string text = encode(start, bytes);
+    // The range is the user's: up to the whole address space, more than this host may hold.
+    std::vector<uint8_t> bytes;
+    std::string text;
+    try {
+        bytes.resize(AddressRange(start, end).Size());
+        if (HRESULT hr = Read(start, bytes); Failed(hr))
+            return hr;
+        text = encode(start, bytes);
+    } catch (const std::bad_alloc&) {
+        return OE_NOT_ENOUGH_MEMORY;
+    }
     std::ofstream out(Path(), std::ios::binary | std::ios::trunc);
     return out.write(text.data(), static_cast<std::streamsize>(text.size())) && out.flush() ? S_OK
                                                                                             : OE_FILE_WRITE;

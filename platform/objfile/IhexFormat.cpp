@@ -32,9 +32,7 @@ void AppendRecord(std::string& text, RecordType type, uint16_t address, const ui
     record.push_back(type);
     record.insert(record.end(), data, data + count);
     record.push_back(Checksum(record.data(), record.size()));
-    text += ':';
-    AppendHex(text, record);
-    text += "\r\n";
+    AppendRecordLine(text, ":", record);
 }
 
 } // namespace

@@ -9,6 +9,8 @@ std::string ObjectCodeText(HRESULT code)
         return "File not found";
     case QE_FILE_READ:
         return "File Read error";
+    case OE_NOT_ENOUGH_MEMORY:
+        return "Not enough memory";
     case OE_FILE_WRITE:
         return "File Write error";
     case OE_INVALID_PARAMETER:

@@ -22,10 +22,7 @@ void AppendRecord(std::string& text, char type, uint32_t address, size_t address
     PutBigEndian(record, address, addressBytes);
     record.insert(record.end(), data, data + count);
     record.push_back(Checksum(record.data(), record.size()));
-    text += 'S';
-    text += type;
-    AppendHex(text, record);
-    text += "\r\n";
+    AppendRecordLine(text, std::string{'S', type}, record);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "platform/objfile/TextImage.h"
 
+#include <charconv>
 #include <fstream>
 #include <iterator>
 
@@ -36,44 +37,31 @@ std::vector<std::string_view> RecordLines(std::string_view text)
     return lines;
 }
 
-namespace
-{
-
-int HexDigit(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    return -1;
-}
-
-} // namespace
-
 std::optional<std::vector<uint8_t>> HexPairs(std::string_view digits)
 {
     if (digits.size() % 2 != 0)
         return std::nullopt;
     std::vector<uint8_t> bytes;
     bytes.reserve(digits.size() / 2);
-    for (size_t i = 0; i < digits.size(); i += 2) {
-        const int high = HexDigit(digits[i]), low = HexDigit(digits[i + 1]);
-        if (high < 0 || low < 0)
+    for (const char* at = digits.data(); at != digits.data() + digits.size(); at += 2) {
+        uint8_t byte = 0;
+        // Unsigned, so no sign is taken; and both digits must be read.
+        if (std::from_chars(at, at + 2, byte, 16).ptr != at + 2)
             return std::nullopt;
-        bytes.push_back(static_cast<uint8_t>(high << 4 | low));
+        bytes.push_back(byte);
     }
     return bytes;
 }
 
-void AppendHex(std::string& text, const std::vector<uint8_t>& bytes)
+void AppendRecordLine(std::string& text, std::string_view lead, const std::vector<uint8_t>& record)
 {
     static constexpr char kDigits[] = "0123456789ABCDEF";
-    for (uint8_t b : bytes) {
+    text += lead;
+    for (uint8_t b : record) {
         text += kDigits[b >> 4];
         text += kDigits[b & 0xF];
     }
+    text += "\r\n";
 }
 
 uint32_t BigEndian(const uint8_t* bytes, size_t count)

@@ -32,8 +32,8 @@ HRESULT ReadWholeFile(const std::string& path, std::string& text);
 std::vector<std::string_view> RecordLines(std::string_view text);
 // Pairs of hex digits, either case; nothing for an odd count or any other character.
 std::optional<std::vector<uint8_t>> HexPairs(std::string_view digits);
-// Two uppercase hex digits per byte.
-void AppendHex(std::string& text, const std::vector<uint8_t>& bytes);
+// A line of the lead text and two uppercase hex digits per byte of the record.
+void AppendRecordLine(std::string& text, std::string_view lead, const std::vector<uint8_t>& record);
 // A big-endian number of the first count bytes.
 uint32_t BigEndian(const uint8_t* bytes, size_t count);
 // The number's low count bytes, most significant first.
