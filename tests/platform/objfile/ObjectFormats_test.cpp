@@ -171,25 +171,24 @@ TEST(ObjectFormats, DamagedFilesGiveTheirErrorAndWriteNothing)
     struct Case {
         const char* format;
         const char* damage;
-        const char* text;
+        const char* text = "Incorrect object module format";
     };
-    const char* format = "Incorrect object module format";
     const Case cases[] = {
-        {"srec", "S1061000010203E4", format},       // checksum
-        {"srec", "S10610000102G3E3", format},       // character
-        {"srec", "S10610000102", format},           // cut short
-        {"srec", "S1061000010203E", format},        // odd digit
-        {"srec", "S4030000FC", format},             // record type
-        {"srec", "X1061000010203E3", format},       // no S
-        {"srec", "S5030002FA", format},             // count of data records
-        {"srec", "S309FFFFFFFE01020304F1", format}, // past the top of the address space
-        {"ihex", ":03001000010203E8\n:00000001FF", format},
-        {"ihex", ":0300100001020ZE7\n:00000001FF", format},
-        {"ihex", ":030010000102\n:00000001FF", format},
-        {"ihex", ":00000006FA\n:00000001FF", format},
-        {"ihex", ":0100000420DB\n:00000001FF", format}, // a base of one byte
-        {"ihex", "03001000010203E7\n:00000001FF", format},
-        {"ihex", "", format}, // no end record
+        {"srec", "S1061000010203E4"},       // checksum
+        {"srec", "S10610000102G3E3"},       // character
+        {"srec", "S10610000102"},           // cut short
+        {"srec", "S1061000010203E"},        // odd digit
+        {"srec", "S4030000FC"},             // record type
+        {"srec", "X1061000010203E3"},       // no S
+        {"srec", "S5030002FA"},             // count of data records
+        {"srec", "S309FFFFFFFE01020304F1"}, // past the top of the address space
+        {"ihex", ":03001000010203E8\n:00000001FF"},
+        {"ihex", ":0300100001020ZE7\n:00000001FF"},
+        {"ihex", ":030010000102\n:00000001FF"},
+        {"ihex", ":00000006FA\n:00000001FF"},
+        {"ihex", ":0100000420DB\n:00000001FF"}, // a base of one byte
+        {"ihex", "03001000010203E7\n:00000001FF"},
+        {"ihex", ""}, // no end record
         {"ihex", nullptr, "File not found"},
     };
     for (const Case& c : cases) {
