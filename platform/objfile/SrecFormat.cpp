@@ -1,5 +1,6 @@
 #include "platform/objfile/SrecFormat.h"
 
+#include <algorithm>
 #include <numeric>
 
 #include "platform/objfile/ObjectCodes.h"
