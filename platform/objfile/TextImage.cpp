@@ -1,5 +1,6 @@
 #include "platform/objfile/TextImage.h"
 
+#include <algorithm>
 #include <charconv>
 #include <fstream>
 #include <iterator>
