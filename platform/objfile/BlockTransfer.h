@@ -14,6 +14,8 @@ struct IQPlatformMemory;
 struct DataBlock {
     TargetAddress address;
     std::vector<uint8_t> bytes;
+
+    bool operator==(const DataBlock&) const = default;
 };
 
 // The steps every module handle takes with a task: bytes into the target and
