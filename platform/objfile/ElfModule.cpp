@@ -6,18 +6,9 @@
 #include "boundary/interfaces/LabelManager.h"
 #include "boundary/interfaces/PlatformMemory.h"
 #include "boundary/interfaces/Workbench.h"
+#include "platform/objfile/BlockTransfer.h"
+#include "platform/objfile/ElfWriter.h"
 #include "platform/objfile/ObjectCodes.h"
-
-namespace
-{
-
-bool Cancelled(IQTCPObject* task)
-{
-    int32_t status = TASK_RUNNING;
-    return Succeeded(task->GetStatus(status)) && status == TASK_CANCELLED;
-}
-
-} // namespace
 
 HRESULT ElfModule::QueryInterface(const Guid& iid, void** out)
 {
@@ -37,21 +28,22 @@ HRESULT ElfModule::QueryInterface(const Guid& iid, void** out)
     return *out != nullptr ? S_OK : E_NOINTERFACE;
 }
 
-HRESULT ElfModule::Finish(IQTCPObject* task, HRESULT code)
+namespace
 {
-    task->SetResultCode(code);
-    task->SetStatus(code == OE_USER_ABORTED ? TASK_CANCELLED : Failed(code) ? TASK_FAILED : TASK_DONE);
-    task->OnFinished();
-    return code;
+
+// The bytes the file gives each segment; with the zeros that fill it up to its size in memory when padded.
+std::vector<DataBlock> Blocks(const ElfImage& image, bool padded)
+{
+    std::vector<DataBlock> blocks;
+    for (const LoadSegment& segment : image.Segments()) {
+        blocks.push_back({segment.address, segment.bytes});
+        if (padded)
+            blocks.back().bytes.resize(segment.memSize, 0);
+    }
+    return blocks;
 }
 
-HRESULT ElfModule::OpenFile(IQTCPObject* task, ElfImage& image)
-{
-    std::string path;
-    if (program_ == nullptr || Failed(program_->GetFilePath(path)))
-        task->GetFileName(path);
-    return image.Open(path);
-}
+} // namespace
 
 HRESULT ElfModule::Load(IQTCPObject* task, int32_t mode)
 {
@@ -62,57 +54,30 @@ HRESULT ElfModule::Load(IQTCPObject* task, int32_t mode)
     loaded_.clear();
     if (program_ != nullptr && (mode & 2) != 0)
         program_->ClearAreas();
+    BlockTransfer transfer(registry_, program_, task);
     ElfImage image;
-    HRESULT hr = OpenFile(task, image);
+    HRESULT hr = image.Open(transfer.Path());
     DebugData debug;
     if (Succeeded(hr) && (mode & 1) != 0)
         hr = debug.Read(image);
+    if (Succeeded(hr) && (mode & 2) != 0)
+        hr = transfer.Write(Blocks(image, true));
+    if (Succeeded(hr) && transfer.Cancelled())
+        hr = OE_USER_ABORTED;
     if (Failed(hr))
-        return Finish(task, hr);
+        return transfer.Finish(hr);
 
     uint32_t offset = 0;
     if (program_ != nullptr)
         program_->GetOffset(offset);
-    task->SetProgressRange(static_cast<uint32_t>(image.Segments().size()) + 1);
-    if ((mode & 2) != 0 && Failed(hr = WriteSegments(task, image, offset)))
-        return Finish(task, hr);
-    if (Cancelled(task))
-        return Finish(task, OE_USER_ABORTED);
     ReportLabels(image, offset);
-    task->SetProgressPosition(static_cast<uint32_t>(image.Segments().size()) + 1);
     if ((mode & 1) != 0) {
         debug_ = std::move(debug);
         hasDebug_ = true;
     }
     loaded_ = image.Segments();
     bigEndian_ = image.BigEndian();
-    return Finish(task, S_OK);
-}
-
-HRESULT ElfModule::WriteSegments(IQTCPObject* task, const ElfImage& image, uint32_t offset)
-{
-    auto* memory = GetServiceAs<IQPlatformMemory>(registry_, Ids::IQPlatformMemory);
-    if (memory == nullptr)
-        return OE_WRITE_FAILED;
-    uint32_t done = 0;
-    for (const LoadSegment& segment : image.Segments()) {
-        if (Cancelled(task))
-            return OE_USER_ABORTED;
-        if (segment.memSize != 0) {
-            std::vector<uint8_t> bytes = segment.bytes;
-            bytes.resize(segment.memSize, 0);
-            const TargetAddress start = segment.address + offset;
-            const TargetAddress end = start.WrappingAdd(segment.memSize - 1);
-            if (end.Value() < start.Value())
-                return OE_MODULE_FORMAT;
-            if (Failed(memory->Write(start, end, bytes.data())))
-                return OE_WRITE_FAILED;
-            if (program_ != nullptr)
-                program_->AddArea(start, end);
-        }
-        task->SetProgressPosition(++done);
-    }
-    return S_OK;
+    return transfer.Finish(S_OK);
 }
 
 void ElfModule::ReportLabels(const ElfImage& image, uint32_t offset)
@@ -126,35 +91,22 @@ void ElfModule::ReportLabels(const ElfImage& image, uint32_t offset)
 
 HRESULT ElfModule::Save(IQTCPObject* task, int32_t)
 {
-    return task == nullptr ? E_POINTER : Finish(task, QE_NOT_IMPLEMENTED);
+    if (task == nullptr)
+        return E_POINTER;
+    BlockTransfer transfer(registry_, program_, task);
+    return transfer.Finish(transfer.Save(ElfFileOf));
 }
 
+// The bytes the file holds are compared; the zeros a load adds are not, for
+// the program has used that memory since.
 HRESULT ElfModule::Verify(IQTCPObject* task)
 {
     if (task == nullptr)
         return E_POINTER;
+    BlockTransfer transfer(registry_, program_, task);
     ElfImage image;
-    HRESULT hr = OpenFile(task, image);
-    auto* memory = GetServiceAs<IQPlatformMemory>(registry_, Ids::IQPlatformMemory);
-    if (Failed(hr) || memory == nullptr)
-        return Finish(task, Failed(hr) ? hr : OE_READ_FAILED);
-    uint32_t offset = 0;
-    if (program_ != nullptr)
-        program_->GetOffset(offset);
-    for (const LoadSegment& segment : image.Segments()) {
-        if (Cancelled(task))
-            return Finish(task, OE_USER_ABORTED);
-        if (segment.bytes.empty())
-            continue;
-        std::vector<uint8_t> target(segment.bytes.size());
-        const TargetAddress start = segment.address + offset;
-        if (Failed(memory->Read(start, start.WrappingAdd(static_cast<uint32_t>(target.size()) - 1),
-                                target.data())))
-            return Finish(task, OE_READ_FAILED);
-        if (target != segment.bytes)
-            return Finish(task, OE_VERIFY_FAILED);
-    }
-    return Finish(task, S_OK);
+    HRESULT hr = image.Open(transfer.Path());
+    return transfer.Finish(Succeeded(hr) ? transfer.Compare(Blocks(image, false)) : hr);
 }
 
 HRESULT ElfModule::GetAddressSource(TargetAddress address, std::string& file, uint32_t& line)

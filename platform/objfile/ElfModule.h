@@ -45,9 +45,6 @@ public:
     HRESULT GetErrorText(HRESULT code, std::string& text) override;
 
 private:
-    HRESULT Finish(IQTCPObject* task, HRESULT code);
-    HRESULT OpenFile(IQTCPObject* task, ElfImage& image);
-    HRESULT WriteSegments(IQTCPObject* task, const ElfImage& image, uint32_t offset);
     void ReportLabels(const ElfImage& image, uint32_t offset);
 
     IQServiceRegistry* registry_;

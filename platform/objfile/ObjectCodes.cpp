@@ -9,6 +9,12 @@ std::string ObjectCodeText(HRESULT code)
         return "File not found";
     case QE_FILE_READ:
         return "File Read error";
+    case OE_NOT_ENOUGH_MEMORY:
+        return "Not enough memory";
+    case OE_FILE_WRITE:
+        return "File Write error";
+    case OE_INVALID_PARAMETER:
+        return "Invalid parameter";
     case OE_MODULE_VERSION:
         return "Incorrect object module version";
     case OE_MODULE_FORMAT:

@@ -4,6 +4,9 @@
 
 #include "platform/legacy/LegacyTargetDriver.h"
 #include "platform/objfile/ElfReader.h"
+#include "platform/objfile/IhexFormat.h"
+#include "platform/objfile/SrecFormat.h"
+#include "platform/objfile/TextImageReader.h"
 #include "platform/simdriver/SimCpuDriver.h"
 #include "platform/simdriver/SimTargetDriver.h"
 
@@ -41,5 +44,10 @@ PlatformTable InstalledPlatforms()
                                  return std::unique_ptr<PlatformDriver>(
                                      std::make_unique<ElfReader>(registry));
                              }});
+    for (const TextFormat* format : {&SrecText, &IhexText})
+        table.readers.push_back({format->name, "", [format](IQServiceRegistry* registry) {
+                                     return std::unique_ptr<PlatformDriver>(
+                                         std::make_unique<TextImageReader>(registry, *format));
+                                 }});
     return table;
 }

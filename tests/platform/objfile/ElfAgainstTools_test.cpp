@@ -1,28 +1,16 @@
 // The reader on the test firmware agrees with the cross tools on the same file.
 #include <algorithm>
-#include <cstdio>
 #include <gtest/gtest.h>
 #include <map>
-#include <memory>
 #include <set>
 #include <sstream>
 
+#include "ReaderRig.h"
 #include "platform/objfile/DebugData.h"
 #include "platform/objfile/ElfImage.h"
 
 namespace
 {
-
-std::string ToolOutput(const std::string& command)
-{
-    std::string out;
-    std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
-    char buffer[4096];
-    size_t n;
-    while (pipe && (n = fread(buffer, 1, sizeof buffer, pipe.get())) > 0)
-        out.append(buffer, n);
-    return out;
-}
 
 // The same firmware in both byte orders.
 class ElfAgainstTools : public ::testing::TestWithParam<const char*>
