@@ -98,10 +98,9 @@ TEST_F(SimDriver, TheSessionsStoredDeviceIsMadeAtConnection)
         state.SetSessionKey(key.workspace, key.project, key.configuration, session);
         MakeDriver(platform);
         IUnknown* cpu = nullptr;
-        std::string cpuText;
-        EXPECT_EQ(factory.CreateCpuDriver(platform == std::string("simulator") ? "Cortex-M3" : "Cortex-M4",
-                                          &workbench.Registry(), 0, 0, 0, &cpu),
-                  S_OK);
+        std::string cpuName, cpuText;
+        list.GetCpuDriverName(platform, cpuName);
+        EXPECT_EQ(factory.CreateCpuDriver(cpuName, &workbench.Registry(), 0, 0, 0, &cpu), S_OK);
         QueryAs<IQCpuDetails>(cpu, Ids::CpuDetails)->GetDescription(cpuText);
         factory.ReleaseDriver(cpu, -1);
         const std::string made =
