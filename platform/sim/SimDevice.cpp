@@ -47,14 +47,12 @@ std::optional<std::string> ReadMapFile(const std::string& choice, const fs::path
         error = "No device or device file named " + choice + " (devices: " + DeviceNames() + ")";
         return std::nullopt;
     }
-    std::ifstream in(path, std::ios::binary);
-    if (fs::is_directory(path, ec) || !in) {
-        error = "Cannot read the device file " + choice;
-        return std::nullopt;
-    }
+    // Only a plain file: reading a pipe or a device could wait forever.
+    std::ifstream in;
+    if (fs::is_regular_file(path, ec))
+        in.open(path, std::ios::binary);
     std::string text(static_cast<size_t>(kLargestFile) + 1, '\0');
-    in.read(text.data(), kLargestFile + 1);
-    if (in.bad()) {
+    if (!in.is_open() || in.read(text.data(), kLargestFile + 1).bad()) {
         error = "Cannot read the device file " + choice;
         return std::nullopt;
     }
