@@ -1,6 +1,7 @@
 #include "app/Console.h"
 
 #include <chrono>
+#include <iomanip>
 #include <istream>
 #include <ostream>
 
@@ -10,6 +11,7 @@
 #include "app/PlatformHost.h"
 #include "app/ReadlineShell.h"
 #include "boundary/Ids.h"
+#include "platform/sim/SimDevice.h"
 #include "workbench/ComponentRegistrar.h"
 #include "workbench/Workbench.h"
 
@@ -35,6 +37,9 @@ const char* kUsage =
     "  --workspace DIR              the workspace folder (default: the current directory)\n"
     "  --session NAME               pick or make a session of the workspace\n"
     "  --platform NAME              store the session's platform\n"
+    "  --device NAME|FILE           store the simulator's device ('' for the platform's own): a\n"
+    "                               name --list-platforms shows, or a workspace file with a memory\n"
+    "                               map, a region a line: flash|ram|peripheral BASE SIZE rwx [NAME]\n"
     "  --batch-at TIMING FILE       store a batch file for a timing (connection, before-download,\n"
     "                               after-download, after-reset, or 0 to 3)\n"
     "  --hold-memory-until-batch yes|no\n"
@@ -42,6 +47,16 @@ const char* kUsage =
     "                               batch has run (the batch's own commands reach it)\n"
     "Exit status: 1 when anything was reported as an error (a line starting \"Error: \"), else 0;\n"
     "2 for a bad command line.\n";
+
+void ListDevices(std::ostream& out)
+{
+    out << "\nDevices of the simulator (--device NAME):\n";
+    for (const SimDevice& device : SimDevice::All()) {
+        const SimMapParse map = device.Map();
+        out << "  " << std::left << std::setw(10) << device.name << "  " << std::setw(9) << device.variant
+            << "  " << (map.map ? map.map->Summary(false) : map.error) << "\n";
+    }
+}
 
 // Runs the loop until every queued line has run. A command that waits for the
 // target keeps the window pending; the loop goes on until its text arrives.
@@ -90,6 +105,9 @@ bool ParseConsoleArguments(const std::vector<std::string>& args, ConsoleOptions&
                 return false;
         } else if (a == "--platform") {
             if (!value(i, options.session.platform))
+                return false;
+        } else if (a == "--device") {
+            if (!value(i, options.session.device.emplace()))
                 return false;
         } else if (a == "--hold-memory-until-batch") {
             std::string answer;
@@ -162,6 +180,7 @@ int RunConsole(const ConsoleOptions& options, const std::string& programPath, st
     if (options.listPlatforms) {
         for (const auto& platform : platforms.Names())
             out << platform << "\n";
+        ListDevices(out);
         return 0;
     }
     WorkspaceSession workspace(workbench.Registry(), err);

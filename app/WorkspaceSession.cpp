@@ -8,6 +8,8 @@
 
 #include "boundary/ComUtils.h"
 #include "boundary/Ids.h"
+#include "platform/sim/SimDevice.h"
+#include "platform/simdriver/SimSessionDevice.h"
 #include "workbench/ServiceRegistry.h"
 
 namespace fs = std::filesystem;
@@ -45,6 +47,10 @@ bool WorkspaceSession::Open(const SessionOptions& options, const std::string& in
 {
     std::error_code ec;
     fs::path folder = options.workspace.empty() ? fs::current_path(ec) : fs::absolute(options.workspace, ec);
+    // Read as the simulator will read it at each connection, so that a bad
+    // choice is refused before anything is stored.
+    if (options.device && !SimDevice::Configure(*options.device, folder.string(), {}, error))
+        return false;
     std::string problem;
     if (!model_.Open(folder, problem)) {
         err_ << "Error: " << problem << "\n";
@@ -78,6 +84,11 @@ bool WorkspaceSession::Open(const SessionOptions& options, const std::string& in
     if (options.holdMemory >= 0 && Failed(store_->SetDisableMemoryUntilBatch(
                                        key.workspace, key.project, key.session, options.holdMemory))) {
         error = "Cannot store the memory option: " + store_->LastError();
+        return false;
+    }
+    if (options.device && Failed(store_->SetProperty(SimSessionDevice::kTag, *options.device, key.workspace,
+                                                     key.project, key.session))) {
+        error = "Cannot store the device: " + store_->LastError();
         return false;
     }
     if (!options.batches.empty()) {

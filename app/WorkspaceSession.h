@@ -1,6 +1,7 @@
 #pragma once
 #include <iosfwd>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,6 +19,7 @@ struct SessionOptions {
     std::string platform;                                 // empty: as stored
     std::vector<std::pair<int32_t, std::string>> batches; // timing, file
     int32_t holdMemory = -1;                              // 1 or 0 to store; -1: as stored
+    std::optional<std::string> device;                    // the simulator's; "" forgets it
 };
 
 // The console's workspace: its folder, its store and the session it works on,

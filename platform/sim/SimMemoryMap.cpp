@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
+#include "platform/sim/SimText.h"
+
 namespace
 {
 
@@ -168,4 +170,14 @@ const SimRegion* SimMemoryMap::FirstOf(RegionKind kind) const
         if (region.kind == kind)
             return &region;
     return nullptr;
+}
+
+std::string SimMemoryMap::Summary(bool withPeripherals) const
+{
+    std::string text;
+    for (const SimRegion& region : regions_)
+        if (withPeripherals || region.kind != RegionKind::Peripheral)
+            text += (text.empty() ? "" : ", ") + region.name + " " + SimText::Hex(region.base) + " " +
+                    std::to_string(region.size / 1024) + " KiB";
+    return text;
 }

@@ -32,6 +32,8 @@ public:
     const SimRegion* Find(uint32_t address) const;
     // The lowest region of that kind.
     const SimRegion* FirstOf(RegionKind kind) const;
+    // "flash 0x08000000 1024 KiB, sram 0x20000000 128 KiB, ...", by base address.
+    std::string Summary(bool withPeripherals = true) const;
 
 private:
     std::vector<SimRegion> regions_;

@@ -2,12 +2,17 @@
 
 #include <type_traits>
 
+#include "boundary/Ids.h"
+#include "boundary/interfaces/Workbench.h"
+
 #include "platform/legacy/LegacyTargetDriver.h"
 #include "platform/objfile/ElfReader.h"
 #include "platform/objfile/IhexFormat.h"
 #include "platform/objfile/SrecFormat.h"
 #include "platform/objfile/TextImageReader.h"
+#include "platform/sim/SimDevice.h"
 #include "platform/simdriver/SimCpuDriver.h"
+#include "platform/simdriver/SimSessionDevice.h"
 #include "platform/simdriver/SimTargetDriver.h"
 
 namespace
@@ -22,12 +27,19 @@ PlatformEntry Simulator(const std::string& name, const std::string& cpu, const s
     entry.name = name;
     entry.cpuDriver = cpu;
     entry.functionFamily = std::is_same_v<Driver, LegacyTargetDriver>;
-    entry.makeCpu = [variant](IQServiceRegistry*) -> std::unique_ptr<PlatformDriver> {
-        return std::make_unique<SimCpuDriver>(variant);
+    // A device the session named brings its own core.
+    entry.makeCpu = [variant](IQServiceRegistry* registry) -> std::unique_ptr<PlatformDriver> {
+        return std::make_unique<SimCpuDriver>(
+            SimDevice::VariantOf(SimSessionDevice::Read(registry).choice, variant));
     };
     entry.makeTarget = [variant](IQServiceRegistry* registry) -> std::unique_ptr<PlatformDriver> {
         std::string error;
-        return Driver::Create(registry, variant, error);
+        auto driver = Driver::Create(registry, variant, error);
+        // The debugger says only that the driver could not be made; this says why.
+        auto* box = GetServiceAs<IQMessageBox>(registry, Ids::MessageBoxService);
+        if (!driver && box != nullptr && !error.empty())
+            box->ShowMessage(error, MessageIcon::Stop);
+        return driver;
     };
     return entry;
 }

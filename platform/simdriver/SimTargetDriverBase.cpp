@@ -3,6 +3,8 @@
 #include <cstdio>
 
 #include "boundary/Ids.h"
+#include "platform/sim/SimDevice.h"
+#include "platform/simdriver/SimSessionDevice.h"
 
 namespace
 {
@@ -39,8 +41,12 @@ bool SimTargetDriverBase::Start(const std::string& variant, std::string& error)
         if (posts != nullptr)
             posts->Post(client, kReportsWaiting);
     };
-    SimTarget::Config config;
-    config.variant = variant;
+    const SimSessionDevice device = SimSessionDevice::Read(registry_);
+    std::optional<SimTarget::Config> chosen =
+        SimDevice::Configure(device.choice, device.folder, variant, error);
+    if (!chosen)
+        return false;
+    SimTarget::Config& config = *chosen;
     config.onStop = [post](const StopInfo& stop) { post(Report{true, stop, {}}); };
     config.onOutput = [post](std::string_view text) { post(Report{false, {}, std::string(text)}); };
     target_ = SimTarget::Create(std::move(config), &error);
@@ -93,11 +99,7 @@ HRESULT SimTargetDriverBase::Goodbye()
 HRESULT SimTargetDriverBase::GetDescription(std::string& text)
 {
     text = "Tessel simulator\n" + std::string(target_->Variant() == "cortex-m4" ? "Cortex-M4" : "Cortex-M3");
-    std::string regions;
-    for (const auto& region : target_->Map().Regions())
-        regions += (regions.empty() ? "" : ", ") + region.name + " " + Hex(region.base) + " " +
-                   std::to_string(region.size / 1024) + " KiB";
-    text += "\n" + regions;
+    text += "\n" + target_->Map().Summary();
     return S_OK;
 }
 

@@ -46,8 +46,9 @@ public:
 
 protected:
     explicit SimTargetDriverBase(IQServiceRegistry* registry);
-    // Makes the simulator and registers the services every simulated target
-    // offers; false with a message when the simulator cannot be made.
+    // Makes the simulator as the device the session chose (the variant's own
+    // when none) and registers the services every simulated target offers;
+    // false with a message when the simulator cannot be made.
     bool Start(const std::string& variant, std::string& error);
     IQServiceRegistry* Registry() const { return registry_; }
 

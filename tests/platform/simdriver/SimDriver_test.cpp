@@ -6,6 +6,7 @@
 #include <thread>
 #include <tuple>
 
+#include "app/WorkspaceSession.h"
 #include "boundary/Ids.h"
 #include "component/frame/CDebuggerState.h"
 #include "component/memory/CCacheMemory.h"
@@ -15,6 +16,7 @@
 #include "platform/simdriver/SimTargetDriver.h"
 #include "support/RecordingComponent.h"
 #include "support/SimHarness.h"
+#include "support/TempFolder.h"
 #include "workbench/Workbench.h"
 
 namespace
@@ -52,10 +54,10 @@ struct SimDriver : ::testing::Test {
         ReleaseDriver();
         workbench.Registry().RemoveComponent(&counter);
     }
-    void MakeDriver()
+    void MakeDriver(const std::string& platform = "simulator")
     {
         IUnknown* object = nullptr;
-        ASSERT_EQ(factory.CreateTargetDriver("simulator", &workbench.Registry(), 0, 0, 0, &object), S_OK);
+        ASSERT_EQ(factory.CreateTargetDriver(platform, &workbench.Registry(), 0, 0, 0, &object), S_OK);
         driver = static_cast<SimTargetDriver*>(static_cast<IQTargetCore*>(object));
     }
     void ReleaseDriver()
@@ -72,14 +74,55 @@ struct SimDriver : ::testing::Test {
     }
 };
 
-TEST_F(SimDriver, TheCortexM4VariantHasItsOwnCpuDriver)
+// The device is the one stored with the session the debugger has open.
+TEST_F(SimDriver, TheSessionsStoredDeviceIsMadeAtConnection)
 {
-    std::string cpu, text;
-    ASSERT_EQ(list.GetCpuDriverName("simulator-m4", cpu), S_OK);
+    ReleaseDriver();
+    TempFolder folder;
+    folder.WriteFile("board.map", "flash 0x10000000 0x1000 rx\nram 0x30000000 0x1000 rwx\n");
+    std::ostringstream err;
+    std::string error;
+    SessionOptions options;
+    options.workspace = folder.Path().string();
+    options.session = "other";
+    options.device = "lm3s6965";
+    ASSERT_TRUE(WorkspaceSession(workbench.Registry(), err).Open(options, "", error)) << error;
+    options.session = "board";
+    options.device = "board.map";
+    WorkspaceSession workspace(workbench.Registry(), err);
+    ASSERT_TRUE(workspace.Open(options, "", error)) << error;
+    const ActiveSession key = workspace.Key();
+    CDebuggerState state;
+    ASSERT_EQ(state.Initialise(&workbench.Registry(), 1), S_OK);
+    auto connect = [&](const char* session, const char* platform) {
+        state.SetSessionKey(key.workspace, key.project, key.configuration, session);
+        MakeDriver(platform);
+        IUnknown* cpu = nullptr;
+        std::string cpuName, cpuText;
+        list.GetCpuDriverName(platform, cpuName);
+        EXPECT_EQ(factory.CreateCpuDriver(cpuName, &workbench.Registry(), 0, 0, 0, &cpu), S_OK);
+        QueryAs<IQCpuDetails>(cpu, Ids::CpuDetails)->GetDescription(cpuText);
+        factory.ReleaseDriver(cpu, -1);
+        const std::string made =
+            driver->Target().Variant() + ", " + cpuText + ", " + driver->Target().Map().Summary(false);
+        ReleaseDriver();
+        return made;
+    };
+    // A map file keeps the platform's core; a named device brings its own.
+    EXPECT_EQ(connect("board", "simulator-m4"),
+              "cortex-m4, ARM\nCortex-M4, flash 0x10000000 4 KiB, ram 0x30000000 4 KiB");
+    EXPECT_EQ(connect("other", "simulator-m4"),
+              "cortex-m3, ARM\nCortex-M3, flash 0x00000000 256 KiB, sram 0x20000000 64 KiB");
+    EXPECT_EQ(connect("nosuch", "simulator"),
+              "cortex-m3, ARM\nCortex-M3, flash 0x08000000 1024 KiB, sram 0x20000000 128 KiB");
+
+    // A file spoilt since it was stored: no target, and the reason told.
+    folder.WriteFile("board.map", "flash 0x10000000 0x1000 rx\nrom 0x30000000 0x1000 rwx\n");
+    state.SetSessionKey(key.workspace, key.project, key.configuration, "board");
     IUnknown* object = nullptr;
-    ASSERT_EQ(factory.CreateCpuDriver(cpu, nullptr, 0, 0, 0, &object), S_OK);
-    QueryAs<IQCpuDetails>(object, Ids::CpuDetails)->GetDescription(text);
-    EXPECT_EQ(text, "ARM\nCortex-M4");
+    EXPECT_EQ(factory.CreateTargetDriver("simulator", &workbench.Registry(), 0, 0, 0, &object), E_FAIL);
+    EXPECT_EQ(out.str(), "Error: Device file board.map: line 2: unknown region kind 'rom'\n");
+    state.Terminate(1);
 }
 
 TEST_F(SimDriver, OutputAndStopsReachTheMainThread)
