@@ -14,6 +14,16 @@ CCmdFile::CCmdFile(IQServiceRegistry* host, CDebuggerState& debugger, std::strin
 {
 }
 
+bool CCmdFile::Begin(std::string_view& cursor, uint32_t notConnectedText, std::string& message)
+{
+    if (!Debugger.IsConnected()) {
+        message = FormatMessageText(notConnectedText);
+        return false;
+    }
+    ParseFormat(cursor);
+    return true;
+}
+
 void CCmdFile::ParseFormat(std::string_view& cursor)
 {
     std::string_view ahead = cursor;

@@ -27,6 +27,9 @@ protected:
     CCmdFile(IQServiceRegistry* host, CDebuggerState& debugger, std::string fullName,
              std::string abbreviation, std::string parameterText);
 
+    // How every run begins: false, with the command's text, when the target is
+    // not connected; else the format is read off the front of the line.
+    bool Begin(std::string_view& cursor, uint32_t notConnectedText, std::string& message);
     // The first word is the format when the platform knows it, and the cursor
     // moves behind it; otherwise the format is the session's default reader
     // and the cursor stays, so that the word is read as the file name.

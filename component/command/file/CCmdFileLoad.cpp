@@ -27,12 +27,9 @@ HRESULT CCmdFileLoad::Run(const std::string& text, std::string& message, bool& c
 {
     continuing = false;
     message.clear();
-    if (!Debugger.IsConnected()) {
-        message = FormatMessageText(TextNotConnected);
-        return E_FAIL;
-    }
     std::string_view cursor = text;
-    ParseFormat(cursor);
+    if (!Begin(cursor, TextNotConnected, message))
+        return E_FAIL;
     CArgStringFileNameEx file = FileNameArgument(true);
     CArgNumberUnsigned offset = NumberArgument(false, "<offset>");
     CArgKeyword verify(false, "v\0n\0", 0);

@@ -25,12 +25,9 @@ HRESULT CCmdFileSave::Run(const std::string& text, std::string& message, bool& c
 {
     continuing = false;
     message.clear();
-    if (!Debugger.IsConnected()) {
-        message = FormatMessageText(TextNotConnected);
-        return E_FAIL;
-    }
     std::string_view cursor = text;
-    ParseFormat(cursor);
+    if (!Begin(cursor, TextNotConnected, message))
+        return E_FAIL;
     CArgStringFileNameEx file = FileNameArgument(false);
     CArgNumberUnsigned start = NumberArgument(true, "<start>");
     CArgNumberUnsigned end = NumberArgument(true, "<end>");

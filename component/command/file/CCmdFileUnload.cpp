@@ -22,12 +22,9 @@ HRESULT CCmdFileUnload::Run(const std::string& text, std::string& message, bool&
 {
     continuing = false;
     message.clear();
-    if (!Debugger.IsConnected()) {
-        message = FormatMessageText(TextNotConnected);
-        return E_FAIL;
-    }
     std::string_view cursor = text;
-    ParseFormat(cursor);
+    if (!Begin(cursor, TextNotConnected, message))
+        return E_FAIL;
     CArgStringFileNameEx file = FileNameArgument(true);
     CArgNumberUnsigned offset = NumberArgument(false, "<offset>");
     const int count = ParseArguments(cursor, {&file, &offset});

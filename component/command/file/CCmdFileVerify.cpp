@@ -24,18 +24,15 @@ HRESULT CCmdFileVerify::Run(const std::string& text, std::string& message, bool&
 {
     continuing = false;
     message.clear();
-    if (!Debugger.IsConnected()) {
-        message = FormatMessageText(TextNotConnected);
+    std::string_view cursor = text;
+    if (!Begin(cursor, TextNotConnected, message))
         return E_FAIL;
-    }
     if (Debugger.CanVerifyMemory() != S_OK) {
         std::string target;
         Debugger.GetTargetText1(target);
         message = FormatMessageText(TextTargetCannotVerify, target.c_str());
         return E_FAIL;
     }
-    std::string_view cursor = text;
-    ParseFormat(cursor);
     CArgStringFileNameEx file = FileNameArgument(false);
     CArgNumberUnsigned offset = NumberArgument(false, "<offset>");
     CArgKeyword mode = ModeArgument();
