@@ -13,14 +13,19 @@
 #include "component/command/file/CCmdFileVerify.h"
 #include "component/memory/CMemoryManager.h"
 #include "component/program/DownloadModuleList.h"
+#include "platform/catalog/DriverFactory.h"
+#include "platform/objfile/ElfReader.h"
 #include "support/FakePlatformMemory.h"
 #include "support/StateFixture.h"
 
 namespace
 {
 
+const std::string kSensors = std::string(TESSEL_FIRMWARE_DIR) + "/sensors.elf";
+
 struct FileCommands : StateFixture {
-    FakePlatformMemory memory{{{0x1000, 0x1FFF}}};
+    // Flash and RAM as the test firmware wants them.
+    FakePlatformMemory memory{{{0x08000000, 0x080FFFFF}, {0x20000000, 0x2001FFFF}}};
     void SetUp() override
     {
         memory.RegisterIn(registry);
@@ -39,6 +44,10 @@ struct FileCommands : StateFixture {
         bool continuing = false;
         const HRESULT hr = command.Run(line, message, continuing);
         return (hr == S_OK ? "" : "Error: ") + message;
+    }
+    void StoreModules(const std::vector<CDownloadModule>& modules)
+    {
+        WriteModuleList(modules, store.lists["modules"]);
     }
     std::vector<CDownloadModule> StoredModules()
     {
@@ -75,7 +84,7 @@ TEST_F(FileCommands, FormatsAndTargetsThatCannotDoTheWork)
 TEST_F(FileCommands, ReplacingTheListEmptiesItEvenWhenTheFileCannotBeRead)
 {
     std::vector<CDownloadModule> before{{"kept.elf", 0, "elf", 0, 1, 1, 0}};
-    WriteModuleList(before, store.lists["modules"]);
+    StoreModules(before);
     state->BuildPrograms();
     ASSERT_EQ(state->Connect(), S_OK);
     // The fake's readers make no module handle: no file can be read.
@@ -97,6 +106,37 @@ TEST_F(FileCommands, ReplacingTheListEmptiesItEvenWhenTheFileCannotBeRead)
                  [](const std::string& line) { return line.rfind("Broadcast", 0) == 0; });
     EXPECT_EQ(events, (CallLog{Sent(Ids::EVENT_PROGRAMS_CHANGED), Sent(Ids::EVENT_MODULES_CHANGED)}))
         << "the list's event last, after the error";
+}
+
+TEST_F(FileCommands, StyleDecidesWhatTheStoredListKeeps)
+{
+    ASSERT_EQ(state->Connect(), S_OK);
+    // The real reader from here on, for the test firmware.
+    PlatformTable readers{{},
+                          {{"elf", "", [](IQServiceRegistry* services) -> std::unique_ptr<PlatformDriver> {
+                                return std::make_unique<ElfReader>(services);
+                            }}}};
+    DriverFactory factory{readers};
+    registry.Provide(Ids::DriverFactory, &factory);
+    const CDownloadModule kept{"kept.elf", 0, "elf", 0, 1, 1, 0};
+    const struct {
+        std::string line;
+        std::vector<CDownloadModule> after;
+    } rows[] = {
+        {"elf " + kSensors + " 0 n", {kept}},
+        {"elf " + kSensors + " 0x10 n p word", {kept, {kSensors, 0x10, "elf", 0, 0, 2, 0}}},
+        {"elf " + kSensors + " 0 v r long", {{kSensors, 0, "elf", 0, 1, 4, 0}}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        state->RemoveAllPrograms();
+        StoreModules({kept});
+        state->BuildPrograms();
+        EXPECT_EQ(Run<CCmdFileLoad>(row.line).rfind("Module name '" + kSensors + "'", 0), 0u);
+        EXPECT_EQ(StoredModules(), row.after);
+        EXPECT_EQ(state->GetPrograms().Count(), static_cast<int32_t>(row.after.size()));
+    }
+    state->RemoveAllPrograms();
 }
 
 TEST_F(FileCommands, DefaultFormatIsAnnouncedOnlyWhenItChanges)
