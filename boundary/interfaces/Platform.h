@@ -1,7 +1,15 @@
 #pragma once
 #include <string>
 
+#include "boundary/Flags.h"
 #include "boundary/Unknown.h"
+
+// What an object reader can do besides loading, as the catalogue's
+// GetReaderAttribute asks it.
+enum ReaderAttribute : int32_t {
+    READER_SAVES_MEMORY = 2, // writes a range of target memory to a file
+    READER_VERIFIES = 8,     // compares target memory with a file
+};
 
 // The platform catalogue: which platforms and object readers are installed.
 struct IQPlatformList : IUnknown {
@@ -10,9 +18,11 @@ struct IQPlatformList : IUnknown {
     // Failure means that the platform is not installed.
     virtual HRESULT GetCpuDriverName(const std::string& platform, std::string& driver) = 0; // 14
     virtual HRESULT GetPlatformProperty(const std::string& platform, int32_t property,
-                                        uint32_t& value) = 0;                // 15
-    virtual HRESULT GetReaderName(int32_t index, std::string& name) = 0;     // 17
-    virtual HRESULT FindReader(const std::string& name, int32_t& index) = 0; // 18
+                                        uint32_t& value) = 0; // 15
+    // Of the reader at an index: VARIANT_TRUE when it has the attribute.
+    virtual HRESULT GetReaderAttribute(int32_t index, int32_t attribute, VariantBool& flag) = 0; // 16
+    virtual HRESULT GetReaderName(int32_t index, std::string& name) = 0;                         // 17
+    virtual HRESULT FindReader(const std::string& name, int32_t& index) = 0;                     // 18
     // 31: S_OK when the named platform is of the family driven by function name.
     virtual HRESULT IsFunctionPlatform(const std::string& name) = 0;
     // 32: S_OK when the reader belongs to one platform, whose name it gives.

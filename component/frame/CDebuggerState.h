@@ -257,6 +257,15 @@ public:
     // After a build: each program's file is checked and its time noted.
     void NoteRebuiltFiles();
     std::optional<int32_t> FindProgramIndexByKey(const std::string& key) const;
+    // What the file commands change of the list. A program of this session for
+    // the module, not yet open.
+    CQProgram MakeProgram(const CDownloadModule& module);
+    // Enters a copy at the index (at the end when out of range) and opens it; its index.
+    int32_t InsertProgram(int32_t index, const CQProgram& program);
+    // Takes out the program of this module key; false when there is none.
+    bool RemoveProgramByName(const std::string& key);
+    // Stores the module list and takes it as the one the programs now stand for.
+    void WriteModules(const std::vector<CDownloadModule>& modules);
     // A program's file name with its placeholders filled in, for this session.
     std::string ExpandForSession(const std::string& text) const;
 

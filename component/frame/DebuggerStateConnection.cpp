@@ -9,8 +9,17 @@
 #include "boundary/interfaces/Store.h"
 #include "component/breaks/CPCBreakManager.h"
 #include "component/command/CCmd.h"
+#include "component/command/CCmdCache.h"
 #include "component/command/CCmdConnect.h"
+#include "component/command/CCmdDefaultObjectReader.h"
+#include "component/command/CCmdInitialise.h"
 #include "component/command/CCmdRadix.h"
+#include "component/command/file/CCmdFileLoad.h"
+#include "component/command/file/CCmdFileLoadAll.h"
+#include "component/command/file/CCmdFileSave.h"
+#include "component/command/file/CCmdFileUnload.h"
+#include "component/command/file/CCmdFileUnloadAll.h"
+#include "component/command/file/CCmdFileVerify.h"
 #include "component/command/memory/CCmdMemoryCompare.h"
 #include "component/command/memory/CCmdMemoryDisplay.h"
 #include "component/command/memory/CCmdMemoryEdit.h"
@@ -89,7 +98,16 @@ HRESULT CDebuggerState::Disconnect()
 
 void CDebuggerState::BuildCommands()
 {
+    Commands.push_back(std::make_unique<CCmdDefaultObjectReader>(Registry, *this));
+    Commands.push_back(std::make_unique<CCmdFileLoad>(Registry, *this));
+    Commands.push_back(std::make_unique<CCmdFileUnload>(Registry, *this));
+    Commands.push_back(std::make_unique<CCmdFileLoadAll>(Registry, *this));
+    Commands.push_back(std::make_unique<CCmdFileUnloadAll>(Registry, *this));
+    Commands.push_back(std::make_unique<CCmdFileSave>(Registry, *this));
+    Commands.push_back(std::make_unique<CCmdFileVerify>(Registry, *this));
+    Commands.push_back(std::make_unique<CCmdCache>(Registry, *this));
     Commands.push_back(std::make_unique<CCmdRadix>(Registry, *this));
+    Commands.push_back(std::make_unique<CCmdInitialise>(Registry, *this));
     Commands.push_back(std::make_unique<CCmdDisconnect>(Registry, *this));
     // Views read memory again when a command has changed it.
     auto memoryChanged = [this] { Broadcast(Event{Ids::EVENT_MEMORY_CHANGED, 0}); };

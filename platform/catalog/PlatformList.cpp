@@ -38,11 +38,32 @@ HRESULT PlatformList::GetPlatformProperty(const std::string& platform, int32_t p
     return S_OK;
 }
 
-HRESULT PlatformList::GetReaderName(int32_t index, std::string& name)
+const ReaderEntry* PlatformList::ReaderAt(int32_t index) const
 {
     if (index < 0 || static_cast<size_t>(index) >= table_.readers.size())
+        return nullptr;
+    return &table_.readers[static_cast<size_t>(index)];
+}
+
+HRESULT PlatformList::GetReaderAttribute(int32_t index, int32_t attribute, VariantBool& flag)
+{
+    flag = VARIANT_FALSE;
+    const ReaderEntry* entry = ReaderAt(index);
+    if (entry == nullptr)
         return E_FAIL;
-    name = table_.readers[static_cast<size_t>(index)].name;
+    if (attribute != READER_SAVES_MEMORY && attribute != READER_VERIFIES)
+        return E_INVALIDARG;
+    const bool has = attribute == READER_SAVES_MEMORY ? entry->savesMemory : entry->verifies;
+    flag = has ? VARIANT_TRUE : VARIANT_FALSE;
+    return S_OK;
+}
+
+HRESULT PlatformList::GetReaderName(int32_t index, std::string& name)
+{
+    const ReaderEntry* entry = ReaderAt(index);
+    if (entry == nullptr)
+        return E_FAIL;
+    name = entry->name;
     return S_OK;
 }
 
@@ -65,8 +86,9 @@ HRESULT PlatformList::IsFunctionPlatform(const std::string& name)
 
 HRESULT PlatformList::GetReaderPlatform(int32_t index, std::string& platform)
 {
-    if (index < 0 || static_cast<size_t>(index) >= table_.readers.size())
+    const ReaderEntry* entry = ReaderAt(index);
+    if (entry == nullptr)
         return E_FAIL;
-    platform = table_.readers[static_cast<size_t>(index)].platform;
+    platform = entry->platform;
     return platform.empty() ? S_FALSE : S_OK;
 }

@@ -33,6 +33,9 @@ struct ReaderEntry {
     std::string name;
     std::string platform;
     std::function<std::unique_ptr<PlatformDriver>(IQServiceRegistry*)> make;
+    // What it does besides loading; a reader that only loads says so here.
+    bool savesMemory = true;
+    bool verifies = true;
 };
 
 struct PlatformTable {

@@ -92,6 +92,12 @@ HRESULT FakePlatformCatalog::GetCpuDriverName(const std::string& platform, std::
     return S_OK;
 }
 
+HRESULT FakePlatformCatalog::GetReaderAttribute(int32_t index, int32_t, VariantBool& flag)
+{
+    flag = index == 0 ? VARIANT_TRUE : VARIANT_FALSE;
+    return index < 0 || index >= static_cast<int32_t>(kReaders.size()) ? E_FAIL : S_OK;
+}
+
 HRESULT FakePlatformCatalog::GetReaderName(int32_t index, std::string& name)
 {
     if (index < 0 || index >= static_cast<int32_t>(kReaders.size()))

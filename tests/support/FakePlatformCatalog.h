@@ -11,7 +11,8 @@
 // A platform catalogue and driver factory that log every driver made and let
 // go. Platforms: "sim" (rich family, CPU "cm3"), "pdsim" (function family, CPU
 // "pdcpu"), "halfsim" (its target driver cannot be made), "ghostcpu" (its CPU
-// driver cannot be made). Readers: "elf" for all, "pdobj" for "pdsim" only.
+// driver cannot be made). Readers: "elf" for all, which saves and verifies;
+// "pdobj" for "pdsim" only, which does neither.
 // No test connects to a function platform: its own driver calls are not offered.
 class FakePlatformCatalog : public IQPlatformList, public IQDriverFactory
 {
@@ -28,6 +29,7 @@ public:
     HRESULT GetPlatformName(int32_t index, std::string& name) override;
     HRESULT GetCpuDriverName(const std::string& platform, std::string& driver) override;
     HRESULT GetPlatformProperty(const std::string&, int32_t, uint32_t&) override { return E_NOTIMPL; }
+    HRESULT GetReaderAttribute(int32_t index, int32_t attribute, VariantBool& flag) override;
     HRESULT GetReaderName(int32_t index, std::string& name) override;
     HRESULT FindReader(const std::string& name, int32_t& index) override;
     HRESULT IsFunctionPlatform(const std::string& name) override;

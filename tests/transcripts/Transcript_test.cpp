@@ -61,10 +61,11 @@ class Transcript : public ::testing::TestWithParam<std::string>
 // NAME.status (default 0) the exit status. NAME.args, when present, holds the
 // console's arguments (default: a session on the simulator); NAME.setup, a
 // shell line run in the fresh workspace first, its output part of the
-// transcript. In both, {cases} stands for this folder and {bin} for the
-// programs' folder; in the output, the workspace reads as {workspace}. With
-// TESSEL_UPDATE_TRANSCRIPTS set, the output is written to NAME.out instead,
-// for a person to read through before it is kept.
+// transcript. In both, {cases} stands for this folder, {bin} for the
+// programs' folder and {firmware} for the test firmware's; in the output,
+// the workspace reads as {workspace}. With TESSEL_UPDATE_TRANSCRIPTS set, the
+// output is written to NAME.out instead, for a person to read through before
+// it is kept.
 TEST_P(Transcript, ConsoleAnswersExactly)
 {
     const fs::path dir = TESSEL_TRANSCRIPT_DIR;
@@ -74,6 +75,7 @@ TEST_P(Transcript, ConsoleAnswersExactly)
     for (std::string* text : {&args, &setup}) {
         ReplaceAll(*text, "{cases}", dir.string());
         ReplaceAll(*text, "{bin}", BinaryDirectory());
+        ReplaceAll(*text, "{firmware}", TESSEL_FIRMWARE_DIR);
     }
     fs::path workspace =
         fs::temp_directory_path() / ("tessel-transcript-" + name + "-" + std::to_string(getpid()));

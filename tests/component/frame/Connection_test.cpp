@@ -22,8 +22,9 @@ struct RecordingOutput : IQOutputWindow {
     CallLog& log;
 };
 
-// The commands made at a connection: radix, disconnect and the seven memory commands.
-constexpr int kCommands = 9;
+// The commands made at a connection: the ten file and setup commands, disconnect
+// and the seven memory commands.
+constexpr int kCommands = 18;
 
 struct Connection : StateFixture {
     RecordingOutput output{log};
@@ -99,7 +100,7 @@ TEST_F(Connection, ConnectMakesDriversInOrderAndAnnouncesIt)
                };
     EXPECT_EQ(Calls(), expected);
     EXPECT_TRUE(state->IsConnected());
-    EXPECT_EQ(state->CommandCount(), 9u) << "radix, disconnect and the memory commands exist while connected";
+    EXPECT_EQ(state->CommandCount(), size_t{kCommands}) << "they exist while connected";
     std::string a, b;
     state->GetCpuText1(a);
     state->GetCpuText2(b);
@@ -206,8 +207,8 @@ TEST_F(Connection, InitialiseAsksFirstAndKeepsTheCommands)
     int32_t count = 0;
     IUnknown** providers = nullptr;
     registry.GetProviders(Ids::IQCmdClient2, count, providers);
-    // Five symbol commands from initialisation, then nine from the connection.
-    ASSERT_EQ(count, 14);
+    // Five symbol commands from initialisation, then those of the connection.
+    ASSERT_EQ(count, 5 + kCommands);
     IUnknown* before = providers[count - 1];
 
     prompts.answerYes = false;
@@ -222,7 +223,7 @@ TEST_F(Connection, InitialiseAsksFirstAndKeepsTheCommands)
     state->InitialiseTarget();
     EXPECT_TRUE(state->IsConnected());
     registry.GetProviders(Ids::IQCmdClient2, count, providers);
-    ASSERT_EQ(count, 14);
+    ASSERT_EQ(count, 5 + kCommands);
     EXPECT_EQ(providers[count - 1], before) << "the same command objects answer after a restart";
     EXPECT_TRUE(Logged(Sent(Ids::EVENT_INITIALISING)));
 }

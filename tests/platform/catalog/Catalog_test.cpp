@@ -1,6 +1,8 @@
 // The catalogue of installed platforms and the factory of their drivers.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "boundary/Ids.h"
 #include "platform/catalog/DriverFactory.h"
 #include "platform/catalog/PlatformList.h"
@@ -29,7 +31,7 @@ struct Catalog : ::testing::Test {
         table.platforms = {{"simulator", "Cortex-M3", false, false, cpu, target},
                            {"legacy", "Legacy-M3", true, false, cpu, target},
                            {"probe", "Probe-CPU", false, true, cpu, nullptr}};
-        table.readers = {{"ELF/DWARF", "", reader}, {"Legacy object", "legacy", reader}};
+        table.readers = {{"ELF/DWARF", "", reader}, {"Legacy object", "legacy", reader, false, true}};
     }
 };
 
@@ -57,6 +59,16 @@ TEST_F(Catalog, ListAnswersFromItsTable)
     EXPECT_EQ(list.GetReaderPlatform(0, name), S_FALSE) << "a reader for every platform";
     EXPECT_EQ(list.GetReaderPlatform(1, name), S_OK);
     EXPECT_EQ(name, "legacy");
+    VariantBool flag = VARIANT_FALSE;
+    for (auto [reader, attribute, expected] : {std::tuple{0, READER_SAVES_MEMORY, VARIANT_TRUE},
+                                               {0, READER_VERIFIES, VARIANT_TRUE},
+                                               {1, READER_SAVES_MEMORY, VARIANT_FALSE},
+                                               {1, READER_VERIFIES, VARIANT_TRUE}}) {
+        EXPECT_EQ(list.GetReaderAttribute(reader, attribute, flag), S_OK);
+        EXPECT_EQ(flag, expected) << reader << " " << attribute;
+    }
+    EXPECT_EQ(list.GetReaderAttribute(1, 4, flag), E_INVALIDARG);
+    EXPECT_EQ(list.GetReaderAttribute(2, READER_VERIFIES, flag), E_FAIL);
 }
 
 TEST_F(Catalog, FactoryOwnsWhatItMadeUntilReleasedAndRefusesWhatIsNotInstalled)
