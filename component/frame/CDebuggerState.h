@@ -270,7 +270,8 @@ public:
     std::string ExpandForSession(const std::string& text) const;
 
     // Loading, saving and verifying (each gives the task's status: 1
-    // cancelled, 2 done, 3 failed). `quiet`: the caller tells the outcome.
+    // cancelled, 2 done, 3 failed). `quiet`: the caller tells the outcome;
+    // a failed save or verify still shows its reason.
     int32_t LoadProgram(CQProgram& program, bool debugDataOnly, bool log, bool quiet);
     // Index -1: every program. The result is negative when a program failed.
     HRESULT DownloadPrograms(int32_t index, bool reload, bool debugDataOnly, bool skipBuildCheck,
@@ -278,7 +279,7 @@ public:
     int32_t DownloadProgram(int32_t index, bool quiet);
     HRESULT UnloadPrograms(int32_t index);
     int32_t SaveMemory(TargetAddress start, TargetAddress end, const std::string& path,
-                       const std::string& format, int32_t accessSize, bool quiet);
+                       const std::string& format, int32_t accessSize);
     int32_t VerifyMemory(const std::string& format, const std::string& path, uint32_t offset,
                          int32_t accessSize, bool quiet);
     // Shows the program's entry in its source; silent when there is none.
@@ -424,8 +425,6 @@ private:
     bool ResetAfterDownload();
     // The work after a download that something was loaded by.
     void FinishDownload(CQProgram* last);
-    // The session's module list written back, after a command changed it.
-    void WriteModules(const std::vector<CDownloadModule>& modules);
     std::string DefaultFormat();
     bool KnowsFormat(const std::string& format);
     // Whether a program made of these values can open its reader.

@@ -266,7 +266,7 @@ HRESULT CDebuggerState::UnloadPrograms(int32_t index)
 }
 
 int32_t CDebuggerState::SaveMemory(TargetAddress start, TargetAddress end, const std::string& path,
-                                   const std::string& format, int32_t accessSize, bool quiet)
+                                   const std::string& format, int32_t accessSize)
 {
     RecordCommand(MessageFormat::Format("%s %s \"%s\" 0x%X 0x%X %s", "file_save", format.c_str(),
                                         path.c_str(), start.Value(), end.Value(), AccessWord(accessSize)));
@@ -283,7 +283,7 @@ int32_t CDebuggerState::SaveMemory(TargetAddress start, TargetAddress end, const
         if (status == TASK_DONE)
             Recent.MruProgramSave.Add(
                 std::make_unique<CMRUProgramSave>(path, format, accessSize, start.Value(), end.Value()));
-        else if (!quiet)
+        else
             ShowText(ErrorTextOf(program, status == TASK_CANCELLED ? kTaskCancelled : task.Result()),
                      MessageIcon::Stop);
     }
@@ -318,7 +318,8 @@ int32_t CDebuggerState::VerifyMemory(const std::string& format, const std::strin
                                                task.Mismatch().inMemory, task.Mismatch().inFile);
         else
             text = ErrorTextOf(program, task.Result());
-        if (!quiet)
+        // A caller that prints the outcome itself still wants to know why a verify failed.
+        if (!quiet || status != TASK_DONE)
             ShowText(text, status == TASK_DONE ? MessageIcon::Information : MessageIcon::Stop);
     }
     program.Close(Registry);

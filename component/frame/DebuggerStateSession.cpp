@@ -84,15 +84,6 @@ HRESULT CDebuggerState::ApplySessionSettings()
     return S_OK;
 }
 
-void CDebuggerState::WriteModules(const std::vector<CDownloadModule>& modules)
-{
-    Variant stored;
-    WriteModuleList(modules, stored);
-    if (auto* store = GetServiceAs<IQDebugSettingsStore>(Registry, Ids::IQDebugSettingsStore))
-        store->SetModules(WorkspaceName, ProjectName, SessionName, stored);
-    Modules = modules;
-}
-
 std::string CDebuggerState::DefaultFormat()
 {
     std::string format;

@@ -31,15 +31,16 @@ HRESULT ElfModule::QueryInterface(const Guid& iid, void** out)
 namespace
 {
 
-// The bytes the file gives each segment; with the zeros that fill it up to its size in memory when padded.
-std::vector<DataBlock> Blocks(const ElfImage& image, bool padded)
+// The bytes the file gives each segment. What a segment has beyond them in
+// memory (zeroed data, a region the program fills itself) is the program's
+// own start-up to clear at its run-time address, not the load's to write at
+// the load address, where it would land in flash or on data kept over a reset.
+std::vector<DataBlock> Blocks(const ElfImage& image)
 {
     std::vector<DataBlock> blocks;
-    for (const LoadSegment& segment : image.Segments()) {
-        blocks.push_back({segment.address, segment.bytes});
-        if (padded)
-            blocks.back().bytes.resize(segment.memSize, 0);
-    }
+    for (const LoadSegment& segment : image.Segments())
+        if (!segment.bytes.empty())
+            blocks.push_back({segment.address, segment.bytes});
     return blocks;
 }
 
@@ -61,7 +62,7 @@ HRESULT ElfModule::Load(IQTCPObject* task, int32_t mode)
     if (Succeeded(hr) && (mode & 1) != 0)
         hr = debug.Read(image);
     if (Succeeded(hr) && (mode & 2) != 0)
-        hr = transfer.Write(Blocks(image, true));
+        hr = transfer.Write(Blocks(image));
     if (Succeeded(hr) && transfer.Cancelled())
         hr = OE_USER_ABORTED;
     if (Failed(hr))
@@ -106,7 +107,7 @@ HRESULT ElfModule::Verify(IQTCPObject* task)
     BlockTransfer transfer(registry_, program_, task);
     ElfImage image;
     HRESULT hr = image.Open(transfer.Path());
-    return transfer.Finish(Succeeded(hr) ? transfer.Compare(Blocks(image, false)) : hr);
+    return transfer.Finish(Succeeded(hr) ? transfer.Compare(Blocks(image)) : hr);
 }
 
 HRESULT ElfModule::GetAddressSource(TargetAddress address, std::string& file, uint32_t& line)

@@ -57,7 +57,7 @@ HRESULT CCmdFileSave::Run(const std::string& text, std::string& message, bool& c
         return E_FAIL;
     const int32_t status = Debugger.SaveMemory(TargetAddress(static_cast<uint32_t>(start.Value)),
                                                TargetAddress(static_cast<uint32_t>(end.Value)), file.Path,
-                                               Format, AccessSizeOf(mode), false);
+                                               Format, AccessSizeOf(mode));
     return AnswerStatus(status, kStatusTexts, file.Value, message);
 }
 

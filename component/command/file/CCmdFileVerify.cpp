@@ -52,6 +52,6 @@ HRESULT CCmdFileVerify::Run(const std::string& text, std::string& message, bool&
         return E_FAIL;
     }
     const int32_t status = Debugger.VerifyMemory(Format, file.Path, static_cast<uint32_t>(offset.Value),
-                                                 AccessSizeOf(mode), false);
+                                                 AccessSizeOf(mode), true);
     return AnswerStatus(status, kStatusTexts, file.Value, message);
 }

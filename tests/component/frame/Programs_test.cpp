@@ -290,7 +290,7 @@ TEST_F(Downloads, UnloadingAsksForLoadedProgramsAndKeepsThemInTheList)
 
 TEST_F(Downloads, SavesAndVerifiesGoThroughATemporaryProgram)
 {
-    EXPECT_EQ(state->SaveMemory(0x100, 0x1FF, "/tmp/out.elf", "elf", 4, true), TASK_DONE);
+    EXPECT_EQ(state->SaveMemory(0x100, 0x1FF, "/tmp/out.elf", "elf", 4), TASK_DONE);
     EXPECT_EQ(loads, (CallLog{"Save /tmp/out.elf 0x100-0x1FF", "Release reader"}));
     EXPECT_EQ(recorder.Lines().back(), "file_save elf \"/tmp/out.elf\" 0x100 0x1FF long");
     ASSERT_EQ(state->GetRecentLists().MruProgramSave.Count(), 1u);
@@ -305,7 +305,7 @@ TEST_F(Downloads, SavesAndVerifiesGoThroughATemporaryProgram)
     EXPECT_NE(messages.shown.back().find("Address: 0x00000104"), std::string::npos);
     EXPECT_EQ(state->GetRecentLists().MruProgramVerify.Count(), 1u)
         << "only a verify that worked is remembered";
-    EXPECT_EQ(state->SaveMemory(0, 1, "/tmp/x", "nosuch", 1, true), TASK_FAILED)
+    EXPECT_EQ(state->SaveMemory(0, 1, "/tmp/x", "nosuch", 1), TASK_FAILED)
         << "no reader for the format";
 }
 
