@@ -2,8 +2,58 @@
 
 #include <algorithm>
 #include <exception>
+#include <iterator>
 #include <new>
-#include <strings.h>
+
+namespace
+{
+
+char FoldCase(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool SameIgnoringCase(std::string_view a, std::string_view b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return FoldCase(x) == FoldCase(y); });
+}
+
+// A bijection that spreads neighbouring numbers over the whole table; two
+// addresses share a hash only when they are equal.
+uint32_t Scramble(uint32_t hash)
+{
+    hash = (hash ^ (hash >> 16)) * 0x85ebca6bu;
+    hash = (hash ^ (hash >> 13)) * 0xc2b2ae35u;
+    return hash ^ (hash >> 16);
+}
+
+uint32_t AddressHash(TargetAddress address)
+{
+    return Scramble(address.Value());
+}
+
+// Blind to ASCII case, so that a name's case variants share a hash.
+uint32_t NameHash(std::string_view name)
+{
+    uint32_t hash = 2166136261u;
+    for (const char c : name)
+        hash = (hash ^ static_cast<unsigned char>(FoldCase(c))) * 16777619u;
+    return Scramble(hash);
+}
+
+auto Named(std::string_view name)
+{
+    return [name](const CDataLabel& label) { return label.NarrowName() == name; };
+}
+
+// Labels under one address hash have that very address.
+bool AnyLabel(const CDataLabel&)
+{
+    return true;
+}
+
+} // namespace
 
 CDataLabelArray::~CDataLabelArray()
 {
@@ -28,8 +78,11 @@ bool CDataLabelArray::AddLabel(const LabelRecord& record, uint32_t moduleId)
 }
 
 // Both keys or neither: a key whose twin could not be made is taken out again.
+// The indexes get their room first, so that filing the label cannot fail.
 void CDataLabelArray::Insert(CDataLabel* label)
 {
+    nameIndex_.Reserve(names_.size() + 1);
+    addressIndex_.Reserve(addresses_.size() + 1);
     const auto named = names_.insert(CLabelKeyName(label));
     try {
         addresses_.insert(CLabelKeyAddress(label));
@@ -37,6 +90,32 @@ void CDataLabelArray::Insert(CDataLabel* label)
         names_.erase(named);
         throw;
     }
+    Index(label);
+}
+
+void CDataLabelArray::Index(CDataLabel* label)
+{
+    const std::string_view name = label->NarrowName();
+    const uint32_t nameHash = NameHash(name);
+    if (nameIndex_.Find(nameHash, Named(name)) == nullptr)
+        nameIndex_.Insert(nameHash, label);
+    const uint32_t addressHash = AddressHash(label->Record.Address);
+    if (addressIndex_.Find(addressHash, AnyLabel) == nullptr)
+        addressIndex_.Insert(addressHash, label);
+}
+
+void CDataLabelArray::Unindex(NameOrder::const_iterator named)
+{
+    const auto next = std::next(named);
+    CDataLabel* heir = next != names_.end() && next->Name() == named->Name() ? next->Label : nullptr;
+    nameIndex_.Replace(NameHash(named->Name()), named->Label, heir);
+}
+
+void CDataLabelArray::Unindex(AddressOrder::const_iterator at)
+{
+    const auto next = std::next(at);
+    CDataLabel* heir = next != addresses_.end() && next->Address() == at->Address() ? next->Label : nullptr;
+    addressIndex_.Replace(AddressHash(at->Address()), at->Label, heir);
 }
 
 CDataLabel* CDataLabelArray::DetachByName(std::string_view name)
@@ -45,11 +124,13 @@ CDataLabel* CDataLabelArray::DetachByName(std::string_view name)
     if (named == names_.end() || named->Name() != name)
         return nullptr;
     CDataLabel* label = named->Label;
+    Unindex(named);
     names_.erase(named);
     // Labels of one address stand side by side; only this label's own key goes.
     auto at = addresses_.lower_bound(label->Record.Address);
     while (at->Label != label)
         ++at;
+    Unindex(at);
     addresses_.erase(at);
     ResetCursors();
     return label;
@@ -83,13 +164,21 @@ HRESULT CDataLabelArray::ReplaceLabel(const LabelRecord& oldRecord, const LabelR
 void CDataLabelArray::RemoveModuleLabels(uint32_t moduleId)
 {
     worker_.Wait();
-    std::erase_if(names_, [moduleId](const CLabelKeyName& key) { return key.Label->ModuleId == moduleId; });
+    for (auto named = names_.begin(); named != names_.end();) {
+        if (named->Label->ModuleId != moduleId) {
+            ++named;
+            continue;
+        }
+        Unindex(named);
+        named = names_.erase(named);
+    }
     for (auto at = addresses_.begin(); at != addresses_.end();) {
         CDataLabel* label = at->Label;
         if (label->ModuleId != moduleId) {
             ++at;
             continue;
         }
+        Unindex(at);
         at = addresses_.erase(at);
         delete label;
     }
@@ -115,42 +204,57 @@ void CDataLabelArray::Clear()
         delete key.Label;
     names_.clear();
     addresses_.clear();
+    nameIndex_.Clear();
+    addressIndex_.Clear();
     ResetCursors();
 }
 
 HRESULT CDataLabelArray::FindByAddress(LabelRecord& record)
 {
     worker_.Wait();
-    const auto at = addresses_.lower_bound(record.Address);
-    if (at == addresses_.end() || at->Address() != record.Address)
+    const CDataLabel* label = addressIndex_.Find(AddressHash(record.Address), AnyLabel);
+    if (label == nullptr)
         return QE_UNDEFINED_SYMBOL;
-    record.Name = at->Label->NarrowName();
+    record.Name = label->NarrowName();
     return S_OK;
 }
 
 HRESULT CDataLabelArray::FindByName(LabelRecord& record, uint32_t moduleId, bool exact)
 {
     worker_.Wait();
+    const std::string_view wanted = record.Name;
+    const uint32_t hash = NameHash(wanted);
     const CDataLabel* found = nullptr;
-    if (exact && moduleId == 0) {
-        const auto named = names_.lower_bound(record.Name);
-        if (named != names_.end() && named->Name() == record.Name)
-            found = named->Label;
+    if (exact) {
+        found = FirstOfModule(nameIndex_.Find(hash, Named(wanted)), moduleId);
     } else {
-        for (const CLabelKeyName& key : names_) {
-            const bool sameName = exact
-                                      ? key.Name() == record.Name
-                                      : strcasecmp(key.Label->NarrowName().c_str(), record.Name.c_str()) == 0;
-            if (sameName && (moduleId == 0 || key.Label->ModuleId == moduleId)) {
-                found = key.Label;
-                break;
+        // Each case variant heads its own labels; the byte-wise least one that
+        // has a label of the module comes first in name order.
+        nameIndex_.Find(hash, [&](const CDataLabel& head) {
+            const std::string_view name = head.NarrowName();
+            if (SameIgnoringCase(name, wanted) && (found == nullptr || name < found->NarrowName())) {
+                if (const CDataLabel* label = FirstOfModule(&head, moduleId))
+                    found = label;
             }
-        }
+            return false;
+        });
     }
     if (found == nullptr)
         return QE_UNDEFINED_SYMBOL;
     record.Address = found->Record.Address;
     return S_OK;
+}
+
+const CDataLabel* CDataLabelArray::FirstOfModule(const CDataLabel* head, uint32_t moduleId) const
+{
+    if (head == nullptr || moduleId == 0 || head->ModuleId == moduleId)
+        return head;
+    const std::string_view name = head->NarrowName();
+    for (auto named = names_.lower_bound(name); named != names_.end() && named->Name() == name; ++named) {
+        if (named->Label->ModuleId == moduleId)
+            return named->Label;
+    }
+    return nullptr;
 }
 
 size_t CDataLabelArray::GetCount()
@@ -227,10 +331,13 @@ void CDataLabelArray::SortInPending() noexcept
     std::vector<NameOrder::iterator> named;
     std::vector<AddressOrder::iterator> addressed;
     try {
+        nameIndex_.Reserve(names_.size() + pending_.size());
+        addressIndex_.Reserve(addresses_.size() + pending_.size());
         InsertBatch(names_, pending_, named);
         InsertBatch(addresses_, pending_, addressed);
+        // Oldest first, so that each name and address is filed under its oldest label.
         for (std::unique_ptr<CDataLabel>& label : pending_)
-            label.release();
+            Index(label.release());
     } catch (const std::bad_alloc&) {
         for (const auto& key : named)
             names_.erase(key);
