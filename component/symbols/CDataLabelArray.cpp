@@ -336,8 +336,15 @@ void CDataLabelArray::SortInPending() noexcept
         InsertBatch(names_, pending_, named);
         InsertBatch(addresses_, pending_, addressed);
         // Oldest first, so that each name and address is filed under its oldest label.
-        for (std::unique_ptr<CDataLabel>& label : pending_)
-            Index(label.release());
+        constexpr size_t Ahead = 16;
+        for (size_t i = 0; i < pending_.size(); ++i) {
+            if (i + Ahead < pending_.size()) {
+                const CDataLabel& later = *pending_[i + Ahead];
+                nameIndex_.Prefetch(NameHash(later.NarrowName()));
+                addressIndex_.Prefetch(AddressHash(later.Record.Address));
+            }
+            Index(pending_[i].release());
+        }
     } catch (const std::bad_alloc&) {
         for (const auto& key : named)
             names_.erase(key);

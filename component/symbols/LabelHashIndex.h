@@ -24,6 +24,9 @@ public:
     // nullptr; nothing happens when `label` isn't filed. Never allocates.
     void Replace(uint32_t hash, const CDataLabel* label, CDataLabel* heir);
     void Clear();
+    // Starts to fetch the slot where a lookup of `hash` begins, so that a run
+    // of insertions waits for several cache misses at once. Only after Reserve.
+    void Prefetch(uint32_t hash) const { __builtin_prefetch(slots_.data() + Home(hash)); }
 
 private:
     struct Slot {
