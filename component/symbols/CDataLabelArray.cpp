@@ -8,40 +8,6 @@
 namespace
 {
 
-char FoldCase(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool SameIgnoringCase(std::string_view a, std::string_view b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return FoldCase(x) == FoldCase(y); });
-}
-
-// A bijection that spreads neighbouring numbers over the whole table; two
-// addresses share a hash only when they are equal.
-uint32_t Scramble(uint32_t hash)
-{
-    hash = (hash ^ (hash >> 16)) * 0x85ebca6bu;
-    hash = (hash ^ (hash >> 13)) * 0xc2b2ae35u;
-    return hash ^ (hash >> 16);
-}
-
-uint32_t AddressHash(TargetAddress address)
-{
-    return Scramble(address.Value());
-}
-
-// Blind to ASCII case, so that a name's case variants share a hash.
-uint32_t NameHash(std::string_view name)
-{
-    uint32_t hash = 2166136261u;
-    for (const char c : name)
-        hash = (hash ^ static_cast<unsigned char>(FoldCase(c))) * 16777619u;
-    return Scramble(hash);
-}
-
 auto Named(std::string_view name)
 {
     return [name](const CDataLabel& label) { return label.NarrowName() == name; };
@@ -96,10 +62,10 @@ void CDataLabelArray::Insert(CDataLabel* label)
 void CDataLabelArray::Index(CDataLabel* label)
 {
     const std::string_view name = label->NarrowName();
-    const uint32_t nameHash = NameHash(name);
+    const uint32_t nameHash = LabelHashIndex::NameHash(name);
     if (nameIndex_.Find(nameHash, Named(name)) == nullptr)
         nameIndex_.Insert(nameHash, label);
-    const uint32_t addressHash = AddressHash(label->Record.Address);
+    const uint32_t addressHash = LabelHashIndex::AddressHash(label->Record.Address);
     if (addressIndex_.Find(addressHash, AnyLabel) == nullptr)
         addressIndex_.Insert(addressHash, label);
 }
@@ -108,14 +74,14 @@ void CDataLabelArray::Unindex(NameOrder::const_iterator named)
 {
     const auto next = std::next(named);
     CDataLabel* heir = next != names_.end() && next->Name() == named->Name() ? next->Label : nullptr;
-    nameIndex_.Replace(NameHash(named->Name()), named->Label, heir);
+    nameIndex_.Replace(LabelHashIndex::NameHash(named->Name()), named->Label, heir);
 }
 
 void CDataLabelArray::Unindex(AddressOrder::const_iterator at)
 {
     const auto next = std::next(at);
     CDataLabel* heir = next != addresses_.end() && next->Address() == at->Address() ? next->Label : nullptr;
-    addressIndex_.Replace(AddressHash(at->Address()), at->Label, heir);
+    addressIndex_.Replace(LabelHashIndex::AddressHash(at->Address()), at->Label, heir);
 }
 
 CDataLabel* CDataLabelArray::DetachByName(std::string_view name)
@@ -212,7 +178,7 @@ void CDataLabelArray::Clear()
 HRESULT CDataLabelArray::FindByAddress(LabelRecord& record)
 {
     worker_.Wait();
-    const CDataLabel* label = addressIndex_.Find(AddressHash(record.Address), AnyLabel);
+    const CDataLabel* label = addressIndex_.Find(LabelHashIndex::AddressHash(record.Address), AnyLabel);
     if (label == nullptr)
         return QE_UNDEFINED_SYMBOL;
     record.Name = label->NarrowName();
@@ -223,7 +189,7 @@ HRESULT CDataLabelArray::FindByName(LabelRecord& record, uint32_t moduleId, bool
 {
     worker_.Wait();
     const std::string_view wanted = record.Name;
-    const uint32_t hash = NameHash(wanted);
+    const uint32_t hash = LabelHashIndex::NameHash(wanted);
     const CDataLabel* found = nullptr;
     if (exact) {
         found = FirstOfModule(nameIndex_.Find(hash, Named(wanted)), moduleId);
@@ -232,7 +198,8 @@ HRESULT CDataLabelArray::FindByName(LabelRecord& record, uint32_t moduleId, bool
         // has a label of the module comes first in name order.
         nameIndex_.Find(hash, [&](const CDataLabel& head) {
             const std::string_view name = head.NarrowName();
-            if (SameIgnoringCase(name, wanted) && (found == nullptr || name < found->NarrowName())) {
+            if (LabelHashIndex::SameIgnoringCase(name, wanted) &&
+                (found == nullptr || name < found->NarrowName())) {
                 if (const CDataLabel* label = FirstOfModule(&head, moduleId))
                     found = label;
             }
@@ -340,8 +307,8 @@ void CDataLabelArray::SortInPending() noexcept
         for (size_t i = 0; i < pending_.size(); ++i) {
             if (i + Ahead < pending_.size()) {
                 const CDataLabel& later = *pending_[i + Ahead];
-                nameIndex_.Prefetch(NameHash(later.NarrowName()));
-                addressIndex_.Prefetch(AddressHash(later.Record.Address));
+                nameIndex_.Prefetch(LabelHashIndex::NameHash(later.NarrowName()));
+                addressIndex_.Prefetch(LabelHashIndex::AddressHash(later.Record.Address));
             }
             Index(pending_[i].release());
         }

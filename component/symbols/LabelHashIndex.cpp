@@ -1,5 +1,44 @@
 #include "component/symbols/LabelHashIndex.h"
 
+#include <algorithm>
+
+namespace
+{
+
+char FoldCase(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// A bijection that spreads neighbouring numbers over the whole table.
+uint32_t Scramble(uint32_t hash)
+{
+    hash = (hash ^ (hash >> 16)) * 0x85ebca6bu;
+    hash = (hash ^ (hash >> 13)) * 0xc2b2ae35u;
+    return hash ^ (hash >> 16);
+}
+
+} // namespace
+
+uint32_t LabelHashIndex::NameHash(std::string_view name)
+{
+    uint32_t hash = 2166136261u;
+    for (const char c : name)
+        hash = (hash ^ static_cast<unsigned char>(FoldCase(c))) * 16777619u;
+    return Scramble(hash);
+}
+
+bool LabelHashIndex::SameIgnoringCase(std::string_view a, std::string_view b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return FoldCase(x) == FoldCase(y); });
+}
+
+uint32_t LabelHashIndex::AddressHash(TargetAddress address)
+{
+    return Scramble(address.Value());
+}
+
 void LabelHashIndex::Reserve(size_t count)
 {
     size_t size = slots_.empty() ? 16 : slots_.size();

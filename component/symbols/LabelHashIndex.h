@@ -1,6 +1,7 @@
 #pragma once
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "component/symbols/CDataLabel.h"
@@ -13,6 +14,13 @@
 class LabelHashIndex
 {
 public:
+    // Blind to ASCII case, so that a name's case variants share a hash.
+    static uint32_t NameHash(std::string_view name);
+    // The equality that NameHash keeps: names equal but for ASCII case.
+    static bool SameIgnoringCase(std::string_view a, std::string_view b);
+    // Two addresses share a hash only when they are equal.
+    static uint32_t AddressHash(TargetAddress address);
+
     // Room for `count` labels in all, so that inserting up to there cannot fail.
     // Throws std::bad_alloc, and the index is unchanged then.
     void Reserve(size_t count);
