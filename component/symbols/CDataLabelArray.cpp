@@ -2,8 +2,24 @@
 
 #include <algorithm>
 #include <exception>
+#include <iterator>
 #include <new>
-#include <strings.h>
+
+namespace
+{
+
+auto Named(std::string_view name)
+{
+    return [name](const CDataLabel& label) { return label.NarrowName() == name; };
+}
+
+// Labels under one address hash have that very address.
+bool AnyLabel(const CDataLabel&)
+{
+    return true;
+}
+
+} // namespace
 
 CDataLabelArray::~CDataLabelArray()
 {
@@ -28,8 +44,11 @@ bool CDataLabelArray::AddLabel(const LabelRecord& record, uint32_t moduleId)
 }
 
 // Both keys or neither: a key whose twin could not be made is taken out again.
+// The indexes get their room first, so that filing the label cannot fail.
 void CDataLabelArray::Insert(CDataLabel* label)
 {
+    nameIndex_.Reserve(names_.size() + 1);
+    addressIndex_.Reserve(addresses_.size() + 1);
     const auto named = names_.insert(CLabelKeyName(label));
     try {
         addresses_.insert(CLabelKeyAddress(label));
@@ -37,6 +56,32 @@ void CDataLabelArray::Insert(CDataLabel* label)
         names_.erase(named);
         throw;
     }
+    Index(label);
+}
+
+void CDataLabelArray::Index(CDataLabel* label)
+{
+    const std::string_view name = label->NarrowName();
+    const uint32_t nameHash = LabelHashIndex::NameHash(name);
+    if (nameIndex_.Find(nameHash, Named(name)) == nullptr)
+        nameIndex_.Insert(nameHash, label);
+    const uint32_t addressHash = LabelHashIndex::AddressHash(label->Record.Address);
+    if (addressIndex_.Find(addressHash, AnyLabel) == nullptr)
+        addressIndex_.Insert(addressHash, label);
+}
+
+void CDataLabelArray::Unindex(NameOrder::const_iterator named)
+{
+    const auto next = std::next(named);
+    CDataLabel* heir = next != names_.end() && next->Name() == named->Name() ? next->Label : nullptr;
+    nameIndex_.Replace(LabelHashIndex::NameHash(named->Name()), named->Label, heir);
+}
+
+void CDataLabelArray::Unindex(AddressOrder::const_iterator at)
+{
+    const auto next = std::next(at);
+    CDataLabel* heir = next != addresses_.end() && next->Address() == at->Address() ? next->Label : nullptr;
+    addressIndex_.Replace(LabelHashIndex::AddressHash(at->Address()), at->Label, heir);
 }
 
 CDataLabel* CDataLabelArray::DetachByName(std::string_view name)
@@ -45,11 +90,13 @@ CDataLabel* CDataLabelArray::DetachByName(std::string_view name)
     if (named == names_.end() || named->Name() != name)
         return nullptr;
     CDataLabel* label = named->Label;
+    Unindex(named);
     names_.erase(named);
     // Labels of one address stand side by side; only this label's own key goes.
     auto at = addresses_.lower_bound(label->Record.Address);
     while (at->Label != label)
         ++at;
+    Unindex(at);
     addresses_.erase(at);
     ResetCursors();
     return label;
@@ -85,13 +132,21 @@ void CDataLabelArray::RemoveModuleLabels(uint32_t moduleId)
     worker_.Wait();
     // A load that failed takes back also what it added while deferred.
     std::erase_if(pending_, [moduleId](const auto& label) { return label->ModuleId == moduleId; });
-    std::erase_if(names_, [moduleId](const CLabelKeyName& key) { return key.Label->ModuleId == moduleId; });
+    for (auto named = names_.begin(); named != names_.end();) {
+        if (named->Label->ModuleId != moduleId) {
+            ++named;
+            continue;
+        }
+        Unindex(named);
+        named = names_.erase(named);
+    }
     for (auto at = addresses_.begin(); at != addresses_.end();) {
         CDataLabel* label = at->Label;
         if (label->ModuleId != moduleId) {
             ++at;
             continue;
         }
+        Unindex(at);
         at = addresses_.erase(at);
         delete label;
     }
@@ -117,42 +172,58 @@ void CDataLabelArray::Clear()
         delete key.Label;
     names_.clear();
     addresses_.clear();
+    nameIndex_.Clear();
+    addressIndex_.Clear();
     ResetCursors();
 }
 
 HRESULT CDataLabelArray::FindByAddress(LabelRecord& record)
 {
     worker_.Wait();
-    const auto at = addresses_.lower_bound(record.Address);
-    if (at == addresses_.end() || at->Address() != record.Address)
+    const CDataLabel* label = addressIndex_.Find(LabelHashIndex::AddressHash(record.Address), AnyLabel);
+    if (label == nullptr)
         return QE_UNDEFINED_SYMBOL;
-    record.Name = at->Label->NarrowName();
+    record.Name = label->NarrowName();
     return S_OK;
 }
 
 HRESULT CDataLabelArray::FindByName(LabelRecord& record, uint32_t moduleId, bool exact)
 {
     worker_.Wait();
+    const std::string_view wanted = record.Name;
+    const uint32_t hash = LabelHashIndex::NameHash(wanted);
     const CDataLabel* found = nullptr;
-    if (exact && moduleId == 0) {
-        const auto named = names_.lower_bound(record.Name);
-        if (named != names_.end() && named->Name() == record.Name)
-            found = named->Label;
+    if (exact) {
+        found = FirstOfModule(nameIndex_.Find(hash, Named(wanted)), moduleId);
     } else {
-        for (const CLabelKeyName& key : names_) {
-            const bool sameName = exact
-                                      ? key.Name() == record.Name
-                                      : strcasecmp(key.Label->NarrowName().c_str(), record.Name.c_str()) == 0;
-            if (sameName && (moduleId == 0 || key.Label->ModuleId == moduleId)) {
-                found = key.Label;
-                break;
+        // Each case variant heads its own labels; the byte-wise least one that
+        // has a label of the module comes first in name order.
+        nameIndex_.Find(hash, [&](const CDataLabel& head) {
+            const std::string_view name = head.NarrowName();
+            if (LabelHashIndex::SameIgnoringCase(name, wanted) &&
+                (found == nullptr || name < found->NarrowName())) {
+                if (const CDataLabel* label = FirstOfModule(&head, moduleId))
+                    found = label;
             }
-        }
+            return false;
+        });
     }
     if (found == nullptr)
         return QE_UNDEFINED_SYMBOL;
     record.Address = found->Record.Address;
     return S_OK;
+}
+
+const CDataLabel* CDataLabelArray::FirstOfModule(const CDataLabel* head, uint32_t moduleId) const
+{
+    if (head == nullptr || moduleId == 0 || head->ModuleId == moduleId)
+        return head;
+    const std::string_view name = head->NarrowName();
+    for (auto named = names_.lower_bound(name); named != names_.end() && named->Name() == name; ++named) {
+        if (named->Label->ModuleId == moduleId)
+            return named->Label;
+    }
+    return nullptr;
 }
 
 size_t CDataLabelArray::GetCount()
@@ -229,10 +300,20 @@ void CDataLabelArray::SortInPending() noexcept
     std::vector<NameOrder::iterator> named;
     std::vector<AddressOrder::iterator> addressed;
     try {
+        nameIndex_.Reserve(names_.size() + pending_.size());
+        addressIndex_.Reserve(addresses_.size() + pending_.size());
         InsertBatch(names_, pending_, named);
         InsertBatch(addresses_, pending_, addressed);
-        for (std::unique_ptr<CDataLabel>& label : pending_)
-            label.release();
+        // Oldest first, so that each name and address is filed under its oldest label.
+        constexpr size_t Ahead = 16;
+        for (size_t i = 0; i < pending_.size(); ++i) {
+            if (i + Ahead < pending_.size()) {
+                const CDataLabel& later = *pending_[i + Ahead];
+                nameIndex_.Prefetch(LabelHashIndex::NameHash(later.NarrowName()));
+                addressIndex_.Prefetch(LabelHashIndex::AddressHash(later.Record.Address));
+            }
+            Index(pending_[i].release());
+        }
     } catch (const std::bad_alloc&) {
         for (const auto& key : named)
             names_.erase(key);

@@ -11,6 +11,7 @@
 #include "component/symbols/CLabelKeyAddress.h"
 #include "component/symbols/CLabelKeyName.h"
 #include "component/symbols/IdleWorker.h"
+#include "component/symbols/LabelHashIndex.h"
 #include "component/symbols/OrderCursor.h"
 
 // No label of that name or at that address ("Undefined symbol" in the error table).
@@ -18,7 +19,10 @@ constexpr HRESULT QE_UNDEFINED_SYMBOL = MakeResult(0x80041013u);
 
 // The labels of the loaded programs, each kept once and ordered twice, by name
 // and by address; both orders allow duplicates, and among equal keys the oldest
-// comes first.
+// comes first. Beside the orders, two hash indexes answer the lookups without
+// a walk down a tree that outgrows the caches: one files the first label in
+// name order of each distinct name, blind to case so that a name's case
+// variants share a hash; the other files the oldest label at each address.
 //
 // A download adds its labels in deferred mode, where a label only joins a
 // pending list; leaving deferred mode sorts them in on an idle-priority worker.
@@ -68,6 +72,16 @@ private:
     using AddressOrder = std::multiset<CLabelKeyAddress, LabelAddressOrder>;
 
     void Insert(CDataLabel* label);
+    // Files a label that is younger than every stored one, if it heads its
+    // name or its address. Cannot fail once the indexes have room.
+    void Index(CDataLabel* label);
+    // Before a key leaves its order: its label's place in the index, if it has
+    // one, passes to the next label of that name or address.
+    void Unindex(NameOrder::const_iterator named);
+    void Unindex(AddressOrder::const_iterator at);
+    // The first label in name order of the name that `head` heads which
+    // belongs to the module; the head itself when the module is 0.
+    const CDataLabel* FirstOfModule(const CDataLabel* head, uint32_t moduleId) const;
     CDataLabel* DetachByName(std::string_view name);
     void ResetCursors();
     void SortInPending() noexcept;
@@ -76,6 +90,8 @@ private:
     OrderCursor<NameOrder> nameCursor_;
     AddressOrder addresses_;
     OrderCursor<AddressOrder> addressCursor_;
+    LabelHashIndex nameIndex_;
+    LabelHashIndex addressIndex_;
     std::vector<std::unique_ptr<CDataLabel>> pending_;
     bool deferred_ = false;
     // Declared last, so that it is waited for before what its job touches goes.

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <random>
 #include <string>
+#include <strings.h>
 #include <vector>
 
 #include "component/symbols/CDataLabelArray.h"
@@ -162,6 +164,58 @@ TEST(LabelStore, ModulesFollowTheirLabels)
     EXPECT_EQ(Lookup(store, "d", 6, true), 4);
     store.RemoveModuleLabels(8);
     EXPECT_EQ(Walk(store, false), (Strings{"d@4#0"}));
+}
+
+// Whatever changes came before, a lookup answers as a walk through the orders
+// would: the first label in name order with the name (and the module, unless
+// 0), the first in address order at the address.
+TEST(LabelStore, LookupsAnswerAsAWalkWouldThroughAnyChanges)
+{
+    std::mt19937 random(7);
+    const auto pick = [&random](uint32_t count) { return static_cast<uint32_t>(random() % count); };
+    const auto name = [&] { return (pick(2) != 0 ? "L" : "l") + std::to_string(pick(40)); };
+    CDataLabelArray store;
+    for (int step = 0; step < 3000; ++step) {
+        const uint32_t what = pick(100);
+        if (what < 55)
+            ASSERT_TRUE(store.AddLabel({name(), pick(50)}, 1 + pick(3)));
+        else if (what < 70)
+            store.RemoveLabel(name());
+        else if (what < 71)
+            store.RemoveModuleLabels(1 + pick(3));
+        else if (what < 76)
+            store.ReassignModule(1 + pick(3), 1 + pick(3));
+        else if (what < 81)
+            store.ReplaceLabel({name()}, {name(), pick(50)});
+        else if (what < 82)
+            store.Clear();
+        else
+            store.SetDeferred(pick(2) == 0);
+
+        const std::string wanted = name();
+        const uint32_t module = pick(4);
+        for (const bool exact : {true, false}) {
+            int64_t first = -1;
+            for (size_t i = 0; const CDataLabel* label = store.GetLabelByNameIndex(i); ++i) {
+                const bool named = exact ? label->NarrowName() == wanted
+                                         : strcasecmp(label->NarrowName().c_str(), wanted.c_str()) == 0;
+                if (named && (module == 0 || label->ModuleId == module)) {
+                    first = label->Record.Address.Value();
+                    break;
+                }
+            }
+            ASSERT_EQ(Lookup(store, wanted, module, exact), first) << step << " " << wanted << " " << module;
+        }
+        LabelRecord at{"", pick(50)};
+        std::string firstAt = "none";
+        for (size_t i = 0; const LabelRecord* record = store.GetRecordByAddressIndex(i); ++i) {
+            if (record->Address == at.Address) {
+                firstAt = record->Name;
+                break;
+            }
+        }
+        ASSERT_EQ(store.FindByAddress(at) == S_OK ? at.Name : "none", firstAt) << step;
+    }
 }
 
 } // namespace
