@@ -3,6 +3,8 @@
 # file, the command line, and the session found again in the next run.
 set -euo pipefail
 tessel="$(cd "$(dirname "${1:-build/default/bin/tessel}")" && pwd)/$(basename "${1:-build/default/bin/tessel}")"
+# The demo firmware is built beside the console, in the build's examples folder.
+firmware="$(dirname "$tessel")/../examples/station.elf"
 examples="$(cd "$(dirname "$0")" && pwd)"
 workspace="$(mktemp -d /tmp/tessel-demo-XXXXXX)"
 trap 'rm -rf "$workspace"' EXIT
@@ -22,3 +24,9 @@ show "$tessel" --batch "$examples/memory.qdc"
 echo
 echo "# An edit, unit by unit: a value, an empty line to keep one, ^ to go back, . to stop:"
 printf 'memory_edit 0x20000000\n11\n\n^\n22\n.\nmemory_display 0x20000000 4\n' | "$tessel" || true
+echo
+echo "# Firmware: load the weather station's ELF, look at its symbols and its calibration"
+echo "# table, save the table as S-records and verify it; after an edit the verify"
+echo "# shows the first difference:"
+cp "$firmware" station.elf
+show "$tessel" --batch "$examples/station.qdc"
