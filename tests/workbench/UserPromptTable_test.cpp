@@ -6,7 +6,10 @@
 
 #include "boundary/Ids.h"
 #include "support/Recording.h"
+#include "support/TempFolder.h"
+#include "workbench/ServiceRegistry.h"
 #include "workbench/UserPromptTableService.h"
+#include "workbench/store/SettingsStore.h"
 
 namespace
 {
@@ -98,6 +101,46 @@ TEST(PromptTable, EnableListDeleteAndRemoveAllOfOwner)
     EXPECT_EQ(table.RemoveAllOf(kOwner), 1u);
     ASSERT_EQ(table.List().size(), 1u);
     EXPECT_EQ(table.List()[0].key, b);
+}
+
+// A warning switched off by its "no" stays off in the next run on the same
+// workspace; a "yes", another owner or another name stays as its default.
+TEST(PromptTable, AWarningSwitchedOffStaysOffInTheNextRun)
+{
+    const std::string text = "The command batch file 'a.qdc' does not exist.";
+    struct Case {
+        VariantBool reply;
+        Guid owner;
+        const char* name;
+        bool shownNextRun;
+    };
+    const Case cases[] = {{VARIANT_FALSE, kOwner, "missing", false},
+                          {VARIANT_TRUE, kOwner, "missing", true},
+                          {VARIANT_FALSE, kOtherOwner, "missing", true},
+                          {VARIANT_FALSE, kOwner, "other", true}};
+    for (const auto& c : cases) {
+        TempFolder dir;
+        std::vector<std::vector<std::string>> shown;
+        for (int run = 0; run < 2; ++run) {
+            SettingsStore store(dir / "workspace.db");
+            ServiceRegistry registry;
+            ASSERT_EQ(store.Register(registry), S_OK);
+            RecordingMessageBox box;
+            box.reply = c.reply;
+            UserPromptTableService table(&box, &registry);
+            Guid key;
+            ASSERT_EQ(table.AddPrompt(run == 0 ? kOwner : c.owner, run == 0 ? "missing" : c.name,
+                                      VARIANT_TRUE, key),
+                      S_OK);
+            const HRESULT hr = table.ShowWarning(key, text);
+            EXPECT_EQ(hr, box.shown.empty() ? S_FALSE : S_OK);
+            shown.push_back(box.shown);
+            store.Unregister(registry);
+        }
+        const std::vector<std::string> asked{text, "Show this warning again?"};
+        EXPECT_EQ(shown[0], asked);
+        EXPECT_EQ(shown[1], c.shownNextRun ? asked : std::vector<std::string>{}) << c.name;
+    }
 }
 
 } // namespace
