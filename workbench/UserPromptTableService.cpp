@@ -77,8 +77,13 @@ HRESULT UserPromptTableService::SetPromptEnabled(Guid key, int32_t enabled)
     prompt->enabled = enabled != 0;
     // The choice holds for this run whatever the store says; a store that
     // cannot write has told its reader why.
-    if (IQTargetRegistry* store = Store())
-        store->SetNumber(StoreKey(*prompt), prompt->enabled ? 1 : 0);
+    if (IQTargetRegistry* store = Store()) {
+        try {
+            store->SetNumber(StoreKey(*prompt), prompt->enabled ? 1 : 0);
+        } catch (const std::bad_alloc&) {
+            return S_OK;
+        }
+    }
     return S_OK;
 }
 
