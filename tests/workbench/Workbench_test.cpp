@@ -9,7 +9,6 @@
 #include "support/FakeClock.h"
 #include "support/RecordingClient.h"
 #include "workbench/Workbench.h"
-#include "workbench/store/SettingsStore.h"
 
 using namespace std::chrono_literals;
 
@@ -36,19 +35,6 @@ TEST(Workbench, ServicesWorkTogetherThroughTheRegistry)
     EXPECT_EQ(prompts->AskYesNo(key, "Reset the target?", answer), S_OK);
     EXPECT_EQ(questions.str(), "Reset the target? [y/n] y (default)\n");
     EXPECT_EQ(out.str(), "");
-
-    // A warning the user may switch off: in batch mode it stays on, and says so.
-    // Switched off, it is off for the next table on the workspace's store too.
-    SettingsStore store;
-    ASSERT_EQ(store.Register(bench.Registry()), S_OK);
-    questions.str("");
-    EXPECT_EQ(bench.Prompts().ShowWarning(key, "No file"), S_OK);
-    EXPECT_EQ(questions.str(), "Warning: No file\nShow this warning again? [y/n] y (default)\n");
-    ASSERT_EQ(prompts->SetPromptEnabled(key, 0), S_OK);
-    UserPromptTableService next(nullptr, registry);
-    ASSERT_EQ(next.AddPrompt(Ids::Component, "reset", VARIANT_TRUE, key), S_OK);
-    EXPECT_EQ(next.IsPromptEnabled(key), 0);
-    store.Unregister(bench.Registry());
 
     std::vector<std::string> log;
     RecordingClient client("c", log);
