@@ -45,6 +45,8 @@ const char* kUsage =
     "  --hold-memory-until-batch yes|no\n"
     "                               keep target memory closed to views until the connection\n"
     "                               batch has run (the batch's own commands reach it)\n"
+    "  --reset-after-download yes|no\n"
+    "                               store whether the target is reset after each download\n"
     "Exit status: 1 when anything was reported as an error (a line starting \"Error: \"), else 0;\n"
     "2 for a bad command line.\n";
 
@@ -83,6 +85,17 @@ bool ParseConsoleArguments(const std::vector<std::string>& args, ConsoleOptions&
         into = args[++i];
         return true;
     };
+    auto yesNo = [&](size_t& i, int32_t& into) {
+        std::string answer;
+        if (!value(i, answer))
+            return false;
+        if (answer != "yes" && answer != "no") {
+            error = args[i - 1] + " takes yes or no, not " + answer;
+            return false;
+        }
+        into = answer == "yes" ? 1 : 0;
+        return true;
+    };
     for (size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];
         if (a == "--version" || a == "-V") {
@@ -110,14 +123,11 @@ bool ParseConsoleArguments(const std::vector<std::string>& args, ConsoleOptions&
             if (!value(i, options.session.device.emplace()))
                 return false;
         } else if (a == "--hold-memory-until-batch") {
-            std::string answer;
-            if (!value(i, answer))
+            if (!yesNo(i, options.session.holdMemory))
                 return false;
-            if (answer != "yes" && answer != "no") {
-                error = "--hold-memory-until-batch takes yes or no, not " + answer;
+        } else if (a == "--reset-after-download") {
+            if (!yesNo(i, options.session.resetAfterDownload))
                 return false;
-            }
-            options.session.holdMemory = answer == "yes" ? 1 : 0;
         } else if (a == "--batch-at") {
             std::string timing, file;
             if (!value(i, timing) || !value(i, file))

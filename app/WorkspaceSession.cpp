@@ -86,6 +86,14 @@ bool WorkspaceSession::Open(const SessionOptions& options, const std::string& in
         error = "Cannot store the memory option: " + store_->LastError();
         return false;
     }
+    if (options.resetAfterDownload >= 0 &&
+        Failed(store_->SetProperty("RESET_CPU_AFTER_DOWNLOAD_TAG",
+                                   options.resetAfterDownload == 1 ? "VARIANT_TRUE_STORE_TAG"
+                                                                   : "VARIANT_FALSE_STORE_TAG",
+                                   key.workspace, key.project, key.session))) {
+        error = "Cannot store the reset option: " + store_->LastError();
+        return false;
+    }
     if (options.device && Failed(store_->SetProperty(SimSessionDevice::kTag, *options.device, key.workspace,
                                                      key.project, key.session))) {
         error = "Cannot store the device: " + store_->LastError();

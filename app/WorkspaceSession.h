@@ -19,6 +19,7 @@ struct SessionOptions {
     std::string platform;                                 // empty: as stored
     std::vector<std::pair<int32_t, std::string>> batches; // timing, file
     int32_t holdMemory = -1;                              // 1 or 0 to store; -1: as stored
+    int32_t resetAfterDownload = -1;                      // 1 or 0 to store; -1: as stored
     std::optional<std::string> device;                    // the simulator's; "" forgets it
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 #include "boundary/Ids.h"
 
@@ -12,9 +13,14 @@ namespace
 // other identities in a dump; the back eight bytes count up.
 constexpr Guid kKeyPrefix = "{C3E1A5F0-7D24-4B9E-0000-000000000000}"_guid;
 
+constexpr const char* kShowAgain = "Show this warning again?";
+
 } // namespace
 
-UserPromptTableService::UserPromptTableService(IQMessageBox* box) : box_(box) {}
+UserPromptTableService::UserPromptTableService(IQMessageBox* box, IQServiceRegistry* registry)
+    : box_(box), registry_(registry)
+{
+}
 
 HRESULT UserPromptTableService::QueryInterface(const Guid& iid, void** out)
 {
@@ -29,7 +35,12 @@ HRESULT UserPromptTableService::AddPrompt(const Guid& owner, const std::string& 
         return E_INVALIDARG;
     try {
         const Guid fresh = NextKey();
-        prompts_.push_back(PromptInfo{fresh, owner, name, FromVariantBool(defaultEnabled)});
+        PromptInfo prompt{fresh, owner, name, FromVariantBool(defaultEnabled)};
+        int32_t kept = 0;
+        if (IQTargetRegistry* store = Store();
+            store != nullptr && store->GetNumber(StoreKey(prompt), kept) == S_OK)
+            prompt.enabled = kept != 0;
+        prompts_.push_back(std::move(prompt));
         key = fresh;
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
@@ -64,7 +75,34 @@ HRESULT UserPromptTableService::SetPromptEnabled(Guid key, int32_t enabled)
     if (prompt == nullptr)
         return E_FAIL;
     prompt->enabled = enabled != 0;
+    // The choice holds for this run whatever the store says; a store that
+    // cannot write has told its reader why.
+    if (IQTargetRegistry* store = Store()) {
+        try {
+            store->SetNumber(StoreKey(*prompt), prompt->enabled ? 1 : 0);
+        } catch (const std::bad_alloc&) {
+            return S_OK;
+        }
+    }
     return S_OK;
+}
+
+HRESULT UserPromptTableService::ShowWarning(Guid key, const std::string& text)
+{
+    const PromptInfo* prompt = Find(key);
+    if (prompt == nullptr)
+        return E_FAIL;
+    if (!prompt->enabled)
+        return S_FALSE;
+    if (box_ == nullptr)
+        return E_POINTER;
+    HRESULT hr = box_->ShowMessage(text, MessageIcon::Warning);
+    VariantBool again = VARIANT_TRUE;
+    if (Succeeded(hr))
+        hr = box_->AskYesNo(kShowAgain, VARIANT_TRUE, again);
+    if (Succeeded(hr) && !FromVariantBool(again))
+        SetPromptEnabled(key, 0);
+    return Failed(hr) ? hr : S_OK;
 }
 
 HRESULT UserPromptTableService::AskYesNoReload(Guid key, const std::string& question, VariantBool& answer)
@@ -107,6 +145,16 @@ HRESULT UserPromptTableService::Ask(const Guid& key, const std::string& question
         return hr;
     answer = ToVariantBool(FromVariantBool(reply));
     return hr;
+}
+
+IQTargetRegistry* UserPromptTableService::Store() const
+{
+    return GetServiceAs<IQTargetRegistry>(registry_, Ids::IQTargetRegistry);
+}
+
+std::string UserPromptTableService::StoreKey(const PromptInfo& prompt)
+{
+    return "UserPrompt\\" + prompt.owner.ToText() + "\\" + prompt.name;
 }
 
 Guid UserPromptTableService::NextKey()

@@ -7,8 +7,9 @@
 Workbench::Workbench(std::ostream& out, std::istream* in, bool interactive, MessageLoop::Clock clock,
                      std::ostream* questions)
     : loop_(std::move(clock)), messages_(questions != nullptr ? *questions : out, in, interactive),
-      prompts_(&messages_), posts_(loop_), output_(out), evaluators_(registry_), files_(loop_, registry_),
-      recent_(registry_), progress_(loop_, questions != nullptr ? *questions : out, interactive),
+      prompts_(&messages_, &registry_), posts_(loop_), output_(out), evaluators_(registry_),
+      files_(loop_, registry_), recent_(registry_),
+      progress_(loop_, questions != nullptr ? *questions : out, interactive),
       window_(registry_, loop_, help_, out)
 {
     // Registration only fails when memory runs out, and then the console

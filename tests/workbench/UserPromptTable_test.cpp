@@ -6,7 +6,9 @@
 
 #include "boundary/Ids.h"
 #include "support/Recording.h"
+#include "workbench/ServiceRegistry.h"
 #include "workbench/UserPromptTableService.h"
+#include "workbench/store/SettingsStore.h"
 
 namespace
 {
@@ -49,20 +51,6 @@ TEST(PromptTable, AsksOnlyWhileEnabledAndAnswersYesWhenNot)
         }
 }
 
-TEST(PromptTable, KeysAreUniqueAndNeverNull)
-{
-    RecordingMessageBox box;
-    UserPromptTableService table(&box);
-    std::set<std::string> keys;
-    for (int i = 0; i < 300; ++i) {
-        Guid key;
-        ASSERT_EQ(table.AddPrompt(kOwner, "q" + std::to_string(i), VARIANT_TRUE, key), S_OK);
-        EXPECT_FALSE(key.IsNull());
-        keys.insert(key.ToText());
-    }
-    EXPECT_EQ(keys.size(), 300u);
-}
-
 TEST(PromptTable, EnableListDeleteAndRemoveAllOfOwner)
 {
     RecordingMessageBox box;
@@ -83,8 +71,16 @@ TEST(PromptTable, EnableListDeleteAndRemoveAllOfOwner)
     EXPECT_EQ(table.SetPromptEnabled(kUnknownKey, 1), E_FAIL);
     EXPECT_EQ(table.SetPromptEnabled(b, 0), S_OK);
 
+    std::set<std::string> keys{a.ToText(), b.ToText(), c.ToText()};
+    for (int i = 0; i < 300; ++i) {
+        Guid key;
+        table.AddPrompt(kOtherOwner, "q" + std::to_string(i), VARIANT_TRUE, key);
+        EXPECT_FALSE(key.IsNull());
+        keys.insert(key.ToText());
+    }
+    EXPECT_EQ(keys.size(), 303u) << "keys are unique";
     const auto list = table.List();
-    ASSERT_EQ(list.size(), 3u);
+    ASSERT_EQ(list.size(), 303u);
     EXPECT_EQ(std::tie(list[1].key, list[1].owner, list[1].name, list[1].enabled),
               std::tuple(b, kOtherOwner, std::string("b"), false));
 
@@ -96,8 +92,43 @@ TEST(PromptTable, EnableListDeleteAndRemoveAllOfOwner)
     EXPECT_EQ(answer, VARIANT_FALSE);
 
     EXPECT_EQ(table.RemoveAllOf(kOwner), 1u);
-    ASSERT_EQ(table.List().size(), 1u);
+    ASSERT_EQ(table.List().size(), 301u);
     EXPECT_EQ(table.List()[0].key, b);
+}
+
+// A warning switched off by its "no" stays off for the next table on the same
+// store (the next run); a "yes", another owner or another name stays as its default.
+TEST(PromptTable, AWarningSwitchedOffStaysOffInTheNextRun)
+{
+    const std::string text = "The command batch file 'a.qdc' does not exist.";
+    const std::vector<std::string> asked{text, "Show this warning again?"};
+    struct Case {
+        VariantBool reply;
+        Guid owner;
+        const char* name;
+        bool shownNextRun;
+    };
+    const Case cases[] = {{VARIANT_FALSE, kOwner, "missing", false},
+                          {VARIANT_TRUE, kOwner, "missing", true},
+                          {VARIANT_FALSE, kOtherOwner, "missing", true},
+                          {VARIANT_FALSE, kOwner, "other", true}};
+    for (const auto& c : cases) {
+        SettingsStore store;
+        ServiceRegistry registry;
+        ASSERT_EQ(store.Register(registry), S_OK);
+        for (int run = 0; run < 2; ++run) {
+            RecordingMessageBox box;
+            box.reply = c.reply;
+            UserPromptTableService table(&box, &registry);
+            Guid key;
+            table.AddPrompt(run == 0 ? kOwner : c.owner, run == 0 ? "missing" : c.name, VARIANT_TRUE, key);
+            const HRESULT hr = table.ShowWarning(key, text);
+            const bool shown = run == 0 || c.shownNextRun;
+            EXPECT_EQ(hr, shown ? S_OK : S_FALSE) << c.name;
+            EXPECT_EQ(box.shown, shown ? asked : std::vector<std::string>{}) << c.name;
+            EXPECT_EQ(box.defaults, std::vector<VariantBool>(shown ? 1 : 0, VARIANT_TRUE));
+        }
+    }
 }
 
 } // namespace

@@ -5,6 +5,9 @@
 
 #include <fstream>
 
+#include "app/WorkspaceSession.h"
+#include "boundary/ComUtils.h"
+#include "boundary/interfaces/Command.h"
 #include "component/program/DownloadModuleList.h"
 #include "component/symbols/CLabelManager.h"
 #include "support/FakeObjectReader.h"
@@ -370,6 +373,44 @@ TEST_F(Downloads, ChangedSettingsReconnectAndDownloadWhatIsMarkedForIt)
     state->ApplySessionSettings();
     EXPECT_TRUE(state->IsConnected());
     EXPECT_EQ(loads, (CallLog{"Load 3 /fw/boot.elf"})) << "only the module marked for it";
+}
+
+// The console stores a download timing's batch file by its name; a download
+// hands it over, once for the request. The command line runs it later, so an
+// after-download file waits in vain while a before-download one still runs.
+TEST_F(Downloads, StoredBatchFilesOfTheDownloadTimingsRunAroundADownload)
+{
+    struct CommandLine : IQCommandLineService {
+        FAKE_WITHOUT_INTERFACES
+        HRESULT RunBatchFile(const std::string& path) override { return started.push_back(path), S_OK; }
+        HRESULT GetQuotingVersion(int32_t& v) override { return v = 65535, S_OK; }
+        std::vector<std::string> started;
+    };
+    TempFolder dir;
+    const std::string before = dir.WriteFile("before.qdc", "help\n"), after = dir.WriteFile("after.qdc", "");
+    const std::vector<std::pair<std::vector<std::string>, std::vector<std::string>>> cases = {
+        {{"before-download"}, {before}},
+        {{"after-download"}, {after}},
+        {{"before-download", "after-download"}, {before}},
+        {{"connection", "after-reset"}, {}},
+    };
+    for (const auto& [timings, started] : cases) {
+        CommandLine commandLine;
+        registry.Provide(Ids::CommandLineService, &commandLine);
+        std::vector<std::vector<std::string>> records;
+        for (const std::string& name : timings) {
+            int32_t timing = -1;
+            ASSERT_TRUE(WorkspaceSession::ParseTiming(name, timing)) << name;
+            records.push_back({name == "before-download" ? before : after, std::to_string(timing)});
+        }
+        store.lists["batch"] = CComUtils::RecordsToVariant(records);
+        ASSERT_EQ(state->OpenSession(true, false, false), S_OK);
+        ASSERT_EQ(state->DownloadPrograms(-1, true, false, false, true, false), S_OK);
+        EXPECT_EQ(commandLine.started, started) << timings.front();
+        for (size_t i = 0; i < started.size(); ++i)
+            state->OnEvent(Event{Ids::EVENT_BATCH_FINISHED, 0});
+        registry.Provide(Ids::CommandLineService, nullptr);
+    }
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 
 #include "boundary/Ids.h"
 #include "support/StoreOps.h"
+#include "support/TempFolder.h"
 #include "workbench/ServiceRegistry.h"
 
 namespace
@@ -34,10 +35,11 @@ TEST(SettingsStore, KeepsValuesOfOneNameInDifferentPlacesApart)
 }
 
 // The component casts what the registry hands out straight to the interface,
-// so each identifier must lead to its own face.
+// so each identifier must lead to its own face; a store going away leaves a
+// successor's registration alone.
 TEST(SettingsStore, RegistersEachFaceWhereTheComponentLooks)
 {
-    SettingsStore store;
+    SettingsStore store, successor;
     ServiceRegistry registry;
     ASSERT_EQ(store.Register(registry), S_OK);
     EXPECT_EQ(GetServiceAs<IQDebugSettingsStore>(&registry, Ids::IQDebugSettingsStore),
@@ -52,17 +54,11 @@ TEST(SettingsStore, RegistersEachFaceWhereTheComponentLooks)
         IUnknown* out = nullptr;
         EXPECT_EQ(registry.GetService(id, &out), E_FAIL);
     }
-}
-
-TEST(SettingsStore, UnregisterLeavesASuccessorAlone)
-{
-    SettingsStore first, second;
-    ServiceRegistry registry;
-    ASSERT_EQ(first.Register(registry), S_OK);
-    ASSERT_EQ(second.Register(registry), S_OK);
-    EXPECT_EQ(first.Unregister(registry), S_FALSE);
+    ASSERT_EQ(store.Register(registry), S_OK);
+    ASSERT_EQ(successor.Register(registry), S_OK);
+    EXPECT_EQ(store.Unregister(registry), S_FALSE);
     EXPECT_EQ(GetServiceAs<IQTargetRegistry>(&registry, Ids::IQTargetRegistry),
-              static_cast<IQTargetRegistry*>(&second));
+              static_cast<IQTargetRegistry*>(&successor));
 }
 
 TEST(SettingsStore, BatchListIsChangedWhereItIsStored)
@@ -82,16 +78,24 @@ TEST(SettingsStore, BatchListIsChangedWhereItIsStored)
     EXPECT_EQ(files, StringList({"a.qdc", "0"}));
 }
 
+// Why a file is refused is the database's business; here, that the store goes on.
 TEST(SettingsStore, WithoutADatabaseRunsInMemoryAndSaysSoUnlessChosen)
 {
     EXPECT_EQ(SettingsStore().LastError(), "");
-    SettingsStore store(std::shared_ptr<Database>{});
-    EXPECT_TRUE(store.InMemory());
-    EXPECT_NE(store.LastError().find("kept in memory"), std::string::npos) << store.LastError();
-    std::string text;
-    EXPECT_EQ(store.SetPlatform("w", "p", "s", "sim"), S_OK);
-    EXPECT_EQ(store.GetPlatform("w", "p", "s", text), S_OK);
-    EXPECT_EQ(text, "sim");
+    TempFolder dir;
+    const auto file = dir.WriteFile("workspace.db", "[settings]\n");
+    const std::pair<std::shared_ptr<SettingsStore>, std::string> cases[] = {
+        {std::make_shared<SettingsStore>(std::shared_ptr<Database>{}), "No store database was given. "},
+        {std::make_shared<SettingsStore>(file), "Cannot open the store '" + file.string() + "'"}};
+    for (const auto& [store, reason] : cases) {
+        EXPECT_TRUE(store->InMemory());
+        EXPECT_EQ(store->LastError().rfind(reason, 0), 0u) << store->LastError();
+        EXPECT_NE(store->LastError().find("kept in memory for this session"), std::string::npos);
+        std::string text;
+        EXPECT_EQ(store->SetPlatform("w", "p", "s", "sim"), S_OK);
+        EXPECT_EQ(store->GetPlatform("w", "p", "s", text), S_OK);
+        EXPECT_EQ(text, "sim");
+    }
 }
 
 } // namespace

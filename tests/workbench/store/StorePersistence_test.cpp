@@ -202,20 +202,6 @@ TEST(StorePersistence, AValueIsKeptWhenTheProgramIsKilledRightAfterTheSet)
     EXPECT_EQ(platform, "sim");
 }
 
-// Why a file is refused is the database's business; here, that the store goes on.
-TEST(StorePersistence, AnUnusableFileGivesAClearMessageAndTheStoreWorksInMemory)
-{
-    TempFolder dir;
-    const fs::path file = dir.WriteFile("workspace.db", "[settings]\n");
-    SettingsStore store(file);
-    EXPECT_TRUE(store.InMemory());
-    const std::string& message = store.LastError();
-    EXPECT_EQ(message.rfind("Cannot open the store '" + file.string() + "'", 0), 0u) << message;
-    EXPECT_NE(message.find("kept in memory for this session"), std::string::npos) << message;
-    WriteEverything(store);
-    CheckEverything(store);
-}
-
 // One bad row costs that value only: it reads as empty with a reason, and the
 // values around it read as before. A text or a number is read back only as
 // what it was written as; the lists keep whatever Variant they are given.
