@@ -43,7 +43,7 @@ public:
     // A warning the user can switch off: shown while the prompt is enabled, then
     // the choice to see it again, yes by default (and so in batch mode). A no
     // switches the prompt off. S_FALSE when it was off and nothing was shown.
-    HRESULT ShowWarning(Guid key, const std::string& text);
+    HRESULT ShowWarning(Guid key, const std::string& text) override;
 
     // In order of addition, for a settings view.
     std::vector<PromptInfo> List() const;

@@ -53,6 +53,8 @@ struct IQUserPromptTable : IUnknown {
     virtual HRESULT AskYesNo(Guid key, const std::string& question, VariantBool& answer) = 0;       // 6
     virtual HRESULT SetPromptEnabled(Guid key, int32_t enabled) = 0;                                // 7
     virtual HRESULT AskYesNoReload(Guid key, const std::string& question, VariantBool& answer) = 0; // 8
+    // Our own: a warning while the prompt is on, with the offer to switch it off for good.
+    virtual HRESULT ShowWarning(Guid key, const std::string& text) = 0; // 9
 };
 
 // The command log: what a user does from a menu, written as the command that does it.

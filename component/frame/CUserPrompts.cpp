@@ -35,3 +35,9 @@ bool CUserPrompts::AskYesNo(const Guid& key, const std::string& question) const
         return false;
     return answer != 0;
 }
+
+void CUserPrompts::ShowWarning(const Guid& key, const std::string& text) const
+{
+    if (table_ != nullptr)
+        table_->ShowWarning(key, text);
+}

@@ -17,6 +17,8 @@ public:
     bool IsEnabled(const Guid& key) const;
     // True when the question was answered yes (a switched-off question is).
     bool AskYesNo(const Guid& key, const std::string& question) const;
+    // Shown only while the question is on; the user may switch it off for good.
+    void ShowWarning(const Guid& key, const std::string& text) const;
     bool Available() const { return table_ != nullptr; }
 
 private:

@@ -77,11 +77,9 @@ void CDebuggerState::StartBatchFiles(int32_t timing)
             directory = text.substr(bar + 1);
         }
         if (!IsFile(file)) {
-            if (Prompts && Prompts->IsEnabled(PromptBatchMissing)) {
-                if (auto* box = GetServiceAs<IQMessageBox>(Registry, Ids::MessageBoxService))
-                    box->ShowMessage(FormatText(StringTable::Load(57727).c_str(), file.c_str()),
-                                     MessageIcon::Warning);
-            }
+            if (Prompts)
+                Prompts->ShowWarning(PromptBatchMissing,
+                                     FormatText(StringTable::Load(57727).c_str(), file.c_str()));
             continue;
         }
         // The batch's commands name files relative to its folder; the old

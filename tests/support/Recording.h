@@ -114,6 +114,13 @@ public:
     {
         return AskYesNo(key, question, answer);
     }
+    HRESULT ShowWarning(Guid key, const std::string& text) override
+    {
+        if (!enabled)
+            return S_FALSE;
+        log_.push_back("ShowWarning '" + names[key.bytes[15]] + "' " + text);
+        return S_OK;
+    }
     // Key number n (1-based) names the n-th prompt added.
     std::map<int, std::string> names;
     bool enabled = true;
