@@ -12,6 +12,7 @@
 #include "boundary/interfaces/Platform.h"
 #include "boundary/interfaces/Workbench.h"
 #include "component/frame/CCommandFile.h"
+#include "component/frame/DebugCommandTable.h"
 #include "component/frame/ProgramList.h"
 #include "component/frame/RecentLists.h"
 #include "component/frame/SyncGroup.h"
@@ -165,6 +166,8 @@ public:
     CPCBreakManager* GetBreaks() { return Breaks.get(); }
     CLabelManager* GetLabels() { return Labels.get(); }
     RecentLists& GetRecentLists() { return Recent; }
+    // The debug menu's commands, with their rules, for the workbench's menus and toolbars.
+    DebugCommandTable& GetDebugCommands() { return DebugCommands; }
     CMemoryManager* GetMemory() { return Memory.get(); }
     CPDEvaluator* GetEvaluator() { return Evaluator.get(); }
     CUserPrompts* GetPrompts() { return Prompts.get(); }
@@ -369,6 +372,7 @@ protected:
     std::vector<int32_t> ReloadQueue;
     std::vector<std::string> RecentVerifyFiles;
     RecentLists Recent;
+    DebugCommandTable DebugCommands{*this};
     ProgramList Programs;
     // The module list the programs were last made from.
     std::vector<CDownloadModule> Modules;
