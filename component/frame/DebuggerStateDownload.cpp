@@ -26,20 +26,6 @@ namespace
 constexpr HRESULT kTaskCancelled = MakeResult(0x80040209u);
 const Guid kSecondStage = "{E112225C-41A5-42DE-A584-BA3627D87EA6}"_guid;
 
-const char* AccessWord(int32_t size)
-{
-    switch (size) {
-    case 2:
-        return "word";
-    case 4:
-        return "long";
-    case 8:
-        return "double";
-    default:
-        return "byte";
-    }
-}
-
 } // namespace
 
 std::string CDebuggerState::ErrorTextOf(const CQProgram& program, HRESULT code)
@@ -58,17 +44,14 @@ void CDebuggerState::ShowText(const std::string& text, MessageIcon icon)
 
 int32_t CDebuggerState::LoadProgram(CQProgram& program, bool debugDataOnly, bool log, bool quiet)
 {
-    std::string path, format;
-    uint32_t offset = 0;
-    int32_t accessSize = 1;
+    std::string path;
     program.GetFilePath(path);
-    program.GetFormat(format);
-    program.GetOffset(offset);
-    program.GetAccessSize(accessSize);
+    const CDownloadModule module = program.Module();
+    const uint32_t offset = module.Offset;
     if (log)
-        RecordCommand(MessageFormat::Format("%s %s \"%s\" 0x%X p%s %s", "file_load", format.c_str(),
-                                            path.c_str(), offset, program.IsVerifyOff() == S_OK ? "" : " v",
-                                            AccessWord(accessSize)));
+        RecordCommand(MessageFormat::Format("%s %s \"%s\" 0x%X p%s %s", "file_load", module.Format.c_str(),
+                                            path.c_str(), offset, module.Verify ? " v" : "",
+                                            CMemoryManager::SizeWord(module.AccessSize).c_str()));
     Labels->SetDeferred(true);
     // The labels sort in once the load is over, however it ends.
     ScopeGuard undefer([this] { Labels->SetDeferred(false); });
@@ -82,9 +65,9 @@ int32_t CDebuggerState::LoadProgram(CQProgram& program, bool debugDataOnly, bool
     CDlgProgressDownload task(Registry, *reader, mode, path, offset, secondStage);
     HRESULT hr = Memory ? Memory->SetDownloadMode(true) : E_FAIL;
     if (Succeeded(hr)) {
-        const uint32_t module = program.ModuleId();
-        Labels->RemoveModuleLabels(module);
-        Labels->SetCurrentModule(module);
+        const uint32_t moduleId = program.ModuleId();
+        Labels->RemoveModuleLabels(moduleId);
+        Labels->SetCurrentModule(moduleId);
         task.Run(PlatformMode == PLATFORM_MODE_VEL);
         Labels->SetCurrentModule(0);
         status = task.Status();
@@ -101,7 +84,7 @@ int32_t CDebuggerState::LoadProgram(CQProgram& program, bool debugDataOnly, bool
                              : ErrorTextOf(program, task.Result()),
                          MessageIcon::Stop);
             TellModuleListeners(false, program.ModuleHandle());
-            Labels->RemoveModuleLabels(module);
+            Labels->RemoveModuleLabels(moduleId);
         }
         if (program.IsLoaded() == S_OK) {
             FileTimes[path].ReadFrom(path, DebugLines());
@@ -269,7 +252,8 @@ int32_t CDebuggerState::SaveMemory(TargetAddress start, TargetAddress end, const
                                    const std::string& format, int32_t accessSize)
 {
     RecordCommand(MessageFormat::Format("%s %s \"%s\" 0x%X 0x%X %s", "file_save", format.c_str(),
-                                        path.c_str(), start.Value(), end.Value(), AccessWord(accessSize)));
+                                        path.c_str(), start.Value(), end.Value(),
+                                        CMemoryManager::SizeWord(accessSize).c_str()));
     CQProgram program = CQProgram::ForTransfer(path, start.Value(), format, accessSize, SessionContext(),
                                                ProgramHostFace, Registry);
     if (!program.Open(Registry))
@@ -295,7 +279,7 @@ int32_t CDebuggerState::VerifyMemory(const std::string& format, const std::strin
                                      int32_t accessSize, bool quiet)
 {
     RecordCommand(MessageFormat::Format("%s %s \"%s\" 0x%X %s", "file_verify", format.c_str(), path.c_str(),
-                                        offset, AccessWord(accessSize)));
+                                        offset, CMemoryManager::SizeWord(accessSize).c_str()));
     CQProgram program =
         CQProgram::ForTransfer(path, offset, format, accessSize, SessionContext(), ProgramHostFace, Registry);
     if (!program.Open(Registry))

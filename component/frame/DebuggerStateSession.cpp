@@ -169,17 +169,12 @@ HRESULT CDebuggerState::AddProgram(const std::string& file, const std::string& f
     const std::string path = ExpandForSession(file);
     int32_t index = -1;
     for (int32_t i = 0; i < Programs.Count() && index < 0; ++i) {
-        CQProgram& program = *Programs.At(i);
-        std::string otherPath, otherFormat;
-        uint32_t otherOffset = 0;
-        int32_t otherSize = 0;
-        program.GetFilePath(otherPath);
-        program.GetFormat(otherFormat);
-        program.GetOffset(otherOffset);
-        program.GetAccessSize(otherSize);
-        if (SameText(otherPath, path) && otherFormat == format && otherOffset == offset &&
-            otherSize == size && (program.LoadMode() == 1) == (debugDataOnly != 0) &&
-            (program.IsVerifyOff() != S_OK) == (verify != 0) && program.AutoDownload() == autoDownload)
+        std::string otherPath;
+        Programs.At(i)->GetFilePath(otherPath);
+        CDownloadModule other = Programs.At(i)->Module();
+        // The same but for how the file name is written.
+        other.FileName = module.FileName;
+        if (SameText(otherPath, path) && other == module)
             index = i;
     }
     const bool added = index < 0;

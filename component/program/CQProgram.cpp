@@ -317,3 +317,9 @@ std::string CQProgram::ExpandedPath() const
     return PlaceholderExpander(services_).ExpandFor(fileName_, context_.WorkspaceName, context_.ProjectName,
                                                     {});
 }
+
+CDownloadModule CQProgram::Module() const
+{
+    return CDownloadModule(fileName_, offset_, format_, loadMode_ == 1 ? 1 : 0, verify_, accessSize_,
+                           autoDownload_);
+}

@@ -89,6 +89,8 @@ public:
     bool Matches(const std::string& name, const std::string& format, std::optional<uint32_t> offset) const;
     // The module key of the program's attributes.
     std::string Key() const;
+    // The attributes as a module of the session's list (the file name raw).
+    CDownloadModule Module() const;
 
     // The module's id on its labels: non-zero while Open, a new one with each
     // handle; 0 when Closed.
