@@ -257,7 +257,8 @@ public:
     // Brings the programs into line with the store's module list after the
     // settings changed; true, and the programs-changed event, when anything did.
     bool ApplyModuleList();
-    // After a build: each program's file is checked and its time noted.
+    // After a build: each program's file is checked and its time noted; with
+    // the session's "download after build" on, the rebuilt programs are offered.
     void NoteRebuiltFiles();
     std::optional<int32_t> FindProgramIndexByKey(const std::string& key) const;
     // What the file commands change of the list. A program of this session for

@@ -6,11 +6,13 @@
 #include "boundary/Ids.h"
 #include "boundary/interfaces/ObjectReader.h"
 #include "boundary/interfaces/Store.h"
+#include "component/breaks/CPCBreakManager.h"
 #include "component/frame/CDebuggerState.h"
 #include "component/frame/CUserPrompts.h"
 #include "component/frame/StringTable.h"
 #include "component/program/CDownloadModuleFileManager.h"
 #include "component/program/DownloadModuleList.h"
+#include "component/run/CRunner.h"
 #include "component/session/PlaceholderExpander.h"
 #include "component/symbols/CLabelManager.h"
 #include "component/util/MessageFormat.h"
@@ -132,13 +134,55 @@ bool CDebuggerState::ApplyModuleList()
 
 void CDebuggerState::NoteRebuiltFiles()
 {
+    VariantBool downloadAfterBuild = VARIANT_FALSE;
+    if (auto* store = GetServiceAs<IQDebugSettingsStore>(Registry, Ids::IQDebugSettingsStore))
+        store->GetDownloadAfterBuild(WorkspaceName, ProjectName, SessionName, downloadAfterBuild);
+    if (downloadAfterBuild != VARIANT_TRUE) {
+        for (int32_t i = 0; i < Programs.Count(); ++i) {
+            CQProgram& program = *Programs.At(i);
+            program.CheckFile();
+            std::string path;
+            if (Succeeded(program.GetFilePath(path)))
+                FileTimes[path].ReadFrom(path, DebugLines());
+        }
+        return;
+    }
+    bool outOfDate = false;
     for (int32_t i = 0; i < Programs.Count(); ++i) {
         CQProgram& program = *Programs.At(i);
-        program.CheckFile();
+        if (program.IsLoaded() != S_OK)
+            continue;
+        outOfDate = program.IsOutOfDate() || outOfDate;
         std::string path;
         if (Succeeded(program.GetFilePath(path)))
             FileTimes[path].ReadFrom(path, DebugLines());
     }
+    if (!outOfDate)
+        return;
+    // Every program is offered, not only the rebuilt ones: a build may have
+    // moved what the others depend on. The console's question is yes or no.
+    std::vector<int32_t> taken;
+    for (int32_t i = 0; i < Programs.Count(); ++i) {
+        std::string path;
+        Programs.At(i)->GetFilePath(path);
+        const std::string question =
+            MessageFormat::Format(StringTable::Load(57662).c_str(), path.substr(0, 100).c_str());
+        if (AskUser(question, PromptDownloadAfterBuild))
+            taken.push_back(i);
+    }
+    if (taken.empty())
+        return;
+    StartBatchFiles(TIMING_BEFORE_DOWNLOAD);
+    CQProgram* last = nullptr;
+    for (int32_t index : taken)
+        if (LoadProgram(*Programs.At(index), false, false, false) == TASK_DONE)
+            last = Programs.At(index);
+    Broadcast(Event{Ids::EVENT_PROGRAMS_CHANGED, 0});
+    Breaks->OnSymbolsChanged();
+    StartBatchFiles(TIMING_AFTER_DOWNLOAD);
+    if (ResetAfterDownload())
+        Runner->Reset();
+    ShowEntry(last);
 }
 
 // A watched file changed on disk: offer to reload the programs made from it,

@@ -308,8 +308,7 @@ TEST_F(Downloads, SavesAndVerifiesGoThroughATemporaryProgram)
     EXPECT_NE(messages.shown.back().find("Address: 0x00000104"), std::string::npos);
     EXPECT_EQ(state->GetRecentLists().MruProgramVerify.Count(), 1u)
         << "only a verify that worked is remembered";
-    EXPECT_EQ(state->SaveMemory(0, 1, "/tmp/x", "nosuch", 1), TASK_FAILED)
-        << "no reader for the format";
+    EXPECT_EQ(state->SaveMemory(0, 1, "/tmp/x", "nosuch", 1), TASK_FAILED) << "no reader for the format";
 }
 
 // Another component's requests: one file in, at once, kept in the session or not.
@@ -411,6 +410,26 @@ TEST_F(Downloads, StoredBatchFilesOfTheDownloadTimingsRunAroundADownload)
             state->OnEvent(Event{Ids::EVENT_BATCH_FINISHED, 0});
         registry.Provide(Ids::CommandLineService, nullptr);
     }
+}
+
+TEST_F(Downloads, AFinishedBuildOffersEveryProgramWhenOneWasRebuilt)
+{
+    TempFolder folder;
+    const std::string path = (folder / "app.elf").string();
+    std::ofstream(path) << "x";
+    StoreModules({Module(path), Module("/fw/other.elf")});
+    ASSERT_EQ(state->OpenSession(true, false, false), S_OK);
+    ASSERT_EQ(state->DownloadPrograms(-1, false, false, false, true, false), S_OK);
+    store.number["afterbuild"] = VARIANT_TRUE;
+    loads.clear();
+    state->OnEvent(Event{Ids::EVENT_BUILD_FINISHED, 0});
+    EXPECT_TRUE(loads.empty()) << "nothing was rebuilt";
+
+    std::filesystem::last_write_time(path, std::filesystem::last_write_time(path) + std::chrono::seconds(5));
+    prompts.answerYes = true;
+    state->OnEvent(Event{Ids::EVENT_BUILD_FINISHED, 0});
+    EXPECT_EQ(loads, (CallLog{"Load 3 " + path, "Load 3 /fw/other.elf"}));
+    EXPECT_TRUE(Logged("AskYesNo 'Download modules after build' OK to download module: " + path));
 }
 
 } // namespace
