@@ -191,6 +191,10 @@ int RunConsole(const ConsoleOptions& options, const std::string& programPath, st
         for (const auto& platform : platforms.Names())
             out << platform << "\n";
         ListDevices(out);
+        out << "\nObject formats (file_load FORMAT):";
+        for (const auto& format : platforms.Formats())
+            out << " " << format;
+        out << "\n";
         return 0;
     }
     WorkspaceSession workspace(workbench.Registry(), err);

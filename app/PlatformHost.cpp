@@ -36,3 +36,11 @@ std::vector<std::string> PlatformHost::Names() const
         names.push_back(p.name);
     return names;
 }
+
+std::vector<std::string> PlatformHost::Formats() const
+{
+    std::vector<std::string> names;
+    for (const auto& reader : table_.readers)
+        names.push_back(reader.name);
+    return names;
+}

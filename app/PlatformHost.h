@@ -21,6 +21,8 @@ public:
     PlatformHost& operator=(const PlatformHost&) = delete;
 
     std::vector<std::string> Names() const;
+    // The object formats its readers offer, as `file_load` takes them.
+    std::vector<std::string> Formats() const;
 
 private:
     ServiceRegistry& registry_;
