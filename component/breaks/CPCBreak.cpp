@@ -1,0 +1,30 @@
+#include "component/breaks/CPCBreak.h"
+
+#include "component/util/ObjectSerial.h"
+
+namespace
+{
+
+// Platforms number their breakpoints from small counters; our own ids keep
+// to a range of their own, away from those and from -1 ("all breakpoints").
+constexpr uint32_t kOwnIdBase = 0x40000000;
+constexpr uint32_t kOwnIdMask = 0x3FFFFFFF;
+
+} // namespace
+
+CPCBreak::CPCBreak()
+    : ownId_(kOwnIdBase | static_cast<uint32_t>(NextObjectSerial() & kOwnIdMask)), id_(ownId_)
+{
+}
+
+PCBreakState CPCBreak::GetState() const
+{
+    PCBreakState state = GetStateRaw();
+    state.Enabled = GetEnabled();
+    return state;
+}
+
+PCBreakState CPCBreak::GetStateRaw() const
+{
+    return {planted_, hasAddress_, sourceBound_, enabled_};
+}
