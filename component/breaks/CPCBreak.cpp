@@ -5,8 +5,9 @@
 namespace
 {
 
-// Platforms number their breakpoints from small counters; our own ids keep
-// to a range of their own, away from those and from -1 ("all breakpoints").
+// The platform's ids and ours name breakpoints in one list. Ours keep to a
+// range of their own, clear of a platform's counter from 1 and of -1, which
+// names every breakpoint.
 constexpr uint32_t kOwnIdBase = 0x40000000;
 constexpr uint32_t kOwnIdMask = 0x3FFFFFFF;
 
